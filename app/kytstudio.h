@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QMainWindow>
+
+class KytI3dView;
+class KytStudioDoc;
+class KytStudioView;
+class QAction;
+class QActionGroup;
+class QMenu;
+class QToolBar;
+
+/// The main window: the editing view with its actions, menus, toolbars and status bar.
+///
+/// It never deletes the document or the 3D viewer; the rest are its children.
+class KytStudioApp : public QMainWindow {
+    Q_OBJECT
+
+public:
+    KytStudioApp();
+    ~KytStudioApp() override;
+
+    void initDoc();
+    void initView();
+    void initActions();
+    void initMenuBar();
+    void initToolBar();
+    void initStatusBar();
+    void initI3dView();
+
+    /// Asks whether to quit; true when the answer is Ok.
+    bool queryExit();
+
+    KytStudioView* view = nullptr;
+    KytStudioDoc* doc = nullptr;
+    KytI3dView* i3dviewer = nullptr;
+
+    QMenu* pFileMenu = nullptr;
+    QMenu* pViewMenu = nullptr;
+    QMenu* pInsertMenu = nullptr;
+    QMenu* pHelpMenu = nullptr;
+
+    QToolBar* fileToolbar = nullptr;
+    QToolBar* libraryToolbar = nullptr; ///< not used; the library's bar is libraryToolBar
+
+    QAction* fileNew = nullptr;
+    QAction* fileOpen = nullptr;
+    QAction* fileSave = nullptr;
+    QAction* fileSaveAs = nullptr;
+    QAction* fileClose = nullptr;
+    QAction* filePrint = nullptr;
+    QAction* fileQuit = nullptr;
+
+    QAction* insertMolecule = nullptr;
+    QAction* importMolecule = nullptr;
+
+    QAction* viewToolBar = nullptr;
+    QAction* viewStatusBar = nullptr;
+    QAction* viewLibraryBar = nullptr;
+
+    QAction* helpAboutApp = nullptr;
+
+    QToolBar* drawToolBar = nullptr; ///< the bar of the 3D view once all bars are made
+    QToolBar* libraryToolBar = nullptr;
+
+    QActionGroup* viewGrp = nullptr; ///< the editing modes, of which at most one is checked
+
+    QAction* drawBond = nullptr;
+    QAction* drawDashedBond = nullptr;
+    QAction* drawStereoUp = nullptr;
+    QAction* drawStereoDown = nullptr;
+    QAction* deleteItem = nullptr;
+    QAction* viewMode = nullptr;
+    QAction* rotateMode = nullptr;
+    QAction* fixedLength = nullptr;
+    QAction* fixedAngle = nullptr;
+    QAction* zigzagStructure = nullptr;
+    QAction* I3DView = nullptr;
+
+    QAction* kyfBenzene = nullptr;
+    QAction* kyfCubane = nullptr;
+    QAction* kyfHexane = nullptr;
+    QAction* kyfMegaphon = nullptr;
+    QAction* kyfProp = nullptr;
+    QAction* kyfWater = nullptr;
+
+public slots:
+    void slotFileNew();
+    void slotFileOpen();
+    void slotFileSave();
+    void slotFileSaveAs();
+    void slotFileClose();
+    void slotFilePrint();
+    void slotFileQuit();
+
+    void slotViewToolBar(bool toggle);
+    void slotViewStatusBar(bool toggle);
+    void slotViewLibraryBar(bool toggle);
+    void slotHelpAbout();
+
+    void slotInsertMolecule();
+    void slotImportMolecule();
+    void slotAddBenzene();
+    void slotAddCubane();
+    void slotAddHexane();
+    void slotAddMegaphon();
+    void slotAddProp();
+    void slotAddWater();
+
+    void slotSelectViewMode();
+    void slotSelectRotateMode();
+    void slotSelectAddBond();
+    void slotSelectAddDashedBond();
+    void slotSelectAddStereoUp();
+    void slotSelectAddStereoDown();
+    void slotSelectDeleteItem();
+    void slotZigzagStructure();
+    void slotSelectFixedLength();
+    void slotSelectFixedAngle();
+    void slotSelectI3DView();
+
+    void slotDisplayBondDetail(char* text);
+    void slotZigzagAtomCount(int count);
+};

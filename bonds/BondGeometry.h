@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QLineF>
+#include <QPointF>
+
+/// Where the lines of a bond run, in canvas pixels, not yet truncated.
+struct BondLines {
+    QLineF centre; ///< atom centre to atom centre
+    QLineF second; ///< beside the centre line
+    QLineF third;  ///< on the other side
+};
+
+/// The lines of a bond between the atom centres `from` and `to`.
+///
+/// The side lines of a horizontal or vertical bond stand 6 pixels off; those of a slanted one sqrt(30). A bond of
+/// length zero counts as vertical.
+BondLines bondLines(const QPointF& from, const QPointF& to);
+
+/// The distance of two points in canvas pixels.
+double distance(const QPointF& a, const QPointF& b);
+
+/// The distance of two points after both are truncated to whole pixels; cannot overflow.
+double pixelDistance(const QPointF& a, const QPointF& b);
+
+/// The projection angle, in degrees, of a wedge whose ends lie `depthDifference` apart in depth and `length` pixels
+/// apart on the canvas: 0 where the depths are equal, 89.5 where only the length is zero.
+double projectionAngle(double depthDifference, double length);

@@ -1,0 +1,24 @@
+#pragma once
+
+/// The kind of a bond's line, or of its wedge. A file may carry any number; what is not a line or a wedge is counted
+/// by its bond but drawn by nothing.
+enum KytBondType : int {
+    KYTBT_DashedLine = 0,
+    KYTBT_SingleBond = 1,
+    KYTBT_StereoUp = 2,
+    KYTBT_StereoDown = 3,
+    KYTBT_SingleDouble = 4,
+    KYTBT_Double = 5,
+    KYTBT_DoubleTriple = 6,
+    KYTBT_Triple = 7
+};
+
+inline bool isLineKind(KytBondType type)
+{
+    return type == KYTBT_DashedLine || type == KYTBT_SingleBond;
+}
+
+inline bool isWedgeKind(KytBondType type)
+{
+    return type == KYTBT_StereoUp || type == KYTBT_StereoDown;
+}
