@@ -18,3 +18,17 @@ inline int truncated(double value)
         return std::numeric_limits<int>::max();
     return static_cast<int>(value);
 }
+
+/// Converts a depth or a length to float. Total: a value beyond the range of float gives the end of the range that it
+/// lies past, NaN gives 0.
+inline float narrowed(double value)
+{
+    constexpr double largest = std::numeric_limits<float>::max();
+    if (value != value)
+        return 0;
+    if (value <= -largest)
+        return -std::numeric_limits<float>::max();
+    if (value >= largest)
+        return std::numeric_limits<float>::max();
+    return static_cast<float>(value);
+}

@@ -7,6 +7,7 @@
 
 #include <utility>
 
+class KytAtom;
 class KytBond;
 class KytMolecule;
 class KytStudioDoc;
@@ -101,13 +102,19 @@ public:
     QList<KytBond*> inList;    ///< bonds that end here, in the order added; not owned
     QList<KytBond*> outList;   ///< bonds that start here, in the order added; not owned
 
-    int rank = 0;           ///< scratch: the atom's index in the list that is being written or drawn
-    quint64 depthWave = 0;  ///< scratch: the last wave of depth that entered this atom
+    int rank = 0;      ///< scratch: the atom's index in the list that is being written or drawn
+    quint64 visit = 0; ///< scratch: the last wave that entered this atom, a number from newVisit
+
+    /// A number that no wave has had before.
+    static quint64 newVisit();
 
 private:
+    static KytMolecule* makeFirstMolecule();
     void joinMolecule(KytMolecule* m);
     void leaveMolecule();
     void leaveBonds();
+    void layOutBonds();
+    bool isReachable(KytAtom* atom, QList<KytBond*> KytAtom::*bonds, KytAtom* KytBond::*end);
 };
 
 /// The direction of (x2, y2) seen from (x1, y1), in radians with y pointing down.

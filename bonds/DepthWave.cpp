@@ -1,0 +1,72 @@
+#include "bonds/DepthWave.h"
+
+#include "bonds/KytBond.h"
+#include "model/KytAtom.h"
+
+#include <vector>
+
+namespace {
+
+/// One wave of depth on its way. It takes the outgoing bonds of an atom from the last to the first and follows each to
+/// the end before it takes the next, so the first time it comes to an atom it comes along the path that decides.
+class Wave {
+public:
+    void enter(KytAtom* atom)
+    {
+        atom->visit = number;
+        passing.push_back({atom, atom->outList.size()});
+    }
+
+    void passAlong(const KytBond* bond)
+    {
+        KytAtom* end = bond->getToAtom();
+        const std::optional<float> depth = bond->endDepth();
+        if (!depth || end->visit == number)
+            return;
+        end->visit = number;
+        if (end->atomZ == *depth)
+            return;
+        end->atomZ = *depth;
+        enter(end);
+    }
+
+    void run()
+    {
+        while (!passing.empty()) {
+            Passing& last = passing.back();
+            if (last.bondsLeft == 0) {
+                passing.pop_back();
+                continue;
+            }
+            KytBond* bond = last.atom->outList[--last.bondsLeft];
+            if (bond->layOut())
+                passAlong(bond);
+        }
+    }
+
+    const quint64 number = KytAtom::newVisit();
+
+private:
+    struct Passing {
+        KytAtom* atom;
+        qsizetype bondsLeft;
+    };
+    std::vector<Passing> passing;
+};
+
+} // namespace
+
+void sendDepth(KytAtom* source)
+{
+    Wave wave;
+    wave.enter(source);
+    wave.run();
+}
+
+void sendDepthAlong(KytBond* bond)
+{
+    Wave wave;
+    bond->getFromAtom()->visit = wave.number;
+    wave.passAlong(bond);
+    wave.run();
+}

@@ -1,0 +1,225 @@
+#include "bonds/KytBond.h"
+
+#include "bonds/BondGeometry.h"
+#include "bonds/DepthWave.h"
+#include "bonds/KytBondLine.h"
+#include "bonds/KytStereoBond.h"
+#include "canvas/truncate.h"
+#include "doc/Numbers.h"
+#include "doc/kytstudiodoc.h"
+#include "model/KytAtom.h"
+#include "model/KytMolecule.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr int mostLines = 3;
+
+QPointF centreOf(const KytAtom* atom)
+{
+    return {atom->x(), atom->y()};
+}
+
+QPoint pixelOf(const QPointF& p)
+{
+    return {truncated(p.x()), truncated(p.y())};
+}
+
+void place(KytBondLine* line, const QLineF& where)
+{
+    if (!line)
+        return;
+    const QPoint from = pixelOf(where.p1());
+    const QPoint to = pixelOf(where.p2());
+    line->setFromPoint(from.x(), from.y());
+    line->setToPoint(to.x(), to.y());
+}
+
+} // namespace
+
+KytBond::KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc)
+    : doc(doc)
+    , toAtom(to)
+    , fromAtom(from)
+    , bondlength(narrowed(distance(centreOf(from), centreOf(to))))
+{
+    from->addOutBond(this);
+    to->addInBond(this);
+}
+
+KytBond::~KytBond()
+{
+    const int lines = std::exchange(bondCount, -1);
+    if (lines >= 3)
+        delete bond3;
+    if (lines >= 2)
+        delete bond2;
+    if (lines >= 1) {
+        if (isStereo())
+            delete stereoBond;
+        else
+            delete bond1;
+    }
+    if (toAtom)
+        toAtom->deleteBond(this);
+    if (fromAtom)
+        fromAtom->deleteBond(this);
+    if (toAtom && fromAtom && !toAtom->isAnyhowConnected(fromAtom))
+        toAtom->setMolecule(new KytMolecule);
+}
+
+void KytBond::addBond(KytBondType type, float angle)
+{
+    if (!fromAtom || !toAtom || bondCount < 0 || bondCount >= mostLines)
+        return;
+    if (isWedgeKind(type) && bondCount != 0)
+        return;
+    if (bondCount == 1 && isStereo())
+        return;
+
+    KytBondType* const kinds[mostLines] = {&bond1Type, &bond2Type, &bond3Type};
+    *kinds[bondCount] = type;
+    if (isLineKind(type))
+        addLine(type);
+    else if (isWedgeKind(type))
+        addWedge(type, angle);
+    ++bondCount;
+}
+
+void KytBond::addLine(KytBondType lineType)
+{
+    const BondLines lines = bondLines(centreOf(fromAtom), centreOf(toAtom));
+    const QLineF places[mostLines] = {lines.centre, lines.second, lines.third};
+    KytBondLine** const fields[mostLines] = {&bond1, &bond2, &bond3};
+    const QLineF& where = places[bondCount];
+    *fields[bondCount] = new KytBondLine(pixelOf(where.p1()), pixelOf(where.p2()), doc, this,
+                                         lineType == KYTBT_DashedLine);
+}
+
+void KytBond::addWedge(KytBondType wedgeType, float angle)
+{
+    const BondLines lines = bondLines(centreOf(fromAtom), centreOf(toAtom));
+    stereoBond = new KytStereoBond(pixelOf(lines.centre.p1()), pixelOf(lines.third.p2()), pixelOf(lines.second.p2()),
+                                   doc, this, wedgeType, angle);
+}
+
+void KytBond::setBond()
+{
+    if (layOut())
+        sendDepthAlong(this);
+}
+
+bool KytBond::layOut()
+{
+    if (!fromAtom || !toAtom)
+        return false;
+    const QPointF from = centreOf(fromAtom);
+    const QPointF to = centreOf(toAtom);
+    bondlength = narrowed(distance(from, to));
+    if (bondCount < 1 || bondCount > mostLines)
+        return false;
+
+    const BondLines lines = bondLines(from, to);
+    if (bondCount == 3)
+        place(bond3, lines.third);
+    if (bondCount >= 2)
+        place(bond2, lines.second);
+    if (!isStereo()) {
+        place(bond1, lines.centre);
+    } else if (stereoBond) {
+        stereoBond->setFromPoint(from.x(), from.y());
+        stereoBond->setToPoint(lines.third.x2(), lines.third.y2(), lines.second.x2(), lines.second.y2());
+    }
+    return true;
+}
+
+std::optional<float> KytBond::endDepth() const
+{
+    if (!fromAtom || !toAtom || toAtom->locked)
+        return std::nullopt;
+    if (!isStereo())
+        return fromAtom->getAtomZ();
+    if (!stereoBond)
+        return std::nullopt;
+    const double rise = std::tan(stereoBond->getAngle() * std::numbers::pi / 180)
+        * distance(centreOf(fromAtom), centreOf(toAtom));
+    if (std::isnan(rise))
+        return std::nullopt;
+    return narrowed(fromAtom->getAtomZ() + rise);
+}
+
+QString KytBond::getLength() const
+{
+    return QString::number(bondlength, 'f', 6);
+}
+
+void KytBond::setLength(const QString& length)
+{
+    const double wanted = realPrefix(length);
+    if (!fromAtom || !toAtom || !std::isfinite(wanted) || bondlength == 0)
+        return;
+    const float ratio = narrowed(wanted / bondlength);
+    toAtom->moveBy((fromAtom->x() - toAtom->x()) * (1 - ratio), (fromAtom->y() - toAtom->y()) * (1 - ratio));
+    bondlength = narrowed(wanted);
+}
+
+void KytBond::setFromAtom(KytAtom* atom)
+{
+    fromAtom = atom;
+    if (atom)
+        setBond();
+}
+
+void KytBond::setToAtom(KytAtom* atom)
+{
+    toAtom = atom;
+    if (atom)
+        setBond();
+}
+
+KytMolecule* KytBond::getMolecule() const
+{
+    return fromAtom->getMolecule();
+}
+
+void KytBond::moveBy(double dx, double dy)
+{
+    fromAtom->moveBy(dx, dy);
+    toAtom->moveBy(dx, dy);
+}
+
+bool KytBond::deleteBond(KytBondLine* line)
+{
+    if (bondCount < 0)
+        return false;
+    if (bondCount == 1) {
+        bondCount = 0;
+        return true;
+    }
+    if (bondCount == 2) {
+        bondCount = 1;
+        if (bond1 == line)
+            bond1 = bond2;
+        bond2 = nullptr;
+    } else if (bondCount == 3) {
+        bondCount = 2;
+        if (bond2 == line)
+            bond2 = bond3;
+        if (bond1 == line)
+            bond1 = bond3;
+        bond3 = nullptr;
+    }
+    setBond();
+    return false;
+}
+
+bool KytBond::deleteBond(KytStereoBond*)
+{
+    return true;
+}
+
+void KytBond::setColor(int, int, int)
+{
+}

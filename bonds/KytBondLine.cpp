@@ -1,0 +1,71 @@
+#include "bonds/KytBondLine.h"
+
+#include "bonds/KytBond.h"
+#include "doc/kytstudiodoc.h"
+
+namespace {
+
+constexpr int penWidth = 2;       // pixels
+constexpr double bondLevel = 1.0; // z on the canvas, below the atoms
+
+} // namespace
+
+KytBondLine::KytBondLine(QPoint from, QPoint to, KytStudioDoc* doc, KytBond* bond, bool isDashed)
+    : QCanvasLine(doc->canvas)
+    , bond(bond)
+    , color{0, 0, 255}
+    , isDashed(isDashed)
+{
+    stopHover();
+    setPoints(from.x(), from.y(), to.x(), to.y());
+    setZ(bondLevel);
+    show();
+}
+
+KytBondLine::~KytBondLine()
+{
+    if (bond && bond->deleteBond(this))
+        delete bond;
+}
+
+void KytBondLine::setFromPoint(int x, int y)
+{
+    setPoints(x, y, endPoint().x(), endPoint().y());
+}
+
+void KytBondLine::setToPoint(int x, int y)
+{
+    setPoints(startPoint().x(), startPoint().y(), x, y);
+}
+
+void KytBondLine::setColor(int r, int g, int b)
+{
+    color[0] = r;
+    color[1] = g;
+    color[2] = b;
+}
+
+void KytBondLine::startHover()
+{
+    drawIn(QColor(0, 255, 0));
+}
+
+void KytBondLine::stopHover()
+{
+    drawIn(QColor(color[0], color[1], color[2]));
+}
+
+void KytBondLine::drawIn(const QColor& penColor)
+{
+    setPen(QPen(penColor, penWidth, isDashed ? Qt::DashLine : Qt::SolidLine));
+}
+
+void KytBondLine::moveBy(double dx, double dy)
+{
+    bond->moveBy(dx, dy);
+}
+
+void KytBondLine::myMoveBy(double dx, double dy)
+{
+    QCanvasLine::moveBy(dx, dy);
+}

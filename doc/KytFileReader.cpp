@@ -1,0 +1,206 @@
+#include "bonds/BondGeometry.h"
+#include "bonds/KytBond.h"
+#include "doc/KytFileIO.h"
+#include "doc/Numbers.h"
+#include "doc/kytstudiodoc.h"
+#include "model/KytAtom.h"
+#include "model/KytMolecule.h"
+
+#include <QLoggingCategory>
+#include <QTextStream>
+
+#include <set>
+
+namespace {
+
+Q_LOGGING_CATEGORY(workspaceFile, "kytstudio.workspace")
+
+constexpr float defaultAngle = 60.0F; // degrees
+
+const QString endOfFile = QStringLiteral("END_KYTFILE");
+const QString endOfMolecule = QStringLiteral("END_MOLECULE");
+
+/// Reads one workspace onto a canvas, and remembers what kinds of trouble it met.
+class Reader {
+public:
+    Reader(QTextStream& stream, KytStudioDoc* doc, bool locked, KytFileIO& io)
+        : stream(stream)
+        , doc(doc)
+        , locked(locked)
+        , io(io)
+    {
+    }
+
+    bool readWorkspace()
+    {
+        if (word() != QLatin1String("KYTFILE")) {
+            meet("not a workspace: it does not begin with KYTFILE");
+            return false;
+        }
+        QString next;
+        while ((next = word()) == QLatin1String("MOLECULE"))
+            readMolecule();
+        if (next == endOfFile)
+            return true;
+        meet(next.isEmpty() ? "it ends before END_KYTFILE" : "something other than a molecule; the rest is not read");
+        return false;
+    }
+
+    const std::set<QString>& troubles() const { return met; }
+
+private:
+    void readMolecule()
+    {
+        ended = false;
+        molecule = new KytMolecule;
+        io.atomsArr.clear();
+        io.atomsCount = count();
+        io.bondsCount = count();
+        for (int i = 0; i < io.atomsCount && !ended; ++i)
+            readAtom();
+        for (int i = 0; i < io.bondsCount && !ended; ++i) {
+            keyword();
+            readBond();
+        }
+        if (ended)
+            meet("a molecule ends before the records that it announces");
+        else
+            readFurtherBonds();
+        if (io.atomsArr.isEmpty())
+            delete molecule;
+        io.atomsArr.clear();
+    }
+
+    /// Reads to the closing word of the molecule, and the bonds that stand before it.
+    void readFurtherBonds()
+    {
+        while (!ended && word() == QLatin1String("BOND")) {
+            meet("more bonds than announced");
+            readBond();
+        }
+    }
+
+    void readAtom()
+    {
+        keyword();
+        const QString symbol = ended ? QString() : word();
+        const float x = real();
+        const float y = real();
+        const float z = real();
+        const QString red = keyword();
+        const QString green = keyword();
+        const QString blue = keyword();
+        if (ended)
+            return;
+
+        auto* atom = new KytAtom(doc->canvas, symbol, z, locked);
+        io.atomsArr.append(atom);
+        atom->_atomColor[0] = red;
+        atom->_atomColor[1] = green;
+        atom->_atomColor[2] = blue;
+        atom->move(x, y);
+        atom->setMolecule(molecule);
+        atom->show();
+    }
+
+    void readBond()
+    {
+        const int from = integer();
+        const int to = integer();
+        const int lines = count();
+        if (ended)
+            return;
+        KytBond* bond = newBond(from, to);
+        for (int i = 0; i < lines && !ended; ++i) {
+            const auto kind = static_cast<KytBondType>(integer());
+            if (bond && !ended)
+                bond->addBond(kind, isWedgeKind(kind) ? wedgeAngle(bond) : defaultAngle);
+        }
+    }
+
+    /// A bond between the atoms at two indices; null where there can be none.
+    KytBond* newBond(int from, int to)
+    {
+        const qsizetype atoms = io.atomsArr.size();
+        if (from < 0 || from >= atoms || to < 0 || to >= atoms) {
+            meet("a bond to an atom that is not in its molecule; it is left out");
+            return nullptr;
+        }
+        if (from == to) {
+            meet("a bond from an atom to itself; it is left out");
+            return nullptr;
+        }
+        return new KytBond(io.atomsArr[from], io.atomsArr[to], doc);
+    }
+
+    static float wedgeAngle(const KytBond* bond)
+    {
+        const KytAtom* from = bond->getFromAtom();
+        const KytAtom* to = bond->getToAtom();
+        const double length = pixelDistance({from->x(), from->y()}, {to->x(), to->y()});
+        return static_cast<float>(projectionAngle(double{from->getAtomZ()} - to->getAtomZ(), length));
+    }
+
+    /// The next word, empty at the end of the stream.
+    QString word()
+    {
+        QString next;
+        stream >> next;
+        return next;
+    }
+
+    /// The next word of a record. Where the molecule's end stands instead, the molecule has ended, and so it is from
+    /// then on, without reading further.
+    QString keyword()
+    {
+        QString next = ended ? QString() : word();
+        ended = next.isEmpty() || next == endOfMolecule;
+        return next;
+    }
+
+    int integer()
+    {
+        const std::optional<int> number = wholeInteger(keyword());
+        if (!number && !ended)
+            meet("a number that cannot be read; 0 is taken");
+        return number.value_or(0);
+    }
+
+    float real()
+    {
+        const std::optional<float> number = wholeReal(keyword());
+        if (!number && !ended)
+            meet("a number that cannot be read; 0 is taken");
+        return number.value_or(0);
+    }
+
+    int count()
+    {
+        const int number = integer();
+        if (number < 0)
+            meet("a negative count; 0 is taken");
+        return std::max(0, number);
+    }
+
+    void meet(const char* trouble) { met.insert(QString::fromLatin1(trouble)); }
+
+    QTextStream& stream;
+    KytStudioDoc* doc;
+    bool locked;
+    KytFileIO& io;
+    KytMolecule* molecule = nullptr; // the one being read
+    bool ended = false;              // it has ended
+    std::set<QString> met;
+};
+
+} // namespace
+
+bool KytFileIO::readWorkspace(QTextStream& stream, KytStudioDoc* doc, bool locked)
+{
+    Reader reader(stream, doc, locked, *this);
+    const bool complete = reader.readWorkspace();
+    for (const QString& trouble : reader.troubles())
+        qCWarning(workspaceFile).noquote() << (name.isEmpty() ? QStringLiteral("workspace") : name) + QStringLiteral(": ")
+                + trouble;
+    return complete;
+}

@@ -1,0 +1,47 @@
+#include "model/DrawnMolecules.h"
+
+#include "model/KytAtom.h"
+
+#include <QHash>
+
+QList<KytAtom*> drawnAtoms(const QCanvas& canvas)
+{
+    QList<KytAtom*> atoms;
+    const QCanvasItemList items = canvas.allItems();
+    for (QCanvasItem* item : items)
+        if (item->rtti() == QCanvasItem::Rtti_Ellipse)
+            atoms.append(static_cast<KytAtom*>(item));
+    return atoms;
+}
+
+QList<KytAtom*> drawnAtoms(const QCanvas& canvas, const KytMolecule* molecule)
+{
+    QList<KytAtom*> atoms = drawnAtoms(canvas);
+    atoms.removeIf([molecule](const KytAtom* atom) { return atom->getMolecule() != molecule; });
+    return atoms;
+}
+
+std::vector<DrawnMolecule> drawnMolecules(const QCanvas& canvas)
+{
+    std::vector<DrawnMolecule> molecules;
+    QHash<KytMolecule*, std::size_t> places;
+    const QList<KytAtom*> atoms = drawnAtoms(canvas);
+    for (KytAtom* atom : atoms) {
+        const auto place = places.constFind(atom->getMolecule());
+        if (place != places.constEnd()) {
+            molecules[*place].atoms.append(atom);
+        } else {
+            places.insert(atom->getMolecule(), molecules.size());
+            molecules.push_back({atom->getMolecule(), {atom}});
+        }
+    }
+    return molecules;
+}
+
+int bondsAmong(const QList<KytAtom*>& atoms)
+{
+    int ends = 0;
+    for (const KytAtom* atom : atoms)
+        ends += atom->getBondCount();
+    return ends / 2;
+}

@@ -1,0 +1,234 @@
+#include "model/KytAtom.h"
+
+#include "bonds/DepthWave.h"
+#include "bonds/KytBond.h"
+#include "canvas/truncate.h"
+#include "model/KytMolecule.h"
+
+#include <cmath>
+#include <vector>
+
+namespace {
+
+constexpr int atomSize = 3;         // pixels
+constexpr int hoveredAtomSize = 6;  // pixels
+constexpr double atomLevel = 2.0;   // z on the canvas, above the bonds
+constexpr double symbolLevel = 1.0; // z on the canvas
+const QColor atomColor(0, 0, 0);
+const QColor hoverColor(0, 255, 0);
+
+/// Puts the atoms at the other ends of the bonds of `atom` on `stack` so that they come off in list order, incoming
+/// bonds before outgoing ones.
+void pushNeighbours(std::vector<KytAtom*>& stack, const KytAtom* atom)
+{
+    for (auto bond = atom->outList.crbegin(); bond != atom->outList.crend(); ++bond)
+        if (KytAtom* to = (*bond)->getToAtom())
+            stack.push_back(to);
+    for (auto bond = atom->inList.crbegin(); bond != atom->inList.crend(); ++bond)
+        if (KytAtom* from = (*bond)->getFromAtom())
+            stack.push_back(from);
+}
+
+} // namespace
+
+KytAtom::KytAtom(QCanvas* canvas, float z, bool locked)
+    : KytAtom(canvas, QStringLiteral("C"), z, locked)
+{
+}
+
+KytAtom::KytAtom(QCanvas* canvas, QString symbol, float z, bool locked)
+    : QCanvasEllipse(atomSize, atomSize, canvas)
+    , locked(locked)
+    , _atomColor{QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("0")}
+    , name(symbol)
+    , symbol(symbol)
+    , molecule(makeFirstMolecule())
+    , atomZ(narrowed(z))
+    , canvasSymbol(new QCanvasText(symbol, canvas))
+{
+    ++molecule->pointingAtoms;
+    setBrush(QBrush(atomColor));
+    setZ(atomLevel);
+    canvasSymbol->setZ(symbolLevel);
+    canvasSymbol->show();
+}
+
+KytAtom::~KytAtom()
+{
+    leaveBonds();
+    leaveMolecule();
+    deleted = 1;
+    canvasSymbol->hide();
+    delete canvasSymbol;
+}
+
+quint64 KytAtom::newVisit()
+{
+    static quint64 last = 0;
+    return ++last;
+}
+
+// The atom is not a member of its first molecule, so that molecule is never emptied by the atom's leaving alone.
+KytMolecule* KytAtom::makeFirstMolecule()
+{
+    return new KytMolecule;
+}
+
+void KytAtom::joinMolecule(KytMolecule* m)
+{
+    molecule = m;
+    ++m->pointingAtoms;
+    m->addAtom(this);
+}
+
+void KytAtom::leaveMolecule()
+{
+    KytMolecule* left = molecule;
+    molecule = nullptr;
+    --left->pointingAtoms;
+    left->removeAtom(this);
+    if (left->emptied && left->pointingAtoms == 0)
+        delete left;
+}
+
+void KytAtom::setMolecule(KytMolecule* m)
+{
+    if (!m)
+        return;
+    std::vector<KytAtom*> stack{this};
+    while (!stack.empty()) {
+        KytAtom* atom = stack.back();
+        stack.pop_back();
+        if (atom->molecule == m)
+            continue;
+        atom->leaveMolecule();
+        atom->joinMolecule(m);
+        pushNeighbours(stack, atom);
+    }
+}
+
+void KytAtom::spreadMolecule()
+{
+    const quint64 wave = newVisit();
+    std::vector<KytAtom*> stack{this};
+    while (!stack.empty()) {
+        KytAtom* atom = stack.back();
+        stack.pop_back();
+        if (atom->visit == wave)
+            continue;
+        atom->visit = wave;
+        if (atom->molecule != molecule) {
+            atom->leaveMolecule();
+            atom->joinMolecule(molecule);
+        }
+        pushNeighbours(stack, atom);
+    }
+}
+
+void KytAtom::addInBond(KytBond* bond)
+{
+    inList.append(bond);
+}
+
+void KytAtom::addOutBond(KytBond* bond)
+{
+    outList.append(bond);
+}
+
+int KytAtom::getBondCount() const
+{
+    return static_cast<int>(inList.size() + outList.size());
+}
+
+void KytAtom::setAtomZ(float z)
+{
+    const float depth = narrowed(z);
+    if (std::isnan(z) || depth == atomZ)
+        return;
+    atomZ = depth;
+    sendDepth(this);
+}
+
+void KytAtom::setName(QString newName)
+{
+    name = std::move(newName);
+}
+
+void KytAtom::setSymbol(QString newSymbol)
+{
+    symbol = std::move(newSymbol);
+    canvasSymbol->setText(symbol);
+}
+
+void KytAtom::startHover()
+{
+    setBrush(QBrush(hoverColor));
+    setSize(hoveredAtomSize, hoveredAtomSize);
+}
+
+void KytAtom::stopHover()
+{
+    setBrush(QBrush(atomColor));
+    setSize(atomSize, atomSize);
+}
+
+KytAtom* KytAtom::getFirstConnectedAtom() const
+{
+    if (!inList.isEmpty())
+        return inList.first()->getFromAtom();
+    if (!outList.isEmpty())
+        return outList.first()->getToAtom();
+    return nullptr;
+}
+
+KytBond* KytAtom::isConnected(KytAtom* atom) const
+{
+    for (KytBond* bond : inList)
+        if (bond->getFromAtom() == atom)
+            return bond;
+    for (KytBond* bond : outList)
+        if (bond->getToAtom() == atom)
+            return bond;
+    return nullptr;
+}
+
+bool KytAtom::isInListConnected(KytAtom* atom)
+{
+    return isReachable(atom, &KytAtom::inList, &KytBond::fromAtom);
+}
+
+bool KytAtom::isOutListConnected(KytAtom* atom)
+{
+    return isReachable(atom, &KytAtom::outList, &KytBond::toAtom);
+}
+
+bool KytAtom::isAnyhowConnected(KytAtom* atom)
+{
+    return atom && (isInListConnected(atom) || isOutListConnected(atom));
+}
+
+/// Whether a walk over one or more of the given bonds, each left at the given end, leads from here to `atom`. The flag
+/// marks the atoms that the walk has entered, and is cleared on all of them before it returns.
+bool KytAtom::isReachable(KytAtom* atom, QList<KytBond*> KytAtom::*bonds, KytAtom* KytBond::*end)
+{
+    if (!atom || flag == 1)
+        return false;
+    bool found = false;
+    std::vector<KytAtom*> entered{this};
+    flag = 1;
+    for (std::size_t next = 0; next < entered.size() && !found; ++next) {
+        for (const KytBond* bond : entered[next]->*bonds) {
+            KytAtom* neighbour = bond->*end;
+            found = neighbour == atom;
+            if (found)
+                break;
+            if (neighbour && neighbour->flag == 0) {
+                neighbour->flag = 1;
+                entered.push_back(neighbour);
+            }
+        }
+    }
+    for (KytAtom* one : entered)
+        one->flag = 0;
+    return found;
+}

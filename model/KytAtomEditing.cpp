@@ -1,0 +1,171 @@
+#include "bonds/KytBond.h"
+#include "model/KytAtom.h"
+#include "model/KytMolecule.h"
+
+#include <QSet>
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr float mergeableDepth = 1.0F; // atoms of one molecule that lie further apart in depth do not merge
+
+/// Whether every bond of `atom` leads to `partner`.
+bool isBondedOnlyTo(const KytAtom* atom, const KytAtom* partner)
+{
+    for (const KytBond* bond : atom->inList)
+        if (bond->getFromAtom() != partner)
+            return false;
+    for (const KytBond* bond : atom->outList)
+        if (bond->getToAtom() != partner)
+            return false;
+    return true;
+}
+
+QSet<KytAtom*> neighboursOf(const KytAtom* atom)
+{
+    QSet<KytAtom*> neighbours;
+    for (const KytBond* bond : atom->inList)
+        neighbours.insert(bond->getFromAtom());
+    for (const KytBond* bond : atom->outList)
+        neighbours.insert(bond->getToAtom());
+    return neighbours;
+}
+
+} // namespace
+
+double findinclination(double x1, double y1, double x2, double y2)
+{
+    const double t = x1 == x2 ? std::numbers::pi / 2 : std::atan((y2 - y1) / (x2 - x1));
+    if (x2 < x1 && y2 > y1)
+        return t + std::numbers::pi;
+    if (x2 < x1 && y2 < y1)
+        return t - std::numbers::pi;
+    return t;
+}
+
+void KytAtom::moveBy(double dx, double dy)
+{
+    if (!std::isfinite(dx) || !std::isfinite(dy))
+        return;
+    QCanvasEllipse::moveBy(dx, dy);
+    layOutBonds();
+    canvasSymbol->moveBy(dx, dy);
+}
+
+void KytAtom::move(double x, double y)
+{
+    QCanvasEllipse::move(x, y);
+    layOutBonds();
+    canvasSymbol->move(x, y);
+}
+
+void KytAtom::layOutBonds()
+{
+    for (KytBond* bond : inList)
+        bond->setToAtom(this);
+    for (KytBond* bond : outList)
+        bond->setFromAtom(this);
+}
+
+void KytAtom::rotateAbout(double cx, double cy, float angle)
+{
+    const double radius = std::sqrt((x() - cx) * (x() - cx) + (y() - cy) * (y() - cy));
+    const double turned = angle + findinclination(cx, cy, x(), y());
+    move(std::cos(turned) * radius + cx, std::sin(turned) * radius + cy);
+}
+
+bool KytAtom::deleteBond(KytBond* bond)
+{
+    inList.removeAll(bond);
+    outList.removeAll(bond);
+    return inList.isEmpty() && outList.isEmpty();
+}
+
+void KytAtom::transferBonds(KytAtom* target)
+{
+    QSet<KytAtom*> joined = neighboursOf(target);
+    for (KytBond* bond : std::exchange(inList, {})) {
+        KytAtom* from = bond->getFromAtom();
+        if (joined.contains(from)) {
+            bond->setToAtom(nullptr);
+            delete bond;
+        } else {
+            joined.insert(from);
+            target->addInBond(bond);
+            bond->setToAtom(target);
+        }
+    }
+    for (KytBond* bond : std::exchange(outList, {})) {
+        KytAtom* to = bond->getToAtom();
+        if (joined.contains(to)) {
+            bond->setFromAtom(nullptr);
+            delete bond;
+        } else {
+            joined.insert(to);
+            target->addOutBond(bond);
+            bond->setFromAtom(target);
+        }
+    }
+}
+
+bool KytAtom::combine(KytAtom* other)
+{
+    if (std::fabs(atomZ - other->atomZ) > mergeableDepth && molecule == other->molecule)
+        return false;
+    if (isBondedOnlyTo(this, other) && isBondedOnlyTo(other, this))
+        return true;
+
+    other->setMolecule(molecule);
+    other->setAtomZ(atomZ);
+    other->transferBonds(this);
+    if (other->deleted == 0)
+        delete other;
+    const QList<KytBond*> bonds = inList;
+    for (KytBond* bond : bonds)
+        if (bond->getFromAtom() == this)
+            delete bond;
+    spreadMolecule();
+    return false;
+}
+
+/// Deletes every bond of the atom and gives each piece that is left a molecule of its own.
+void KytAtom::leaveBonds()
+{
+    const QList<KytBond*> bonds = std::exchange(inList, {}) + std::exchange(outList, {});
+    QSet<KytBond*> gone;
+    QList<KytAtom*> neighbours;
+    for (KytBond* bond : bonds) {
+        if (gone.contains(bond))
+            continue;
+        gone.insert(bond);
+        neighbours.append(bond->getFromAtom() == this ? bond->getToAtom() : bond->getFromAtom());
+        if (bond->getToAtom() == this)
+            bond->setToAtom(nullptr);
+        if (bond->getFromAtom() == this)
+            bond->setFromAtom(nullptr);
+        delete bond;
+    }
+
+    QSet<KytMolecule*> pieces;
+    for (KytAtom* neighbour : neighbours) {
+        if (!neighbour || neighbour == this || pieces.contains(neighbour->molecule))
+            continue;
+        auto* piece = new KytMolecule;
+        neighbour->setMolecule(piece);
+        pieces.insert(piece);
+    }
+}
+
+/// Leaves each bond to the list of its start atom alone: nobody has to search a list when all of them go.
+void KytAtom::aboutToBeCleared()
+{
+    inList.removeIf([this](KytBond* bond) {
+        const KytAtom* from = bond->getFromAtom();
+        if (!from || from == this || from->canvas() != canvas())
+            return false;
+        bond->setToAtom(nullptr);
+        return true;
+    });
+}

@@ -1,0 +1,160 @@
+#include "view/kytstudioview.h"
+
+#include "bonds/BondGeometry.h"
+#include "bonds/KytBond.h"
+#include "bonds/KytBondLine.h"
+#include "canvas/truncate.h"
+#include "doc/kytstudiodoc.h"
+#include "model/KytAtom.h"
+#include "view/DrawingGeometry.h"
+
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include <cmath>
+#include <numbers>
+
+QCanvasLine* const tempBond = new QCanvasLine(nullptr);
+double _x = 0;
+
+namespace {
+
+constexpr double rubberBandLevel = 0.0; // z on the canvas, below everything
+constexpr float addedAngle = 60.0F;     // projection angle of a drawn wedge, degrees
+const double slope = std::tan(std::numbers::pi / 3);
+
+} // namespace
+
+KytStudioView::KytStudioView(QWidget* parent, KytStudioDoc* doc)
+    : QCanvasView(parent)
+    , doc(doc)
+{
+    connect(doc, &KytStudioDoc::documentChanged, this, &KytStudioView::slotDocumentChanged);
+    connect(doc, &QObject::destroyed, this, [this] { this->doc = nullptr; });
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setBackgroundColor(QColor(128, 128, 0));
+    setCursor(Qt::CrossCursor);
+    verticalScrollBar()->setCursor(Qt::ArrowCursor);
+    horizontalScrollBar()->setCursor(Qt::ArrowCursor);
+    setCanvas(doc->canvas);
+    tempBond->setKept(true);
+    tempBond->setCanvas(doc->canvas);
+    tempBond->setZ(rubberBandLevel);
+    connect(doc->canvas, &QCanvas::itemGone, this, &KytStudioView::forget);
+    viewport()->setMouseTracking(true);
+}
+
+KytStudioView::~KytStudioView() = default;
+
+void KytStudioView::slotDocumentChanged()
+{
+}
+
+void KytStudioView::forget(QCanvasItem* item)
+{
+    if (hover == item)
+        hover = nullptr;
+    if (moving == item)
+        moving = nullptr;
+    if (lastAtom == item) {
+        lastAtom = nullptr;
+        endGesture();
+    }
+}
+
+void KytStudioView::endGesture()
+{
+    isLastAtom = 0;
+    tempBond->hide();
+}
+
+QPoint KytStudioView::canvasPoint(const QMouseEvent* event) const
+{
+    return inverseWorldMatrix().map(event->pos());
+}
+
+/// The items of the drawing at `p`, topmost first. The rubber band is not one of them.
+QCanvasItemList KytStudioView::itemsAt(const QPoint& p) const
+{
+    QCanvasItemList items = canvas()->collisions(p);
+    items.removeOne(tempBond);
+    return items;
+}
+
+KytAtom* KytStudioView::atomAt(const QPoint& p) const
+{
+    const QCanvasItemList items = itemsAt(p);
+    for (QCanvasItem* item : items)
+        if (item->rtti() == QCanvasItem::Rtti_Ellipse)
+            return static_cast<KytAtom*>(item);
+    return nullptr;
+}
+
+KytAtom* KytStudioView::newAtom(double x, double y, float depth)
+{
+    auto* atom = new KytAtom(canvas(), depth, false);
+    atom->move(x, y);
+    atom->show();
+    return atom;
+}
+
+void KytStudioView::startHover(QPoint p)
+{
+    if (!canvas())
+        return;
+    const QCanvasItemList items = itemsAt(p);
+    if (items.isEmpty())
+        return;
+    hover = items.first();
+    if (hover->rtti() == QCanvasItem::Rtti_Ellipse)
+        static_cast<KytAtom*>(hover)->startHover();
+    else if (hover->rtti() == QCanvasItem::Rtti_Line)
+        static_cast<KytBondLine*>(hover)->startHover();
+}
+
+void KytStudioView::stopHover()
+{
+    if (hover && hover->rtti() == QCanvasItem::Rtti_Ellipse)
+        static_cast<KytAtom*>(hover)->stopHover();
+    else if (hover && hover->rtti() == QCanvasItem::Rtti_Line)
+        static_cast<KytBondLine*>(hover)->stopHover();
+    hover = nullptr;
+}
+
+float KytStudioView::getZplane() const
+{
+    if (!lastAtom)
+        return 0;
+    const double length = distance({lastAtom->x(), lastAtom->y()}, {newx, newy});
+    if (canvasState == KYTVS_drawStereoUp)
+        return narrowed(lastAtom->getAtomZ() + slope * length);
+    if (canvasState == KYTVS_drawStereoDown)
+        return narrowed(lastAtom->getAtomZ() - slope * length);
+    return lastAtom->getAtomZ();
+}
+
+float KytStudioView::findtheta(float x1, float y1, float x2, float y2)
+{
+    return direction(x1, y1, x2, y2);
+}
+
+void KytStudioView::addBond(KytBond* bond, KytViewState state)
+{
+    switch (state) {
+    case KYTVS_drawSimpleBond:
+        bond->addBond(KYTBT_SingleBond, addedAngle);
+        break;
+    case KYTVS_drawDashedBond:
+        bond->addBond(KYTBT_DashedLine, addedAngle);
+        break;
+    case KYTVS_drawStereoUp:
+        bond->addBond(KYTBT_StereoUp, addedAngle);
+        break;
+    case KYTVS_drawStereoDown:
+        bond->addBond(KYTBT_StereoDown, addedAngle);
+        break;
+    default:
+        break;
+    }
+}

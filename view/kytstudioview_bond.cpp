@@ -1,0 +1,104 @@
+#include "bonds/BondGeometry.h"
+#include "bonds/KytBond.h"
+#include "canvas/truncate.h"
+#include "doc/kytstudiodoc.h"
+#include "model/KytAtom.h"
+#include "view/DrawingGeometry.h"
+#include "view/kytstudioview.h"
+
+#include <QMouseEvent>
+
+#include <cmath>
+#include <numbers>
+
+/// Takes the end point of what is being drawn from the pointer at `p`, corrected for fixed angle and length, and shows
+/// it.
+void KytStudioView::drawRubberBand(const QPoint& p)
+{
+    const double lx = lastAtom->x();
+    const double ly = lastAtom->y();
+    newx = static_cast<float>(p.x());
+    newy = static_cast<float>(p.y());
+    float theta = findtheta(narrowed(lx), narrowed(ly), newx, newy);
+    if (fixedAngleFlag) {
+        float reference = 0;
+        if (const KytAtom* neighbour = lastAtom->getFirstConnectedAtom())
+            reference = findtheta(narrowed(lx), narrowed(ly), narrowed(neighbour->x()), narrowed(neighbour->y()));
+        theta = snappedAngle(theta, reference, fixedAngleValue);
+        const double radius = distance({lx, ly}, p);
+        newx = narrowed(lx + radius * std::cos(double{theta}));
+        newy = narrowed(ly - radius * std::sin(double{theta}));
+    }
+    if (fixedLengthFlag && canvasState != KYTVS_zigzag) {
+        newx = narrowed(lx + fixedLengthValue * std::cos(double{theta}));
+        newy = narrowed(ly - fixedLengthValue * std::sin(double{theta}));
+    }
+    tempBond->setPoints(truncated(lx), truncated(ly), truncated(newx), truncated(newy));
+    if (canvasState == KYTVS_zigzag)
+        reportChain();
+    else
+        reportBond();
+}
+
+/// Reports length and angle. A wedge is as long as if it rose out of the drawing at 60 degrees.
+void KytStudioView::reportBond()
+{
+    double length = distance({lastAtom->x(), lastAtom->y()}, {newx, newy});
+    if (drawsWedge(canvasState))
+        length /= std::cos(std::numbers::pi / 3);
+    const double angle = shownAngle(newx - lastAtom->x(), newy - lastAtom->y());
+    const QByteArray format = tr("Bond Length: %.3f  Bond Angle: %.2f").toUtf8();
+    QByteArray text = QString::asprintf(format.constData(), length, angle).toUtf8();
+    emit displayBondDetail(text.data());
+}
+
+void KytStudioView::drawBond(QMouseEvent* event)
+{
+    const bool goesOn = event->modifiers().testFlag(Qt::ControlModifier);
+    if (!goesOn)
+        endGesture();
+    if (!lastAtom)
+        return;
+
+    KytAtom* end = targetAt(canvasPoint(event));
+    if (!end)
+        end = targetAt(QPoint(truncated(newx), truncated(newy)));
+    if (!end && !flag) {
+        end = newAtom(newx, newy, getZplane());
+        end->setMolecule(lastAtom->getMolecule());
+    }
+    flag = false;
+    if (!end)
+        return;
+    bondTo(end);
+    if (goesOn)
+        lastAtom = end;
+}
+
+/// The atom at `p` that lies in the plane of the bond being drawn. Meeting the start atom sets flag.
+KytAtom* KytStudioView::targetAt(const QPoint& p)
+{
+    const float plane = getZplane();
+    const QCanvasItemList items = itemsAt(p);
+    for (QCanvasItem* item : items) {
+        if (item->rtti() != QCanvasItem::Rtti_Ellipse)
+            continue;
+        auto* atom = static_cast<KytAtom*>(item);
+        if (atom == lastAtom)
+            flag = true;
+        else if (atom->getAtomZ() == plane)
+            return atom;
+    }
+    return nullptr;
+}
+
+/// Adds a line to the bond between the start atom and `target`, or makes the bond.
+void KytStudioView::bondTo(KytAtom* target)
+{
+    if (KytBond* bond = lastAtom->isConnected(target)) {
+        addBond(bond, canvasState);
+        return;
+    }
+    addBond(new KytBond(lastAtom, target, doc), canvasState);
+    target->setMolecule(lastAtom->getMolecule());
+}

@@ -1,0 +1,109 @@
+#include "bonds/KytBond.h"
+#include "bonds/KytBondLine.h"
+#include "bonds/KytStereoBond.h"
+#include "model/DrawnMolecules.h"
+#include "model/KytAtom.h"
+#include "view/kytstudioview.h"
+
+#include <QMouseEvent>
+
+namespace {
+
+constexpr double pixelsPerRadian = 10.0; // of horizontal pointer movement while rotating
+
+/// The molecule of a grabbed item; null for a label, which has none.
+KytMolecule* moleculeOf(const QCanvasItem* item)
+{
+    if (item->rtti() == QCanvasItem::Rtti_Ellipse)
+        return static_cast<const KytAtom*>(item)->getMolecule();
+    if (item->rtti() == QCanvasItem::Rtti_Polygon)
+        return static_cast<const KytStereoBond*>(item)->getBond()->getMolecule();
+    if (item->rtti() == QCanvasItem::Rtti_Line)
+        return static_cast<const KytBondLine*>(item)->getBond()->getMolecule();
+    return nullptr;
+}
+
+/// Whether the grabbed atom, or the start atom of the grabbed bond, is locked.
+bool isLocked(const QCanvasItem* item)
+{
+    if (item->rtti() == QCanvasItem::Rtti_Ellipse)
+        return static_cast<const KytAtom*>(item)->locked;
+    if (item->rtti() == QCanvasItem::Rtti_Polygon)
+        return static_cast<const KytStereoBond*>(item)->getBond()->getFromAtom()->locked;
+    if (item->rtti() == QCanvasItem::Rtti_Line)
+        return static_cast<const KytBondLine*>(item)->getBond()->getFromAtom()->locked;
+    return false;
+}
+
+} // namespace
+
+void KytStudioView::contentsMouseMoveEvent(QMouseEvent* event)
+{
+    if (!canvas() || !doc)
+        return;
+    const QPoint p = canvasPoint(event);
+    refreshHover(p);
+    if (draws(canvasState) && isLastAtom && lastAtom)
+        drawRubberBand(p);
+    if (canvasState == KYTVS_view && moving)
+        dragTo(p, event->modifiers().testFlag(Qt::ControlModifier));
+    if (canvasState == KYTVS_rotate && moving && moving->rtti() == QCanvasItem::Rtti_Ellipse)
+        rotateTo(p);
+}
+
+void KytStudioView::refreshHover(const QPoint& p)
+{
+    const QCanvasItemList items = itemsAt(p);
+    if (!items.isEmpty() && items.first() == hover)
+        return;
+    stopHover();
+    startHover(p);
+}
+
+void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
+{
+    const double dx = p.x() - moving_start.x();
+    const double dy = p.y() - moving_start.y();
+    const KytMolecule* molecule = moleculeOf(moving);
+    if (molecule && (wholeMolecule || isLocked(moving))) {
+        const QList<KytAtom*> atoms = drawnAtoms(*canvas(), molecule);
+        for (KytAtom* atom : atoms)
+            atom->moveBy(dx, dy);
+    } else {
+        moving->moveBy(dx, dy);
+    }
+    moving_start = p;
+}
+
+void KytStudioView::rotateTo(const QPoint& p)
+{
+    const auto* pivot = static_cast<const KytAtom*>(moving);
+    const auto angle = static_cast<float>((p.x() - _x) / pixelsPerRadian);
+    const QList<KytAtom*> atoms = drawnAtoms(*canvas(), pivot->getMolecule());
+    for (KytAtom* atom : atoms)
+        if (atom != pivot)
+            atom->rotateAbout(pivot->x(), pivot->y(), angle);
+    _x = p.x();
+}
+
+void KytStudioView::contentsMouseReleaseEvent(QMouseEvent* event)
+{
+    if (canvas() && canvasState == KYTVS_view && moving && moving->rtti() == QCanvasItem::Rtti_Ellipse)
+        dropAt(canvasPoint(event));
+    moving = nullptr;
+}
+
+/// Merges the dragged atom into the one below it, if there is one.
+void KytStudioView::dropAt(const QPoint& p)
+{
+    stopHover();
+    auto* dropped = static_cast<KytAtom*>(moving);
+    const QCanvasItemList items = itemsAt(p);
+    for (QCanvasItem* item : items) {
+        if (item->rtti() != QCanvasItem::Rtti_Ellipse || item == dropped)
+            continue;
+        if (static_cast<KytAtom*>(item)->combine(dropped))
+            delete dropped;
+        return;
+    }
+}

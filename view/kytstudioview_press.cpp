@@ -1,0 +1,99 @@
+#include "app/KytAtomProperties.h"
+#include "app/KytBondProperties.h"
+#include "bonds/KytStereoBond.h"
+#include "model/KytAtom.h"
+#include "view/kytstudioview.h"
+
+#include <QMouseEvent>
+
+void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
+{
+    if (!canvas() || !doc)
+        return;
+    const QPoint p = canvasPoint(event);
+    if (event->button() == Qt::RightButton) {
+        moving = nullptr;
+        openProperties(p);
+        return;
+    }
+    if (event->button() != Qt::LeftButton)
+        return;
+
+    if (canvasState == KYTVS_deleteItem)
+        deleteTopmost(p);
+    else if (draws(canvasState) && isLastAtom != 1)
+        startDrawing(p, event);
+    else if (drawsBond(canvasState))
+        drawBond(event);
+    else if (canvasState == KYTVS_zigzag) {
+        drawZigZag(event);
+        emit zigzagAtomValue(0);
+    } else if (canvasState == KYTVS_view)
+        grabItem(p);
+    else if (canvasState == KYTVS_rotate)
+        grabPivot(p);
+}
+
+/// Opens the dialogs of all atoms and wedges at `p`, one after the other. Whatever goes while a dialog is open is left
+/// out.
+void KytStudioView::openProperties(const QPoint& p)
+{
+    QCanvasItemList items = itemsAt(p);
+    const QMetaObject::Connection watch
+        = connect(canvas(), &QCanvas::itemGone, this, [&items](QCanvasItem* item) { items.removeAll(item); });
+    while (!items.isEmpty()) {
+        QCanvasItem* item = items.takeFirst();
+        if (item->rtti() == QCanvasItem::Rtti_Ellipse) {
+            KytAtomProperties dialog;
+            dialog.setAtom(static_cast<KytAtom*>(item));
+            dialog.exec();
+        } else if (item->rtti() == QCanvasItem::Rtti_Polygon) {
+            KytBondProperties dialog;
+            dialog.setBond(static_cast<KytStereoBond*>(item));
+            dialog.exec();
+        }
+    }
+    disconnect(watch);
+}
+
+/// Deletes the topmost item at `p`; a label stays. What was hit is settled before the highlight shrinks.
+void KytStudioView::deleteTopmost(const QPoint& p)
+{
+    const QCanvasItemList items = itemsAt(p);
+    stopHover();
+    if (items.isEmpty() || items.first()->rtti() == QCanvasItem::Rtti_Text)
+        return;
+    if (items.first()->rtti() == QCanvasItem::Rtti_Polygon)
+        static_cast<KytStereoBond*>(items.first())->deleteBond();
+    else
+        delete items.first();
+}
+
+/// The first click: the atom at `p`, or a new one, becomes the start atom.
+void KytStudioView::startDrawing(const QPoint& p, const QMouseEvent* event)
+{
+    isLastAtom = 1;
+    newx = static_cast<float>(p.x());
+    newy = static_cast<float>(p.y());
+    tempBond->setPoints(0, 0, 0, 0);
+    tempBond->show();
+    lastAtom = atomAt(p);
+    if (!lastAtom)
+        lastAtom = newAtom(event->pos().x(), event->pos().y(), 0.0F);
+}
+
+void KytStudioView::grabItem(const QPoint& p)
+{
+    const QCanvasItemList items = itemsAt(p);
+    moving = items.isEmpty() ? nullptr : items.first();
+    if (moving)
+        moving_start = p;
+}
+
+/// Grabs the atom at `p` as the centre of a rotation, whose first step is measured from the atom's centre.
+void KytStudioView::grabPivot(const QPoint& p)
+{
+    moving = atomAt(p);
+    if (moving)
+        _x = moving->x();
+}

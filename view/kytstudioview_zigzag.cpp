@@ -1,0 +1,51 @@
+#include "bonds/KytBond.h"
+#include "doc/kytstudiodoc.h"
+#include "model/KytAtom.h"
+#include "view/DrawingGeometry.h"
+#include "view/kytstudioview.h"
+
+#include <QMouseEvent>
+
+namespace {
+
+constexpr float addedAngle = 60.0F; // degrees
+
+} // namespace
+
+void KytStudioView::reportChain()
+{
+    emit zigzagAtomValue(zigZagAtomCount({lastAtom->x(), lastAtom->y()}, {newx, newy}, fixedLengthValue));
+}
+
+void KytStudioView::drawZigZag(QMouseEvent* event)
+{
+    if (!event->modifiers().testFlag(Qt::ControlModifier))
+        endGesture();
+    if (!lastAtom)
+        return;
+    const ZigZag chain = zigZag({lastAtom->x(), lastAtom->y()}, {newx, newy}, fixedLengthValue);
+    bool first = true;
+    for (const ZigZag::Step& step : chain.steps) {
+        KytAtom* before = lastAtom;
+        KytAtom* apex = chainAtom(step.apex.x(), step.apex.y(), before);
+        if (first)
+            apex->setMolecule(before->getMolecule());
+        else
+            before->setMolecule(apex->getMolecule());
+        first = false;
+        if (step.hasLine) {
+            KytAtom* line = chainAtom(step.line.x(), step.line.y(), apex);
+            line->setMolecule(apex->getMolecule());
+        }
+    }
+}
+
+/// A new atom of the chain at (x, y), bonded from `previous`, in its depth; the chain goes on from it.
+KytAtom* KytStudioView::chainAtom(double x, double y, KytAtom* previous)
+{
+    KytAtom* atom = newAtom(x, y, previous->getAtomZ());
+    const KytBondType kind = canvasState == KYTVS_drawDashedBond ? KYTBT_DashedLine : KYTBT_SingleBond;
+    (new KytBond(previous, atom, doc))->addBond(kind, addedAngle);
+    lastAtom = atom;
+    return atom;
+}
