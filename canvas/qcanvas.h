@@ -2,12 +2,15 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QEvent>
 #include <QFont>
 #include <QGraphicsView>
+#include <QLineF>
 #include <QList>
 #include <QObject>
 #include <QPen>
 #include <QPoint>
+#include <QPointer>
 #include <QPolygon>
 #include <QRegion>
 #include <QSize>
@@ -16,6 +19,7 @@
 #include <QTransform>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QCanvas;
@@ -72,7 +76,8 @@ public:
     QCanvasItemList collisions(const QPoint& p) const;
 
     /// Deletes every item whose rtti() is `rtti`, in the order of creation. All of them are told first
-    /// (QCanvasItem::aboutToBeCleared), so that items that hold on to each other can let go in linear time.
+    /// (QCanvasItem::aboutToBeCleared), so that items that hold on to each other can let go in linear time. A kept item
+    /// is only taken off.
     void deleteItems(int rtti);
 
 signals:
@@ -86,16 +91,31 @@ private:
     friend class QCanvasItem;
     friend class QCanvasView;
 
+    struct Place {
+        quint64 serial;
+        QCanvasItem* item; // null where the item has gone
+    };
+
+    QRect area() const { return QRect(QPoint(0, 0), extent); }
+    std::vector<Place>::iterator placeOf(quint64 serial);
+    bool holds(const Place& place) const;
     void add(QCanvasItem* item);
     void remove(QCanvasItem* item);
-    void markChanged(const QRectF& area);
+    void stack(const QCanvasItem* item);
+    void deletePlaces(const std::vector<Place>& chosen);
+    void markChanged(const QRectF& changedArea);
+    void scheduleUpdate();
+    void dropAbandonedPeers();
+    void rebuildScene();
 
     std::unique_ptr<QGraphicsScene> scene;
-    std::vector<QCanvasItem*> items; // by creation; null where an item has gone
+    QSize extent;
+    std::vector<Place> places; // by creation
     std::size_t goneItems = 0;
+    std::vector<QCanvasItemPeer*> abandoned; // in the scene still, but without their items
     QColor background = Qt::white;
     bool buffered = true;
-    QRegion changedRegion;
+    std::vector<QRect> changedAreas;
     QTimer repaintTimer;
 };
 
@@ -138,7 +158,7 @@ public:
     /// The kind of the item, one of RttiValues.
     virtual int rtti() const;
 
-    /// Everything that the item paints and where it can be hit, in canvas pixels.
+    /// Everything that the item paints, but for the fringe of antialiasing, and where it can be hit, in canvas pixels.
     virtual QRectF boundingRect() const = 0;
     /// Whether the hit area takes in the canvas point `p` (the centre of a pixel).
     virtual bool hits(const QPointF& p) const = 0;
@@ -160,8 +180,8 @@ private:
     friend class QCanvasItemPeer;
 
     QCanvas* home = nullptr;
-    std::unique_ptr<QCanvasItemPeer> peer; // its stand-in in the scene, while it is on a canvas
-    quint64 serial;                        // rises with creation
+    QCanvasItemPeer* peer = nullptr; // its stand-in in the scene, while it is on a canvas; owned by the scene
+    const quint64 serial;            // rises with creation
     double xPosition = 0;
     double yPosition = 0;
     double zPosition = 0;
@@ -204,7 +224,8 @@ protected:
     void draw(QPainter& painter) override;
 
 private:
-    QRect hitBox() const;
+    QRectF paintBox() const;
+    QRectF hitBox() const;
 
     int itsWidth;
     int itsHeight;
@@ -230,6 +251,7 @@ protected:
     void draw(QPainter& painter) override;
 
 private:
+    QLineF placed() const;
     int hitReach() const;
 
     QPoint start;
@@ -253,6 +275,8 @@ protected:
     void draw(QPainter& painter) override;
 
 private:
+    QPolygonF placed() const;
+
     QPolygon corners;
 };
 
@@ -264,27 +288,29 @@ public:
 
     QString text() const { return itsText; }
     void setText(const QString& text);
-    QFont font() const { return itsFont; }
+    QFont font() const { return itsFont.value_or(QFont()); }
     void setFont(const QFont& font);
     QColor color() const { return itsColor; }
     void setColor(const QColor& color);
 
     int rtti() const override;
-    /// As wide as the text and one pixel more, as high as the font.
+    /// As wide as the text and one pixel more, as high as the font; more where a letter leans out of that.
     QRectF boundingRect() const override;
-    /// The hit area is the bounding rectangle.
+    /// The hit area is as wide as the text and one pixel more, and as high as the font.
     bool hits(const QPointF& p) const override;
 
 protected:
     void draw(QPainter& painter) override;
 
 private:
-    void measure();
+    struct Layout;
+    const Layout& layout() const;
+    static std::shared_ptr<const Layout> sharedLayout(const QString& text, const QFont& font);
 
     QString itsText;
-    QFont itsFont;
+    std::optional<QFont> itsFont;
     QColor itsColor = Qt::black;
-    QSize extent;
+    mutable std::shared_ptr<const Layout> itsLayout; // made when first needed, shared by all equal texts
 };
 
 /// A scrolling window onto a canvas, with the canvas's top-left corner at its own.
@@ -320,10 +346,16 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    /// Paints the canvas's colour.
     void drawBackground(QPainter* painter, const QRectF& area) override;
+    /// Covers what lies outside the canvas, items included.
+    void drawForeground(QPainter* painter, const QRectF& area) override;
 
 private:
+    using ContentsHandler = void (QCanvasView::*)(QMouseEvent*);
+    void deliver(QMouseEvent* event, QEvent::Type type, ContentsHandler handler);
+    void scrollToCorner();
     void repaintChanged(const QRegion& region);
 
-    QCanvas* shown = nullptr;
+    QPointer<QCanvas> shown;
 };

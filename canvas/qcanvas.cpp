@@ -1,0 +1,269 @@
+#include "canvas/qcanvas.h"
+
+#include "canvas/qcanvasitempeer.h"
+
+#include <QGraphicsScene>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// Beyond so many rectangles, changes are repainted as the one rectangle around them.
+constexpr std::size_t mostChangedAreas = 64;
+
+// Taking a peer out of the scene costs a search through all of them. From so many on, a new scene is cheaper.
+constexpr std::size_t fewPeers = 1000;
+
+// The most levels at which the scene's index still gains from halving a canvas of a few thousand pixels.
+constexpr int indexDepth = 12;
+
+bool liesAbove(const QCanvasItem* a, const QCanvasItem* b, quint64 serialOfA, quint64 serialOfB)
+{
+    return a->z() != b->z() ? a->z() > b->z() : serialOfA > serialOfB;
+}
+
+} // namespace
+
+QCanvas::QCanvas(int width, int height)
+    : scene(std::make_unique<QGraphicsScene>())
+{
+    scene->setBspTreeDepth(indexDepth);
+    repaintTimer.setSingleShot(true);
+    repaintTimer.setInterval(0);
+    connect(&repaintTimer, &QTimer::timeout, this, &QCanvas::update);
+    resize(width, height);
+}
+
+QCanvas::~QCanvas()
+{
+    while (places.size() > goneItems) {
+        std::vector<Place> ellipses;
+        std::vector<Place> others;
+        for (const Place& place : places)
+            if (place.item)
+                (place.item->rtti() == QCanvasItem::Rtti_Ellipse ? ellipses : others).push_back(place);
+        ellipses.insert(ellipses.end(), others.begin(), others.end());
+        deletePlaces(ellipses);
+    }
+}
+
+int QCanvas::width() const
+{
+    return extent.width();
+}
+
+int QCanvas::height() const
+{
+    return extent.height();
+}
+
+QSize QCanvas::size() const
+{
+    return extent;
+}
+
+void QCanvas::resize(int width, int height)
+{
+    markChanged(area());
+    extent = QSize(width, height).expandedTo(QSize(0, 0));
+    // An empty rectangle would make the scene find one of its own.
+    scene->setSceneRect(QRectF(0, 0, std::max(extent.width(), 1), std::max(extent.height(), 1)));
+    markChanged(area());
+}
+
+QColor QCanvas::backgroundColor() const
+{
+    return background;
+}
+
+void QCanvas::setBackgroundColor(const QColor& color)
+{
+    background = color;
+    markChanged(area());
+}
+
+bool QCanvas::doubleBuffering() const
+{
+    return buffered;
+}
+
+void QCanvas::setDoubleBuffering(bool on)
+{
+    buffered = on;
+}
+
+int QCanvas::advancePeriod() const
+{
+    return repaintTimer.interval();
+}
+
+void QCanvas::setAdvancePeriod(int milliseconds)
+{
+    repaintTimer.setInterval(std::max(milliseconds, 0));
+}
+
+void QCanvas::update()
+{
+    repaintTimer.stop();
+    dropAbandonedPeers();
+    if (changedAreas.empty())
+        return;
+    QRegion region;
+    for (const QRect& rectangle : std::exchange(changedAreas, {}))
+        region += rectangle;
+    emit changed(region);
+}
+
+QCanvasItemList QCanvas::allItems() const
+{
+    QCanvasItemList list;
+    list.reserve(static_cast<qsizetype>(places.size() - goneItems));
+    for (const Place& place : places)
+        if (place.item)
+            list.append(place.item);
+    return list;
+}
+
+QCanvasItemList QCanvas::collisions(const QPoint& p) const
+{
+    const QPointF centre(p.x() + 0.5, p.y() + 0.5);
+    const QList<QGraphicsItem*> near = scene->items(QRectF(p.x(), p.y(), 1, 1), Qt::IntersectsItemBoundingRect);
+    QCanvasItemList hit;
+    for (const QGraphicsItem* peer : near) {
+        QCanvasItem* item = static_cast<const QCanvasItemPeer*>(peer)->item();
+        if (item && item->isVisible() && item->hits(centre))
+            hit.append(item);
+    }
+    std::sort(hit.begin(), hit.end(),
+              [](const QCanvasItem* a, const QCanvasItem* b) { return liesAbove(a, b, a->serial, b->serial); });
+    return hit;
+}
+
+void QCanvas::deleteItems(int rtti)
+{
+    std::vector<Place> chosen;
+    for (const Place& place : places)
+        if (place.item && place.item->rtti() == rtti)
+            chosen.push_back(place);
+    deletePlaces(chosen);
+}
+
+std::vector<QCanvas::Place>::iterator QCanvas::placeOf(quint64 serial)
+{
+    return std::lower_bound(places.begin(), places.end(), serial,
+                            [](const Place& place, quint64 wanted) { return place.serial < wanted; });
+}
+
+bool QCanvas::holds(const Place& place) const
+{
+    const auto found = const_cast<QCanvas*>(this)->placeOf(place.serial);
+    return found != places.end() && found->serial == place.serial && found->item;
+}
+
+// One item may take others with it, so each is looked up again before it is touched.
+void QCanvas::deletePlaces(const std::vector<Place>& chosen)
+{
+    for (const Place& place : chosen)
+        if (holds(place) && !place.item->isKept())
+            place.item->aboutToBeCleared();
+    for (const Place& place : chosen) {
+        if (!holds(place))
+            continue;
+        if (place.item->isKept())
+            place.item->setCanvas(nullptr);
+        else
+            delete place.item;
+    }
+}
+
+void QCanvas::add(QCanvasItem* item)
+{
+    const auto place = placeOf(item->serial);
+    if (place != places.end() && place->serial == item->serial) {
+        place->item = item;
+        --goneItems;
+    } else {
+        places.insert(place, {item->serial, item});
+    }
+    item->peer = new QCanvasItemPeer(item);
+    scene->addItem(item->peer);
+    stack(item);
+}
+
+// The scene stacks peers of equal z in the order in which they came; an older item belongs below the younger ones.
+void QCanvas::stack(const QCanvasItem* item)
+{
+    if (places.back().serial == item->serial)
+        return;
+    for (auto younger = placeOf(item->serial) + 1; younger != places.end(); ++younger) {
+        if (younger->item && younger->item->peer) {
+            item->peer->stackBefore(younger->item->peer);
+            return;
+        }
+    }
+}
+
+void QCanvas::remove(QCanvasItem* item)
+{
+    item->peer->abandon(); // from here on it only remembers: the item may be half destroyed
+    if (item->isVisible())
+        markChanged(item->peer->boundingRect());
+    abandoned.push_back(std::exchange(item->peer, nullptr));
+    scheduleUpdate();
+
+    placeOf(item->serial)->item = nullptr;
+    if (++goneItems > places.size() / 2) {
+        std::erase_if(places, [](const Place& place) { return !place.item; });
+        goneItems = 0;
+    }
+    emit itemGone(item);
+}
+
+void QCanvas::markChanged(const QRectF& changedArea)
+{
+    const QRect rectangle = changedArea.intersected(area()).toAlignedRect();
+    if (rectangle.isEmpty())
+        return;
+    scheduleUpdate();
+    if (!changedAreas.empty() && changedAreas.back().contains(rectangle))
+        return;
+    if (changedAreas.size() == mostChangedAreas) {
+        QRect around;
+        for (const QRect& gathered : changedAreas)
+            around |= gathered;
+        changedAreas.assign(1, around);
+    }
+    changedAreas.push_back(rectangle);
+}
+
+void QCanvas::scheduleUpdate()
+{
+    if (!repaintTimer.isActive())
+        repaintTimer.start();
+}
+
+void QCanvas::dropAbandonedPeers()
+{
+    if (abandoned.size() > fewPeers) {
+        rebuildScene();
+        return;
+    }
+    for (QCanvasItemPeer* peer : std::exchange(abandoned, {})) {
+        scene->removeItem(peer); // while the peer can still tell the index where it is
+        delete peer;
+    }
+}
+
+void QCanvas::rebuildScene()
+{
+    scene->clear();
+    abandoned.clear();
+    for (const Place& place : places) {
+        if (!place.item)
+            continue;
+        place.item->peer = new QCanvasItemPeer(place.item);
+        scene->addItem(place.item->peer);
+        place.item->peer->boundingRect(); // so that it is known when the item goes
+    }
+}

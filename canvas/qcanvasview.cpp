@@ -1,0 +1,137 @@
+#include "canvas/qcanvas.h"
+
+#include <QGraphicsScene>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+QCanvasView::QCanvasView(QWidget* parent)
+    : QGraphicsView(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    setTransformationAnchor(NoAnchor);
+    setResizeAnchor(NoAnchor);
+    setInteractive(false);
+    setRenderHint(QPainter::Antialiasing);
+    setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
+    setViewportUpdateMode(NoViewportUpdate); // the canvas says when and what
+}
+
+QCanvasView::~QCanvasView() = default;
+
+void QCanvasView::setCanvas(QCanvas* canvas)
+{
+    if (canvas == shown)
+        return;
+    if (shown)
+        shown->disconnect(this);
+    shown = canvas;
+    setScene(canvas ? canvas->scene.get() : nullptr);
+    if (canvas) {
+        connect(canvas, &QCanvas::changed, this, &QCanvasView::repaintChanged);
+        connect(canvas, &QObject::destroyed, viewport(), qOverload<>(&QWidget::update));
+    }
+    scrollToCorner();
+    viewport()->update();
+}
+
+void QCanvasView::setBackgroundColor(const QColor& color)
+{
+    QPalette colors = viewport()->palette();
+    colors.setColor(viewport()->backgroundRole(), color);
+    viewport()->setPalette(colors);
+}
+
+QColor QCanvasView::backgroundColor() const
+{
+    return viewport()->palette().color(viewport()->backgroundRole());
+}
+
+QTransform QCanvasView::inverseWorldMatrix() const
+{
+    return transform().inverted();
+}
+
+void QCanvasView::contentsMousePressEvent(QMouseEvent* event)
+{
+    event->ignore();
+}
+
+void QCanvasView::contentsMouseMoveEvent(QMouseEvent* event)
+{
+    event->ignore();
+}
+
+void QCanvasView::contentsMouseReleaseEvent(QMouseEvent* event)
+{
+    event->ignore();
+}
+
+void QCanvasView::mousePressEvent(QMouseEvent* event)
+{
+    deliver(event, QEvent::MouseButtonPress, &QCanvasView::contentsMousePressEvent);
+}
+
+void QCanvasView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    deliver(event, QEvent::MouseButtonPress, &QCanvasView::contentsMousePressEvent);
+}
+
+void QCanvasView::mouseMoveEvent(QMouseEvent* event)
+{
+    deliver(event, QEvent::MouseMove, &QCanvasView::contentsMouseMoveEvent);
+}
+
+void QCanvasView::mouseReleaseEvent(QMouseEvent* event)
+{
+    deliver(event, QEvent::MouseButtonRelease, &QCanvasView::contentsMouseReleaseEvent);
+}
+
+void QCanvasView::deliver(QMouseEvent* event, QEvent::Type type, ContentsHandler handler)
+{
+    if (!shown) {
+        event->ignore();
+        return;
+    }
+    const QPointF contents = transform().map(mapToScene(event->position().toPoint()));
+    QMouseEvent translated(type, contents, event->scenePosition(), event->globalPosition(), event->button(),
+                           event->buttons(), event->modifiers(), event->pointingDevice());
+    (this->*handler)(&translated);
+    event->setAccepted(translated.isAccepted());
+}
+
+void QCanvasView::scrollToCorner()
+{
+    horizontalScrollBar()->setValue(horizontalScrollBar()->minimum());
+    verticalScrollBar()->setValue(verticalScrollBar()->minimum());
+}
+
+void QCanvasView::scrollContentsBy(int dx, int dy)
+{
+    QGraphicsView::scrollContentsBy(dx, dy);
+    viewport()->scroll(isRightToLeft() ? -dx : dx, dy);
+}
+
+void QCanvasView::drawBackground(QPainter* painter, const QRectF& area)
+{
+    if (shown)
+        painter->fillRect(area & QRectF(shown->area()), shown->backgroundColor());
+}
+
+void QCanvasView::drawForeground(QPainter* painter, const QRectF& area)
+{
+    if (!shown || QRectF(shown->area()).contains(area))
+        return;
+    const QRegion outside = QRegion(area.toAlignedRect()) - shown->area();
+    for (const QRect& rectangle : outside)
+        painter->fillRect(rectangle, backgroundColor());
+}
+
+void QCanvasView::repaintChanged(const QRegion& region)
+{
+    QRegion mapped;
+    for (const QRect& rectangle : region)
+        mapped += mapFromScene(QRectF(rectangle)).boundingRect();
+    viewport()->update(mapped);
+}
