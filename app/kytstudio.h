@@ -1,5 +1,8 @@
 #pragma once
 
+#include "app/StatusMessages.h"
+#include "view/KytViewState.h"
+
 #include <QMainWindow>
 
 class KytI3dView;
@@ -119,6 +122,24 @@ public slots:
     void slotSelectFixedAngle();
     void slotSelectI3DView();
 
+    /// Shows length and angle of the bond being drawn (UTF-8), in the modes that draw one.
     void slotDisplayBondDetail(char* text);
+    /// Shows the number of atoms of the chain being drawn, in the mode that draws one.
     void slotZigzagAtomCount(int count);
+
+protected:
+    /// Status tips are shown over the commands' messages instead of in their place.
+    bool event(QEvent* event) override;
+    /// Catches the keys that several actions share: they trigger none.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void say(const QString& text, int milliseconds = 0);
+    void clearDrawing();
+    QString askSaveName();
+    void addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded);
+    void selectMode(KytViewState state);
+    QToolBar* makeToolBar(const QString& name, const QString& title, Qt::ToolBarArea area);
+
+    StatusMessages messages;
 };

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QImage>
+
+/// The window icon of the property dialogs.
+QImage dialogIcon();

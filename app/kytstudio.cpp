@@ -1,0 +1,137 @@
+#include "app/kytstudio.h"
+
+#include "app/InputDrop.h"
+#include "doc/kytstudiodoc.h"
+#include "i3d/KytI3dView.h"
+#include "view/kytstudioview.h"
+
+#include <QAction>
+#include <QMessageBox>
+#include <QShortcutEvent>
+#include <QStatusBar>
+#include <QStatusTipEvent>
+#include <QToolBar>
+
+namespace {
+
+constexpr int detailTime = 15000;   // milliseconds
+constexpr int ambiguousTime = 4000; // milliseconds
+constexpr int readyTime = 4000;     // milliseconds
+
+} // namespace
+
+KytStudioApp::KytStudioApp()
+    : messages(statusBar())
+{
+    setWindowTitle(tr("KytStudio 1.1"));
+    initDoc();
+    initView();
+    initActions();
+    initMenuBar();
+    initToolBar();
+    initStatusBar();
+    initI3dView();
+    viewToolBar->setChecked(true);
+    viewStatusBar->setChecked(true);
+    viewLibraryBar->setChecked(true);
+    resize(450, 400);
+    view->viewport()->setMouseTracking(true);
+    viewToolBar->setChecked(true);
+    viewStatusBar->setChecked(true);
+    viewLibraryBar->setChecked(true);
+}
+
+KytStudioApp::~KytStudioApp() = default;
+
+void KytStudioApp::initDoc()
+{
+    doc = new KytStudioDoc;
+}
+
+void KytStudioApp::initView()
+{
+    doc->newDoc();
+    view = new KytStudioView(this, doc);
+    setCentralWidget(view);
+}
+
+void KytStudioApp::initStatusBar()
+{
+    say(tr("Ready."), readyTime);
+}
+
+void KytStudioApp::initI3dView()
+{
+    i3dviewer = new KytI3dView(doc->canvas);
+}
+
+void KytStudioApp::say(const QString& text, int milliseconds)
+{
+    messages.show(text, milliseconds);
+}
+
+bool KytStudioApp::event(QEvent* event)
+{
+    if (event->type() != QEvent::StatusTip)
+        return QMainWindow::event(event);
+    messages.setTip(static_cast<QStatusTipEvent*>(event)->tip());
+    return true;
+}
+
+bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Shortcut) {
+        const auto* key = static_cast<QShortcutEvent*>(event);
+        if (key->isAmbiguous()) {
+            say(tr("Ambiguous \"%1\" not handled").arg(key->key().toString(QKeySequence::NativeText)), ambiguousTime);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void KytStudioApp::slotDisplayBondDetail(char* text)
+{
+    if (drawsBond(view->canvasState))
+        say(QString::fromUtf8(text), detailTime);
+}
+
+void KytStudioApp::slotZigzagAtomCount(int count)
+{
+    if (view->canvasState == KYTVS_zigzag)
+        say(QString::asprintf(tr("%d Atoms").toUtf8().constData(), count), detailTime);
+}
+
+void KytStudioApp::slotViewToolBar(bool toggle)
+{
+    say(tr("Toggle toolbar..."));
+    fileToolbar->setVisible(toggle);
+    say(tr("Ready."));
+}
+
+void KytStudioApp::slotViewStatusBar(bool toggle)
+{
+    say(tr("Toggle statusbar..."));
+    statusBar()->setVisible(toggle);
+    say(tr("Ready."));
+}
+
+/// "MolLib" is a second switch of the status bar.
+void KytStudioApp::slotViewLibraryBar(bool toggle)
+{
+    slotViewStatusBar(toggle);
+}
+
+void KytStudioApp::slotHelpAbout()
+{
+    QMessageBox::about(this, tr("About..."), tr("KytStudio\nVersion 1.1\n(c) 2026 by the KytStudio contributors"));
+}
+
+void KytStudioApp::slotSelectI3DView()
+{
+    say(tr("Opening I3D View"));
+    statusBar()->repaint();
+    if (view)
+        i3dviewer->view();
+    say(tr("Ready."));
+}

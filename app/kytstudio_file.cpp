@@ -1,0 +1,139 @@
+#include "app/FileDialogs.h"
+#include "app/kytstudio.h"
+#include "doc/kytstudiodoc.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+
+namespace {
+
+constexpr int progressTime = 5000; // milliseconds
+constexpr int resultTime = 4000;   // milliseconds
+
+/// A file name as a window title: Qt takes "[*]" for the place of the modified mark unless it stands twice.
+QString captionFor(QString fileName)
+{
+    return fileName.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
+} // namespace
+
+/// Deletes all atoms, and with them all bonds.
+void KytStudioApp::clearDrawing()
+{
+    doc->canvas->deleteItems(QCanvasItem::Rtti_Ellipse);
+}
+
+void KytStudioApp::slotFileNew()
+{
+    say(tr("Creating file"));
+    clearDrawing();
+}
+
+void KytStudioApp::slotFileOpen()
+{
+    say(tr("Opening file..."), progressTime);
+    doc->docName = askOpenFileName(this, {.name = QStringLiteral("Open file dialog"),
+                                          .caption = tr("Choose a File"),
+                                          .directory = QStringLiteral("data/"),
+                                          .filter = tr("KytBench (*.kyt)")});
+    if (doc->docName.isEmpty()) {
+        say(tr("Opening aborted"), resultTime);
+        return;
+    }
+    clearDrawing();
+    doc->load(doc->docName, false);
+    setWindowTitle(captionFor(doc->docName));
+    say(tr("Loaded document: ") + doc->docName, resultTime);
+}
+
+QString KytStudioApp::askSaveName()
+{
+    return askSaveFileName(this,
+                           {.name = QStringLiteral("Save File dialog"),
+                            .caption = tr("Choose a Filename to save under"),
+                            .directory = QStringLiteral("/home"),
+                            .filter = tr("KytBench(*.kyt)")},
+                           tr(".kyt"));
+}
+
+/// The extension is always appended, to a name that has it and to none at all: there is no way to call a save off.
+void KytStudioApp::slotFileSave()
+{
+    say(tr("Saving file..."), progressTime);
+    if (doc->docName == tr("noname.kyt"))
+        doc->docName = askSaveName() + QStringLiteral(".kyt");
+    doc->save();
+    say(tr("Saving Done !"), resultTime);
+}
+
+void KytStudioApp::slotFileSaveAs()
+{
+    say(tr("Saving file under new filename..."), progressTime);
+    const QString name = askSaveName() + tr(".kyt");
+    say(tr("Saving As.."), progressTime);
+    if (name.isEmpty()) {
+        say(tr("Saving aborted"), resultTime);
+        return;
+    }
+    doc->saveAs(name);
+    say(tr("Saving Done !"), resultTime);
+}
+
+void KytStudioApp::slotFileClose()
+{
+    say(tr("Closing file..."), progressTime);
+    QMessageBox question(QMessageBox::Information, tr("Close !"),
+                         tr("Closing the File..\nDo your want to save ur changes to File?"),
+                         QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    question.setButtonText(QMessageBox::Yes, tr("Save"));
+    question.setButtonText(QMessageBox::No, tr("Discard"));
+    question.setDefaultButton(QMessageBox::Yes);
+    question.setEscapeButton(QMessageBox::Cancel);
+    switch (question.exec()) {
+    case QMessageBox::Yes:
+        slotFileSave();
+        clearDrawing();
+        say(tr("Done !"), resultTime);
+        break;
+    case QMessageBox::No:
+        clearDrawing();
+        say(tr("Done !"), resultTime);
+        break;
+    case QMessageBox::Cancel:
+        say(tr("Close Aborted..."), resultTime);
+        break;
+    default:
+        break;
+    }
+}
+
+/// Printing gives an empty page.
+void KytStudioApp::slotFilePrint()
+{
+    say(tr("Printing..."));
+    QPrinter printer(QPrinter::ScreenResolution);
+    if (QPrintDialog(&printer, this).exec() == QDialog::Accepted) {
+        QPainter painter(&printer);
+        painter.end();
+    }
+    say(tr("Ready."));
+}
+
+bool KytStudioApp::queryExit()
+{
+    return QMessageBox::information(this, tr("Quit !"), tr("Do your really want to quit?"),
+                                    QMessageBox::Ok | QMessageBox::Cancel)
+        == QMessageBox::Ok;
+}
+
+void KytStudioApp::slotFileQuit()
+{
+    say(tr("Exiting application..."));
+    if (!doc->isModified() || queryExit())
+        QApplication::quit();
+    say(tr("Ready."));
+}

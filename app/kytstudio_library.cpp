@@ -1,0 +1,86 @@
+#include "app/FileDialogs.h"
+#include "app/kytstudio.h"
+#include "doc/kytstudiodoc.h"
+#include "view/kytstudioview.h"
+
+#include <QLoggingCategory>
+
+namespace {
+
+Q_LOGGING_CATEGORY(library, "kytstudio.library")
+
+constexpr int loadingTime = 4000; // milliseconds
+constexpr int loadedTime = 2000;  // milliseconds
+constexpr int insertTime = 15000; // milliseconds
+
+} // namespace
+
+/// Adds the library molecule in `fileName`, its atoms locked, and goes to view mode so that it can be dragged.
+void KytStudioApp::addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded)
+{
+    say(loading, loadingTime);
+    if (view) {
+        if (!doc->load(fileName, true))
+            qCWarning(library).noquote() << fileName + QStringLiteral(": cannot be read");
+        view->canvasState = KYTVS_view;
+    }
+    say(loaded, loadedTime);
+}
+
+void KytStudioApp::slotAddWater()
+{
+    addFromLibrary(tr("Loading Water.."), QStringLiteral("lib/water.kyf"), tr("Water Loaded !"));
+}
+
+void KytStudioApp::slotAddProp()
+{
+    addFromLibrary(tr("Loading Prop.."), QStringLiteral("lib/prop.kyf"), tr("Prop Loaded !"));
+}
+
+void KytStudioApp::slotAddMegaphon()
+{
+    addFromLibrary(tr("Loading Megaphon.."), QStringLiteral("lib/megaphon.kyf"), tr("Megaphon Loaded !"));
+}
+
+void KytStudioApp::slotAddHexane()
+{
+    addFromLibrary(tr("Loading Hexane.."), QStringLiteral("lib/hexane.kyf"), tr("Hexane Loaded !"));
+}
+
+void KytStudioApp::slotAddCubane()
+{
+    addFromLibrary(tr("Loading Cubane.."), QStringLiteral("lib/cubane.kyf"), tr("Cubane Loaded !"));
+}
+
+void KytStudioApp::slotAddBenzene()
+{
+    addFromLibrary(tr("Loading Benzene.."), QStringLiteral("lib/benzene.kyf"), tr("Benzene Loaded !"));
+}
+
+void KytStudioApp::slotInsertMolecule()
+{
+    say(tr("Insert Molecule.."), insertTime);
+    if (view) {
+        const QString name = askOpenFileName(this, {.name = QStringLiteral("Insert Moleculwe dialog"),
+                                                    .caption = tr("Choose a Molecule"),
+                                                    .directory = QStringLiteral("lib/"),
+                                                    .filter = tr("KytFragment (*.kyf)")});
+        if (!name.isEmpty())
+            doc->load(name, true);
+    }
+    say(tr("Ready."));
+}
+
+void KytStudioApp::slotImportMolecule()
+{
+    say(tr("Opening file..."));
+    if (view) {
+        const QString name = askOpenFileName(this, {.name = QStringLiteral("Import Moleculwe dialog"),
+                                                    .caption = tr("Choose a Molecule"),
+                                                    .directory = QStringLiteral("data/"),
+                                                    .filter = tr("KytBench (*.kyt)")});
+        if (!name.isEmpty())
+            doc->load(name, false);
+    }
+    say(tr("Ready."));
+}
