@@ -10,7 +10,10 @@
 #include <SDL.h>
 
 class KytAtom;
+class KytBond;
+class KytBondLine;
 class KytMolecule;
+struct SceneStick;
 
 /// The 3D viewer: a window of its own that shows the canvas as balls and sticks and flies a camera from the keyboard.
 ///
@@ -22,15 +25,27 @@ public:
     ~KytI3dView();
 
     /// Opens the window and returns when the user closes it, or at once, after a line on standard output, when there
-    /// can be no window.
+    /// can be no window. A termination signal closes the window first and then does to the process what it always does.
     void view();
+
+    /// The steps of view(), for a caller that runs the loop itself. `open` is false, after a line on standard output,
+    /// when there can be no window; after that, and after `close`, only `open` may follow.
+    bool open();
+    /// Handles the latest event, once more when there is no newer one, and draws a frame. True when the user has closed
+    /// the viewer.
+    bool step();
+    void close();
 
     /// The index of `atom` in atomsArr; 0 when it is not there.
     int getIndex(KytAtom* atom) const;
 
+    /// Sets up the GL context of the open window, builds the scene and puts the camera in front of it.
     void init();
+    /// Compiles the scene from the canvas as it is now, adding up `pos`, `totalAtomCount` and `defaulteye`.
     void CreateLists();
+    /// Draws one molecule and counts its atoms in, as CreateLists does for all; needs the lists of CreateLists.
     void RenderMolecule(KytMolecule* molecule);
+    /// Draws a frame and shows it.
     void renderScene();
     /// Acts on a key; true when it closes the viewer.
     bool HandleKeyboard(SDL_keysym* key);
@@ -58,4 +73,28 @@ public:
     int nFlags;
     const SDL_VideoInfo* pSDLVideoInfo = nullptr;
     SDL_Surface* pSDLSurface = nullptr;
+
+private:
+    SDL_Event event = {}; // the latest one; no event at first
+
+    bool startVideo();
+    bool openWindow();
+    void setUpProjection();
+    void setUpLight();
+    void makeQuadric();
+    void freeQuadric();
+    void putCameraInFront();
+    void resetCamera();
+    void placeCamera() const;
+    void turnScene() const;
+    void spin(Uint32 milliseconds);
+
+    void compileSphere();
+    void renderAtoms(const QList<KytAtom*>& atoms);
+    void renderAtom(KytAtom* atom);
+    void countIn(const KytAtom* atom);
+    void renderBond(const KytBond* bond);
+    void renderWedge(const KytBond* bond);
+    void renderLine(const KytBond* bond, const KytBondLine* line);
+    void renderStick(const SceneStick& stick, int slices);
 };

@@ -1,0 +1,171 @@
+#include "app/PendingInput.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+
+namespace {
+
+constexpr int markerTimeout = 2000; // milliseconds, in case that the X server does not answer
+
+/// Takes input events away from all objects of the program.
+class InputDropper : public QObject {
+public:
+    explicit InputDropper(QObject* parent)
+        : QObject(parent)
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    /// Drops only what still belongs to presses that were dropped, and goes once that is over.
+    void finish()
+    {
+        dropsAll = false;
+        goWhenDone();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool drop = event->spontaneous() && takesAway(event);
+        if (!dropsAll)
+            goWhenDone();
+        return drop || QObject::eventFilter(watched, event);
+    }
+
+private:
+    bool takesAway(QEvent* event)
+    {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            return takesAwayPress(static_cast<QMouseEvent*>(event));
+        case QEvent::MouseButtonRelease:
+            return takesAwayRelease(static_cast<QMouseEvent*>(event));
+        case QEvent::MouseMove:
+            return takesAwayMove(static_cast<QMouseEvent*>(event));
+        case QEvent::ShortcutOverride:
+            if (dropsAll)
+                event->accept(); // keeps the key from being looked up as a shortcut
+            return dropsAll;
+        case QEvent::Close:
+            if (dropsAll)
+                event->ignore();
+            return dropsAll;
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Wheel:
+        case QEvent::ContextMenu:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletMove:
+        case QEvent::TabletRelease:
+            return dropsAll;
+        default:
+            return false;
+        }
+    }
+
+    bool takesAwayPress(const QMouseEvent* event)
+    {
+        if (!dropsAll && !pressed)
+            return false;
+        pressed |= event->button();
+        return true;
+    }
+
+    bool takesAwayRelease(const QMouseEvent* event)
+    {
+        const bool drop = pressed.testFlag(event->button());
+        pressed.setFlag(event->button(), false);
+        return drop;
+    }
+
+    bool takesAwayMove(const QMouseEvent* event)
+    {
+        if (!dropsAll)
+            pressed &= event->buttons(); // a release may have gone elsewhere
+        return dropsAll || pressed;
+    }
+
+    void goWhenDone()
+    {
+        if (pressed)
+            return;
+        QCoreApplication::instance()->removeEventFilter(this);
+        deleteLater();
+    }
+
+    bool dropsAll = true;
+    Qt::MouseButtons pressed; // pressed without anybody knowing of it
+};
+
+/// Waits until every event that the X server has sent so far has been dealt with: it sends an event to itself and runs
+/// the event loop until that one comes back, behind all the others.
+class EventMarker : public QAbstractNativeEventFilter {
+public:
+    explicit EventMarker(xcb_connection_t* connection)
+        : connection(connection)
+        , window(xcb_generate_id(connection))
+    {
+        const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+        xcb_create_window(connection, 0, window, screen->root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                          XCB_COPY_FROM_PARENT, 0, nullptr);
+        QCoreApplication::instance()->installNativeEventFilter(this);
+    }
+
+    ~EventMarker() override
+    {
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+        xcb_destroy_window(connection, window);
+        xcb_flush(connection);
+    }
+
+    void waitForIt()
+    {
+        xcb_client_message_event_t message = {};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = window;
+        message.type = XCB_ATOM_INTEGER;
+        xcb_send_event(connection, 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+        xcb_flush(connection);
+        QTimer::singleShot(markerTimeout, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) override
+    {
+        constexpr std::uint8_t sentBit = 0x80;
+        if (eventType != "xcb_generic_event_t")
+            return false;
+        const auto* event = static_cast<const xcb_client_message_event_t*>(message);
+        if ((event->response_type & ~sentBit) != XCB_CLIENT_MESSAGE || event->window != window)
+            return false;
+        loop.quit();
+        return true;
+    }
+
+private:
+    xcb_connection_t* connection;
+    xcb_window_t window;
+    QEventLoop loop;
+};
+
+} // namespace
+
+void dropPendingInput()
+{
+    auto* dropper = new InputDropper(QCoreApplication::instance());
+    if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+        EventMarker(x11->connection()).waitForIt();
+    QCoreApplication::processEvents(); // the marker overtakes what the toolkit has queued by then
+    dropper->finish();
+}
