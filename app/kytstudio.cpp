@@ -1,6 +1,6 @@
 #include "app/kytstudio.h"
 
-#include "app/InputDrop.h"
+#include "app/PendingInput.h"
 #include "doc/kytstudiodoc.h"
 #include "i3d/KytI3dView.h"
 #include "view/kytstudioview.h"
@@ -134,4 +134,6 @@ void KytStudioApp::slotSelectI3DView()
     if (view)
         i3dviewer->view();
     say(tr("Ready."));
+    dropPendingInput();
+    repaint();
 }

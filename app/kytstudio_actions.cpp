@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr QSize iconSize(24, 24);
+constexpr QSize pictureSize(24, 24);
 
 /// Where an action's icon comes from: compiled in, or a file below the working directory.
 struct Picture {
@@ -283,7 +283,7 @@ QToolBar* KytStudioApp::makeToolBar(const QString& name, const QString& title, Q
 {
     auto* bar = new QToolBar(title, this);
     bar->setObjectName(name);
-    bar->setIconSize(iconSize);
+    bar->setIconSize(pictureSize);
     addToolBar(area, bar);
     return bar;
 }

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
 
 namespace {
 
@@ -89,8 +90,8 @@ void KytStudioApp::slotFileClose()
     QMessageBox question(QMessageBox::Information, tr("Close !"),
                          tr("Closing the File..\nDo your want to save ur changes to File?"),
                          QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    question.setButtonText(QMessageBox::Yes, tr("Save"));
-    question.setButtonText(QMessageBox::No, tr("Discard"));
+    question.button(QMessageBox::Yes)->setText(tr("Save"));
+    question.button(QMessageBox::No)->setText(tr("Discard"));
     question.setDefaultButton(QMessageBox::Yes);
     question.setEscapeButton(QMessageBox::Cancel);
     switch (question.exec()) {
