@@ -1,0 +1,87 @@
+# shellcheck shell=bash
+# What run.sh, test.sh and .ci/run share: installing packages, configuring and building. Meant to be sourced; the
+# caller sets `root` to the project's folder.
+# shellcheck disable=SC2034,SC2154  # both lists are for the caller, and root is the caller's
+
+build_packages=(
+    cmake ninja-build g++
+    qt6-base-dev libsdl1.2-dev libgl-dev libopengl-dev libglu1-mesa-dev libgl1-mesa-dri libxi-dev
+    fonts-liberation
+)
+screen_packages=(xvfb openbox xdotool imagemagick)
+
+say() {
+    printf '%s\n' "$*"
+}
+
+# fail SENTENCE: says why it cannot go on, and ends the script.
+fail() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    exit 1
+}
+
+# Prints those of the named packages that are neither installed nor provided by an installed package.
+missing_packages() {
+    dpkg-query --show --showformat='${db:Status-Status}\t${Package}, ${Provides}\n' |
+        awk -v wanted="$*" -F '\t' '
+            $1 == "installed" {
+                gsub(/ *\([^)]*\)/, "", $2)
+                count = split($2, names, /, */)
+                for (i = 1; i <= count; i++)
+                    have[names[i]] = 1
+            }
+            END {
+                count = split(wanted, names, " ")
+                for (i = 1; i <= count; i++)
+                    if (!(names[i] in have))
+                        print names[i]
+            }'
+}
+
+# install_missing PACKAGE...: installs what is not there yet; asks for nothing and changes nothing where all of it is.
+install_missing() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        fail "This needs a Debian-like system with apt-get; elsewhere, install the packages that README.md names and" \
+            "build with CMake."
+    fi
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} -eq 0 ] && return
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null ||
+            fail "These packages are missing, and installing them takes root or sudo: ${missing[*]}"
+        as_root=(sudo)
+        sudo true || fail "These packages are missing, and sudo refused to install them: ${missing[*]}"
+    fi
+
+    say "Installing: ${missing[*]}"
+    local log=$root/build/packages.log
+    mkdir -p "$root/build"
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=600)
+    # A list that cannot be refreshed may still be good enough; the installation tells.
+    "${apt[@]}" update </dev/null >"$log" 2>&1 || true
+    if ! "${apt[@]}" install --no-install-recommends "${missing[@]}" </dev/null >>"$log" 2>&1; then
+        tail -n 15 "$log" >&2
+        fail "apt-get could not install what is missing; all that it said is in build/packages.log."
+    fi
+}
+
+# build PRESET TARGET [CMAKE_ARGUMENT...]: configures the preset and builds the target.
+build() {
+    local preset=$1 target=$2
+    shift 2
+    local launcher=
+    command -v ccache >/dev/null && launcher=ccache
+    cd "$root" || fail "The project's folder $root cannot be entered."
+
+    local log=build/configure-$preset.log
+    mkdir -p build
+    if ! cmake --preset "$preset" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" "$@" >"$log" 2>&1; then
+        tail -n 25 "$log" >&2
+        fail "The build could not be configured; all that CMake said is in $log."
+    fi
+    cmake --build --preset "$preset" --target "$target" --parallel "${KYTSTUDIO_JOBS:-$(nproc)}" ||
+        fail "The build failed; the compiler's messages are above."
+}
