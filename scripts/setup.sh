@@ -41,8 +41,8 @@ missing_packages() {
 # install_missing PACKAGE...: installs what is not there yet; asks for nothing and changes nothing where all of it is.
 install_missing() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        fail "This needs a Debian-like system with apt-get; elsewhere, install the packages that README.md names and" \
-            "build with CMake."
+        fail "This needs a Debian-like system with apt-get; elsewhere, install what scripts/setup.sh names and build" \
+            "with CMake."
     fi
     local missing
     mapfile -t missing < <(missing_packages "$@")

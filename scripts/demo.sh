@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Shows the editor at work on a virtual screen: draws, saves, checks what was saved, and takes pictures on the way.
+# Leaves everything in build/demo/. With --update-pictures, also copies the pictures of README.md to docs/pictures/.
+set -euo pipefail
+root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
+# shellcheck source=scripts/setup.sh
+. "$root/scripts/setup.sh"
+cd "$root"
+
+[ -x build/release/kytstudio ] || fail "The editor is not built yet; ./run.sh --demo builds it and runs this."
+rm -rf build/demo
+mkdir -p build/demo
+tests/on_screen scripts/demo_steps.sh "$root/build/demo"
+
+# copy_picture NAME SIZE: a picture that is small enough to keep, with a limited set of colours.
+copy_picture() {
+    convert "build/demo/$1.png" -resize "$2>" -strip +dither -colors 128 "PNG8:docs/pictures/$1.png"
+}
+
+if [ "${1:-}" = --update-pictures ]; then
+    mkdir -p docs/pictures
+    copy_picture drawing 450x400
+    copy_picture library 450x400
+    copy_picture chain 450x400
+    copy_picture atom-properties 550x204
+    copy_picture bond-properties 325x186
+    copy_picture viewer-cubane 320x256
+    copy_picture viewer-hexane 320x256
+fi
+say "Done; the saved workspaces and the pictures are in build/demo/."

@@ -1,0 +1,113 @@
+#!/usr/bin/env bash
+# What the demo does, step by step: demo_steps.sh FOLDER. Runs on a virtual screen, from the project's folder.
+set -euo pipefail
+out=$1
+# shellcheck source=scripts/demo_lib.sh
+. "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/demo_lib.sh"
+
+say "The editor starts."
+start_editor
+picture start
+
+say "Bonds: single, double, a wedge up, a wedge down, dashed."
+button singlebond
+bond 60 150 103 125
+bond 103 125 147 150
+bond 60 150 103 125
+button stereoup
+bond 147 150 190 125
+button stereodown
+bond 147 150 147 200
+button dashedbond
+bond 103 125 103 75
+picture bonds
+
+say "The wedge's end is dragged."
+button view
+drag 190 125 215 140
+picture drawing
+
+say "It is saved through the dialog."
+press ctrl+s
+save_dialog drawing
+expect_saved drawing
+expect_lines drawing 6 '^  ATOM ' 'atoms'
+expect_lines drawing 5 '^  BOND ' 'bonds'
+expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 2 1 1$' 'double bonds'
+expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 1$' 'single bonds'
+expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 2$' 'wedges up'
+expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 3$' 'wedges down'
+expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 0$' 'dashed bonds'
+expect_lines drawing 1 '^  ATOM C 215 140 ' 'atoms where the wedge was dragged to'
+
+say "An atom is renamed and coloured, and a wedge gets another angle."
+click 215 140 3
+dialog=$(wait_window 'Atom Properties') || exit 1
+enter OH
+for colour in 255 0 0; do
+    press Tab
+    enter $colour
+done
+picture atom-properties "$dialog"
+press Return
+wait_closed 'Atom Properties'
+click 190 134 3
+dialog=$(wait_window 'Bond Properties') || exit 1
+enter 35
+picture bond-properties "$dialog"
+press Return
+wait_closed 'Bond Properties'
+save_as edited
+expect_saved edited
+expect_lines edited 1 '^  ATOM OH 215 140 [^ ]+ 255 0 0$' 'atoms renamed to OH'
+
+say "A sample is opened."
+press ctrl+o
+wait_window 'Choose a File' >/dev/null || exit 1
+enter caffeine.kyt
+press Return
+wait_closed 'Choose a File'
+picture caffeine
+save_as caffeine
+cmp -s data/caffeine.kyt "$out/caffeine.kyt" || fail "The sample was not saved as it was opened."
+
+say "A zigzag chain."
+press ctrl+n
+press ctrl+g
+click 30 200
+point $((canvas_x + 330)) $((canvas_y + 100))
+picture chain-count
+xdotool click 1
+picture chain
+save_as chain
+expect_saved chain
+expect_lines chain 13 '^  ATOM C ' 'atoms of the chain'
+expect_lines chain 12 '^  BOND [0-9]+ [0-9]+ 1 1$' 'bonds of the chain'
+
+say "The library."
+press ctrl+n
+for molecule in benzene hexane cubane prop water megaphon; do
+    button $molecule
+done
+picture library
+save_as library
+expect_saved library
+expect_lines library 6 '^ MOLECULE ' 'molecules'
+
+for molecule in cubane hexane; do
+    say "The 3D viewer: $molecule."
+    press ctrl+n
+    button $molecule
+    press ctrl+f
+    viewer=$(wait_window 'MOLECULAR I3D VIEWER') || exit 1
+    settle 2
+    picture viewer-$molecule-front "$viewer"
+    hold x 0.5
+    hold e 0.5
+    picture viewer-$molecule "$viewer"
+    press Escape
+    wait_closed 'MOLECULAR I3D VIEWER'
+done
+
+say "The editor is left."
+quit_editor
