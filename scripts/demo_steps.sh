@@ -11,20 +11,20 @@ picture start
 
 say "Bonds: single, double, a wedge up, a wedge down, dashed."
 button singlebond
-bond 60 150 103 125
-bond 103 125 147 150
-bond 60 150 103 125
+bond 60 125 103 100
+bond 103 100 147 125
+bond 60 125 103 100
 button stereoup
-bond 147 150 190 125
+bond 147 125 190 100
 button stereodown
-bond 147 150 147 200
+bond 147 125 147 175
 button dashedbond
-bond 103 125 103 75
+bond 103 100 103 50
 picture bonds
 
 say "The wedge's end is dragged."
 button view
-drag 190 125 215 140
+drag 190 100 215 115
 picture drawing
 
 say "It is saved through the dialog."
@@ -38,10 +38,10 @@ expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 1$' 'single bonds'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 2$' 'wedges up'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 3$' 'wedges down'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 0$' 'dashed bonds'
-expect_lines drawing 1 '^  ATOM C 215 140 ' 'atoms where the wedge was dragged to'
+expect_lines drawing 1 '^  ATOM C 215 115 ' 'atoms where the wedge was dragged to'
 
 say "An atom is renamed and coloured, and a wedge gets another angle."
-click 215 140 3
+click 215 115 3
 dialog=$(wait_window 'Atom Properties') || exit 1
 enter OH
 for colour in 255 0 0; do
@@ -51,7 +51,7 @@ done
 picture atom-properties "$dialog"
 press Return
 wait_closed 'Atom Properties'
-click 190 134 3
+click 190 121 3
 dialog=$(wait_window 'Bond Properties') || exit 1
 enter 35
 picture bond-properties "$dialog"
@@ -59,7 +59,7 @@ press Return
 wait_closed 'Bond Properties'
 save_as edited
 expect_saved edited
-expect_lines edited 1 '^  ATOM OH 215 140 [^ ]+ 255 0 0$' 'atoms renamed to OH'
+expect_lines edited 1 '^  ATOM OH 215 115 [^ ]+ 255 0 0$' 'atoms renamed to OH'
 
 say "A sample is opened."
 press ctrl+o
@@ -74,8 +74,8 @@ cmp -s data/caffeine.kyt "$out/caffeine.kyt" || fail "The sample was not saved a
 say "A zigzag chain."
 press ctrl+n
 press ctrl+g
-click 30 200
-point $((canvas_x + 330)) $((canvas_y + 100))
+click 30 170
+point $((canvas_x + 330)) $((canvas_y + 70))
 picture chain-count
 xdotool click 1
 picture chain
