@@ -1,0 +1,187 @@
+#pragma once
+
+#include "bonds/KytBond.h"
+#include "bonds/KytBondLine.h"
+#include "bonds/KytStereoBond.h"
+#include "canvas/qcanvas.h"
+#include "doc/kytstudiodoc.h"
+#include "model/KytAtom.h"
+#include "model/KytMolecule.h"
+
+#include <QSet>
+#include <QString>
+
+#include <cmath>
+#include <initializer_list>
+
+/// A document with a canvas for one test. Both go when it goes, with everything that is drawn on the canvas.
+class Drawing {
+public:
+    Drawing() { doc.newDoc(); }
+    ~Drawing() { freeCanvas(); }
+    Drawing(const Drawing&) = delete;
+    Drawing& operator=(const Drawing&) = delete;
+
+    QCanvas* canvas() const { return doc.canvas; }
+
+    void freeCanvas()
+    {
+        delete doc.canvas;
+        doc.canvas = nullptr;
+    }
+
+    /// A shown atom at (x, y), in canvas pixels, at the depth `z`.
+    KytAtom* atomAt(double x, double y, float z = 0, bool locked = false)
+    {
+        auto* atom = new KytAtom(doc.canvas, z, locked);
+        atom->move(x, y);
+        atom->show();
+        return atom;
+    }
+
+    /// A bond with one addBond for each of `kinds`. The molecules of the two atoms stay as they are.
+    KytBond* bond(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds = {KYTBT_SingleBond}, float angle = 60)
+    {
+        auto* made = new KytBond(from, to, &doc);
+        for (int kind : kinds)
+            made->addBond(static_cast<KytBondType>(kind), angle);
+        return made;
+    }
+
+    /// A bond as it is drawn by hand: the end atom's molecule becomes the start atom's.
+    KytBond* join(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds = {KYTBT_SingleBond}, float angle = 60)
+    {
+        KytBond* made = bond(from, to, kinds, angle);
+        to->setMolecule(from->getMolecule());
+        return made;
+    }
+
+    /// How many items of the kind `rtti` are on the canvas.
+    int count(int rtti) const
+    {
+        int found = 0;
+        const QCanvasItemList items = doc.canvas->allItems();
+        for (const QCanvasItem* item : items)
+            found += item->rtti() == rtti;
+        return found;
+    }
+    int atoms() const { return count(QCanvasItem::Rtti_Ellipse); }
+    int labels() const { return count(QCanvasItem::Rtti_Text); }
+    int lines() const { return count(QCanvasItem::Rtti_Line); }
+    int wedges() const { return count(QCanvasItem::Rtti_Polygon); }
+
+    bool isDrawn(const QCanvasItem* item) const
+    {
+        const QCanvasItemList items = doc.canvas->allItems();
+        for (const QCanvasItem* drawn : items)
+            if (drawn == item)
+                return true;
+        return false;
+    }
+
+    KytStudioDoc doc;
+};
+
+/// The atoms of a canvas, in the order of its items.
+inline QList<KytAtom*> atomsOf(const QCanvas& canvas)
+{
+    QList<KytAtom*> atoms;
+    const QCanvasItemList items = canvas.allItems();
+    for (QCanvasItem* item : items)
+        if (item->rtti() == QCanvasItem::Rtti_Ellipse)
+            atoms.append(static_cast<KytAtom*>(item));
+    return atoms;
+}
+
+/// Everything that can be reached from `start` along bonds, whichever way they run, `start` included.
+inline QSet<KytAtom*> pieceOf(KytAtom* start)
+{
+    QSet<KytAtom*> piece{start};
+    QList<KytAtom*> open{start};
+    const auto reach = [&](KytAtom* atom) {
+        if (atom && !piece.contains(atom)) {
+            piece.insert(atom);
+            open.append(atom);
+        }
+    };
+    while (!open.isEmpty()) {
+        KytAtom* atom = open.takeLast();
+        for (KytBond* bond : std::as_const(atom->inList))
+            reach(bond->fromAtom);
+        for (KytBond* bond : std::as_const(atom->outList))
+            reach(bond->toAtom);
+    }
+    return piece;
+}
+
+/// Whether the atoms bonded together share one molecule, and no molecule holds two pieces. Says what is wrong, or
+/// nothing.
+inline QString moleculeFault(const QCanvas& canvas)
+{
+    QSet<KytAtom*> seen;
+    QSet<KytMolecule*> molecules;
+    const QList<KytAtom*> atoms = atomsOf(canvas);
+    for (KytAtom* atom : atoms) {
+        if (seen.contains(atom))
+            continue;
+        const QSet<KytAtom*> piece = pieceOf(atom);
+        for (KytAtom* member : piece)
+            if (member->molecule != atom->molecule)
+                return QStringLiteral("one structure lies in two molecules");
+        if (molecules.contains(atom->molecule))
+            return QStringLiteral("one molecule holds two structures");
+        molecules.insert(atom->molecule);
+        seen.unite(piece);
+    }
+    return QString();
+}
+
+/// Whether bonds, lists, items and labels of a canvas agree with each other. Says what is wrong, or nothing.
+inline QString drawingFault(const QCanvas& canvas)
+{
+    const QCanvasItemList itemList = canvas.allItems();
+    const QSet<QCanvasItem*> items(itemList.begin(), itemList.end());
+    if (items.size() != itemList.size())
+        return QStringLiteral("an item is listed twice");
+    const QList<KytAtom*> atoms = atomsOf(canvas);
+    QSet<const QCanvasItem*> owned;
+    QSet<KytBond*> bonds;
+    for (KytAtom* atom : atoms) {
+        owned.insert(atom);
+        owned.insert(atom->canvasSymbol);
+        if (atom->flag != 0 || atom->deleted != 0)
+            return QStringLiteral("an atom's marks are not 0");
+        if (!std::isfinite(atom->x()) || !std::isfinite(atom->y()) || !std::isfinite(atom->atomZ))
+            return QStringLiteral("an atom is nowhere");
+        if (!items.contains(atom->canvasSymbol) || atom->canvasSymbol->text() != atom->symbol)
+            return QStringLiteral("an atom's label is wrong");
+        for (KytBond* bond : std::as_const(atom->inList)) {
+            bonds.insert(bond);
+            if (bond->toAtom != atom || !bond->fromAtom || bond->fromAtom->outList.count(bond) != 1)
+                return QStringLiteral("an incoming bond is not known at both ends");
+        }
+        for (KytBond* bond : std::as_const(atom->outList)) {
+            bonds.insert(bond);
+            if (bond->fromAtom != atom || !bond->toAtom || bond->toAtom->inList.count(bond) != 1)
+                return QStringLiteral("an outgoing bond is not known at both ends");
+        }
+    }
+    for (KytBond* bond : std::as_const(bonds)) {
+        for (KytBondLine* line : {bond->bond1, bond->bond2, bond->bond3}) {
+            if (line && line->bond != bond)
+                return QStringLiteral("a line belongs to another bond");
+            if (line)
+                owned.insert(line);
+        }
+        if (bond->stereoBond)
+            owned.insert(bond->stereoBond);
+        if (bond->bondCount < 0 || bond->bondCount > 3)
+            return QStringLiteral("a bond's count is out of range");
+    }
+    if (owned.size() != items.size())
+        return QStringLiteral("there are %1 items for %2 that are owned").arg(items.size()).arg(owned.size());
+    for (const QCanvasItem* item : std::as_const(owned))
+        if (!items.contains(const_cast<QCanvasItem*>(item)))
+            return QStringLiteral("an owned item is not on the canvas");
+    return QString();
+}
