@@ -5,7 +5,8 @@
 
 build_packages=(
     cmake ninja-build g++
-    qt6-base-dev libsdl1.2-dev libgl-dev libopengl-dev libglu1-mesa-dev libgl1-mesa-dri libxi-dev
+    qt6-base-dev libsdl1.2-dev libgl-dev libopengl-dev libglu1-mesa-dev libgl1-mesa-dri
+    libx11-dev libxcb1-dev libxi-dev
     fonts-liberation
 )
 screen_packages=(xvfb openbox xdotool imagemagick)
