@@ -109,7 +109,7 @@ private:
     void rebuildScene();
 
     std::unique_ptr<QGraphicsScene> scene;
-    QSize extent;
+    QSize extent { 0, 0 };
     std::vector<Place> places; // by creation
     std::size_t goneItems = 0;
     std::vector<QCanvasItemPeer*> abandoned; // in the scene still, but without their items
