@@ -6,7 +6,10 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+
+#include <locale.h>
 
 namespace {
 
@@ -19,6 +22,13 @@ QByteArray numberText(QStringView text)
     if (number.size() > 1 && number[0] == '+' && number[1] != '-' && number[1] != '+')
         number.remove(0, 1);
     return number;
+}
+
+/// What atof reads in `number` in the C locale: infinite where it is too large, 0 where it is too small.
+double asciiReal(const QByteArray& number)
+{
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(number.constData(), nullptr, cLocale);
 }
 
 } // namespace
@@ -35,13 +45,7 @@ int integerPrefix(QStringView text)
 
 double realPrefix(QStringView text)
 {
-    const QByteArray number = numberText(text);
-    double value = 0;
-    const auto [end, error] = std::from_chars(number.begin(), number.end(), value);
-    if (error != std::errc::result_out_of_range)
-        return value;
-    // Out of range is both what is too large and what is too small to be told from zero.
-    return QByteArray(number.begin(), end - number.begin()).toDouble();
+    return asciiReal(numberText(text));
 }
 
 std::optional<int> wholeInteger(QStringView word)
@@ -62,7 +66,7 @@ std::optional<float> wholeReal(QStringView word)
     if (end != number.end() || end == number.begin())
         return std::nullopt;
     if (error == std::errc::result_out_of_range)
-        value = QByteArray(number.begin(), end - number.begin()).toDouble();
+        value = asciiReal(number);
     if (!std::isfinite(value) || std::fabs(value) > double{std::numeric_limits<float>::max()})
         return std::nullopt;
     return static_cast<float>(value);
