@@ -350,15 +350,15 @@ def water():
 
 def megaphon():
     p = Picture()
-    pitch, lift = 5.5, 4.9
-    rings = [(-0.5, 1), (0, 0), (1, 0), (1.5, -1), (1.5, 1), (2, 0), (2.5, -1), (2.5, 1)]
+    pitch, lift = 4.4, 4.9
+    rings = [(-1.5, 1), (-1, 0), (0, 0), (1, 0), (1.5, -1), (1.5, 1), (2, 0), (2.5, -1), (2.5, 1)]
     corners = []
     for place, row in rings:
-        x, y = 6.5 + pitch * place, 12.0 + lift * row
+        x, y = 9.8 + pitch * place, 12.0 + lift * row
         half, third = pitch / 2, lift / 3
         corners.append([(x, y - 2 * third), (x + half, y - third), (x + half, y + third), (x, y + 2 * third),
                         (x - half, y + third), (x - half, y - third)])
-    p.outlined(union(*(polygon(ring) for ring in corners)), (255, 208, 120), 0.9)
+    p.outlined(union(*(polygon(ring) for ring in corners)), (255, 208, 120), 0.6)
     for ring in corners:
         p.paint(polyline(ring, 1.0, closed=True), (40, 98, 196))
     return p
