@@ -17,14 +17,14 @@ bond 60 125 103 100
 button stereoup
 bond 147 125 190 100
 button stereodown
-bond 147 125 147 175
+bond 147 125 195 145
 button dashedbond
 bond 103 100 103 50
 picture bonds
 
 say "The wedge's end is dragged."
 button view
-drag 190 100 215 115
+drag 190 100 200 75
 picture drawing
 
 say "It is saved through the dialog."
@@ -38,10 +38,10 @@ expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 1$' 'single bonds'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 2$' 'wedges up'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 3$' 'wedges down'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 0$' 'dashed bonds'
-expect_lines drawing 1 '^  ATOM C 215 115 ' 'atoms where the wedge was dragged to'
+expect_lines drawing 1 '^  ATOM C 200 75 ' 'atoms where the wedge was dragged to'
 
 say "An atom is renamed and coloured, and a wedge gets another angle."
-click 215 115 3
+click 200 75 3
 dialog=$(wait_window 'Atom Properties') || exit 1
 enter OH
 for colour in 255 0 0; do
@@ -51,7 +51,7 @@ done
 picture atom-properties "$dialog"
 press Return
 wait_closed 'Atom Properties'
-click 190 121 3
+click 182 92 3
 dialog=$(wait_window 'Bond Properties') || exit 1
 enter 35
 picture bond-properties "$dialog"
@@ -59,17 +59,19 @@ press Return
 wait_closed 'Bond Properties'
 save_as edited
 expect_saved edited
-expect_lines edited 1 '^  ATOM OH 215 115 [^ ]+ 255 0 0$' 'atoms renamed to OH'
+expect_lines edited 1 '^  ATOM OH 200 75 [^ ]+ 255 0 0$' 'atoms renamed to OH'
 
-say "A sample is opened."
-press ctrl+o
-wait_window 'Choose a File' >/dev/null || exit 1
-enter caffeine.kyt
-press Return
-wait_closed 'Choose a File'
-picture caffeine
-save_as caffeine
-cmp -s data/caffeine.kyt "$out/caffeine.kyt" || fail "The sample was not saved as it was opened."
+say "The samples are opened, and saved again."
+for sample in alanine caffeine; do
+    press ctrl+o
+    wait_window 'Choose a File' >/dev/null || exit 1
+    enter $sample.kyt
+    press Return
+    wait_closed 'Choose a File'
+    picture $sample
+    save_as $sample
+    cmp -s data/$sample.kyt "$out/$sample.kyt" || fail "The sample $sample was not saved as it was opened."
+done
 
 say "A zigzag chain."
 press ctrl+n
