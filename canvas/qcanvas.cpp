@@ -18,11 +18,6 @@ constexpr std::size_t fewPeers = 1000;
 // The most levels at which the scene's index still gains from halving a canvas of a few thousand pixels.
 constexpr int indexDepth = 12;
 
-bool liesAbove(const QCanvasItem* a, const QCanvasItem* b, quint64 serialOfA, quint64 serialOfB)
-{
-    return a->z() != b->z() ? a->z() > b->z() : serialOfA > serialOfB;
-}
-
 } // namespace
 
 QCanvas::QCanvas(int width, int height)
@@ -128,16 +123,24 @@ QCanvasItemList QCanvas::allItems() const
 QCanvasItemList QCanvas::collisions(const QPoint& p) const
 {
     const QPointF centre(p.x() + 0.5, p.y() + 0.5);
-    const QList<QGraphicsItem*> near = scene->items(QRectF(p.x(), p.y(), 1, 1), Qt::IntersectsItemBoundingRect);
-    QCanvasItemList hit;
-    for (const QGraphicsItem* peer : near) {
-        QCanvasItem* item = static_cast<const QCanvasItemPeer*>(peer)->item();
-        if (item && item->isVisible() && item->hits(centre))
-            hit.append(item);
-    }
-    std::sort(hit.begin(), hit.end(),
-              [](const QCanvasItem* a, const QCanvasItem* b) { return liesAbove(a, b, a->serial, b->serial); });
+    QCanvasItemList hit = visibleItems(QRectF(p.x(), p.y(), 1, 1));
+    hit.removeIf([&](const QCanvasItem* item) { return !item->hits(centre); });
+    std::reverse(hit.begin(), hit.end());
     return hit;
+}
+
+QCanvasItemList QCanvas::visibleItems(const QRectF& area) const
+{
+    QCanvasItemList found;
+    for (const QGraphicsItem* peer : scene->items(area, Qt::IntersectsItemBoundingRect, Qt::AscendingOrder)) {
+        QCanvasItem* item = static_cast<const QCanvasItemPeer*>(peer)->item();
+        if (item && item->isVisible())
+            found.append(item);
+    }
+    std::sort(found.begin(), found.end(), [](const QCanvasItem* a, const QCanvasItem* b) {
+        return a->z() != b->z() ? a->z() < b->z() : a->serial < b->serial;
+    });
+    return found;
 }
 
 void QCanvas::deleteItems(int rtti)
@@ -188,20 +191,6 @@ void QCanvas::add(QCanvasItem* item)
     }
     item->peer = new QCanvasItemPeer(item);
     scene->addItem(item->peer);
-    stack(item);
-}
-
-// The scene stacks peers of equal z in the order in which they came; an older item belongs below the younger ones.
-void QCanvas::stack(const QCanvasItem* item)
-{
-    if (places.back().serial == item->serial)
-        return;
-    for (auto younger = placeOf(item->serial) + 1; younger != places.end(); ++younger) {
-        if (younger->item && younger->item->peer) {
-            item->peer->stackBefore(younger->item->peer);
-            return;
-        }
-    }
 }
 
 void QCanvas::remove(QCanvasItem* item)

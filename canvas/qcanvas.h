@@ -33,8 +33,8 @@ using QCanvasItemList = QList<QCanvasItem*>;
 
 /// A drawing surface of a fixed size in pixels that holds items of a few kinds and shows them in views.
 ///
-/// The items are painted, indexed and scrolled by the Graphics View framework; this class gives them a stable order,
-/// exact hit areas and repaints that are gathered over one advance period.
+/// The items are indexed and scrolled by the Graphics View framework; this class gives them a stable order, exact hit
+/// areas and repaints that are gathered over one advance period.
 class QCanvas : public QObject {
     Q_OBJECT
 
@@ -101,15 +101,16 @@ private:
     bool holds(const Place& place) const;
     void add(QCanvasItem* item);
     void remove(QCanvasItem* item);
-    void stack(const QCanvasItem* item);
     void deletePlaces(const std::vector<Place>& chosen);
+    /// The visible items whose rectangles touch `area`, as they are painted: the lowest first.
+    QCanvasItemList visibleItems(const QRectF& area) const;
     void markChanged(const QRectF& changedArea);
     void scheduleUpdate();
     void dropAbandonedPeers();
     void rebuildScene();
 
     std::unique_ptr<QGraphicsScene> scene;
-    QSize extent { 0, 0 };
+    QSize extent{0, 0};
     std::vector<Place> places; // by creation
     std::size_t goneItems = 0;
     std::vector<QCanvasItemPeer*> abandoned; // in the scene still, but without their items
@@ -178,6 +179,7 @@ protected:
 private:
     friend class QCanvas;
     friend class QCanvasItemPeer;
+    friend class QCanvasView;
 
     QCanvas* home = nullptr;
     QCanvasItemPeer* peer = nullptr; // its stand-in in the scene, while it is on a canvas; owned by the scene
@@ -346,14 +348,13 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
-    /// Paints the canvas's colour.
-    void drawBackground(QPainter* painter, const QRectF& area) override;
-    /// Covers what lies outside the canvas, items included.
-    void drawForeground(QPainter* painter, const QRectF& area) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     using ContentsHandler = void (QCanvasView::*)(QMouseEvent*);
     void deliver(QMouseEvent* event, QEvent::Type type, ContentsHandler handler);
+    void paintItems(QPainter& painter, const QRectF& area, const QRegion& exposed) const;
+    void coverOutside(QPainter& painter, const QRectF& area) const;
     void scrollToCorner();
     void repaintChanged(const QRegion& region);
 

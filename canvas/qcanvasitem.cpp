@@ -2,8 +2,6 @@
 
 #include "canvas/qcanvasitempeer.h"
 
-#include <QPainter>
-
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -32,8 +30,8 @@ QRectF withinReach(const QRectF& area)
 QCanvasItemPeer::QCanvasItemPeer(QCanvasItem* owner)
     : owner(owner)
 {
+    setFlag(ItemHasNoContents);
     setAcceptedMouseButtons(Qt::NoButton);
-    setZValue(owner->z());
 }
 
 QCanvasItemPeer::~QCanvasItemPeer()
@@ -56,12 +54,6 @@ QRectF QCanvasItemPeer::boundingRect() const
         stale = false;
     }
     return measured;
-}
-
-void QCanvasItemPeer::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
-{
-    if (owner && owner->isVisible())
-        owner->draw(*painter);
 }
 
 QCanvasItem::QCanvasItem(QCanvas* canvas)
@@ -98,8 +90,6 @@ void QCanvasItem::setZ(double z)
     if (z == zPosition || std::isnan(z))
         return;
     zPosition = z;
-    if (peer)
-        peer->setZValue(z);
     changed();
 }
 

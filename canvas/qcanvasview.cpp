@@ -1,7 +1,10 @@
 #include "canvas/qcanvas.h"
 
+#include "canvas/qcanvasitempeer.h"
+
 #include <QGraphicsScene>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -14,7 +17,6 @@ QCanvasView::QCanvasView(QWidget* parent)
     setResizeAnchor(NoAnchor);
     setInteractive(false);
     setRenderHint(QPainter::Antialiasing);
-    setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
     setViewportUpdateMode(NoViewportUpdate); // the canvas says when and what
 }
 
@@ -113,19 +115,34 @@ void QCanvasView::scrollContentsBy(int dx, int dy)
     viewport()->scroll(isRightToLeft() ? -dx : dx, dy);
 }
 
-void QCanvasView::drawBackground(QPainter* painter, const QRectF& area)
+void QCanvasView::paintEvent(QPaintEvent* event)
 {
-    if (shown)
-        painter->fillRect(area & QRectF(shown->area()), shown->backgroundColor());
+    if (!shown)
+        return; // the viewport has filled itself with the background colour
+    QPainter painter(viewport());
+    painter.setRenderHints(renderHints());
+    painter.setWorldTransform(viewportTransform());
+    const QRectF area = mapToScene(event->rect()).boundingRect();
+    painter.fillRect(area & QRectF(shown->area()), shown->backgroundColor());
+    paintItems(painter, area, event->region());
+    coverOutside(painter, area);
 }
 
-void QCanvasView::drawForeground(QPainter* painter, const QRectF& area)
+void QCanvasView::paintItems(QPainter& painter, const QRectF& area, const QRegion& exposed) const
 {
-    if (!shown || QRectF(shown->area()).contains(area))
-        return;
+    const bool scattered = exposed.rectCount() > 1;
+    for (QCanvasItem* item : shown->visibleItems(area)) {
+        if (!scattered || exposed.intersects(mapFromScene(item->peer->boundingRect()).boundingRect()))
+            item->draw(painter);
+    }
+}
+
+// Also over the items: what lies outside the canvas does not show.
+void QCanvasView::coverOutside(QPainter& painter, const QRectF& area) const
+{
     const QRegion outside = QRegion(area.toAlignedRect()) - shown->area();
     for (const QRect& rectangle : outside)
-        painter->fillRect(rectangle, backgroundColor());
+        painter.fillRect(rectangle, backgroundColor());
 }
 
 void QCanvasView::repaintChanged(const QRegion& region)
