@@ -72,6 +72,12 @@ void KytI3dView::view()
     close();
 }
 
+int KytI3dView::getIndex(KytAtom* atom) const
+{
+    const qsizetype index = atomsArr.first(std::clamp<qsizetype>(atomsCount, 0, atomsArr.size())).indexOf(atom);
+    return static_cast<int>(std::max<qsizetype>(0, index));
+}
+
 bool KytI3dView::open()
 {
     if (!startVideo() || !openWindow()) {
