@@ -20,6 +20,12 @@ bool runs(const KytBondLine* line, QPoint from, QPoint to)
     return line && line->getStartPoint() == from && line->getEndPoint() == to;
 }
 
+/// Whether two coordinates are the same but for what a ratio in single precision loses.
+bool isNear(double actual, double expected)
+{
+    return std::abs(actual - expected) < 1e-4;
+}
+
 /// The places of a horizontal bond's lines from (100, 100) to (200, 100): centre, second, third.
 constexpr std::array<int, 3> heights{100, 94, 106};
 
@@ -562,8 +568,8 @@ private slots:
         QCOMPARE(bond->bondlength, 150.0F);
         QVERIFY(runs(bond->bond1, {0, 0}, {150, 0}));
         bond->setLength(QStringLiteral("30"));
-        QCOMPARE(b->x(), 30.0);
-        QCOMPARE(bond->bondlength, 30.0F);
+        QVERIFY(isNear(b->x(), 30));
+        QVERIFY(bond->bondlength == 30.0F);
     }
 
     void aTypedLengthKeepsTheDirection()
@@ -575,8 +581,8 @@ private slots:
         KytBond* bond = d.bond(a, b);
         KytBond* next = d.bond(b, c);
         bond->setLength(QStringLiteral("0.5e2"));
-        QVERIFY(std::abs(b->x() - 40) < 1e-4);
-        QVERIFY(std::abs(b->y() - 60) < 1e-4);
+        QVERIFY(isNear(b->x(), 40));
+        QVERIFY(isNear(b->y(), 60));
         QCOMPARE(bond->bondlength, 50.0F);
         QCOMPARE(next->bond1->getStartPoint(), QPoint(int(b->x()), int(b->y())));
         QCOMPARE(c->x(), 50.0);
@@ -598,7 +604,7 @@ private slots:
         QCOMPARE(l.to->x(), 150.0);
         QCOMPARE(l.bond->bondlength, 50.0F);
         l.bond->setLength(QStringLiteral("+25.5,7"));
-        QCOMPARE(l.to->x(), 125.5);
+        QVERIFY(isNear(l.to->x(), 125.5));
     }
 
     void aTextThatIsNoNumberBringsTheEndOntoTheStart()
@@ -625,7 +631,7 @@ private slots:
         const QString shown = l.bond->getLength();
         QLocale::setDefault(QLocale::system());
         setlocale(LC_ALL, before.constData());
-        QCOMPARE(l.to->x(), 150.5);
+        QVERIFY(isNear(l.to->x(), 150.5));
         QCOMPARE(shown, QStringLiteral("50.500000"));
     }
 

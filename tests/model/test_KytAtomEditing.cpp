@@ -997,12 +997,12 @@ private slots:
 
     void theCanvasTellsThatADeletedAtomIsGone()
     {
+        QSet<QCanvasItem*> gone;
         Drawing d;
         KytAtom* a = d.atomAt(0, 0);
         KytAtom* b = d.atomAt(30, 0);
         KytBond* bond = d.join(a, b, {1, 1});
         const QSet<QCanvasItem*> going{b, b->canvasSymbol, bond->bond1, bond->bond2};
-        QSet<QCanvasItem*> gone;
         connect(d.canvas(), &QCanvas::itemGone, this, [&](QCanvasItem* item) { gone.insert(item); });
         delete b;
         QCOMPARE(gone, going);
@@ -1181,11 +1181,11 @@ private slots:
 
     void clearingTellsThatEveryItemIsGone()
     {
+        QSet<QCanvasItem*> gone;
         Drawing d;
         const QList<KytAtom*> a = chain(d, 5);
         d.join(a[4], a[0], {KYTBT_StereoUp});
         const QCanvasItemList all = d.canvas()->allItems();
-        QSet<QCanvasItem*> gone;
         connect(d.canvas(), &QCanvas::itemGone, this, [&](QCanvasItem* item) { gone.insert(item); });
         d.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse);
         QCOMPARE(gone, QSet<QCanvasItem*>(all.begin(), all.end()));
