@@ -1,0 +1,259 @@
+#pragma once
+
+#include "bonds/KytBond.h"
+#include "bonds/KytBondLine.h"
+#include "bonds/KytStereoBond.h"
+#include "doc/kytstudiodoc.h"
+#include "model/KytAtom.h"
+#include "view/kytstudioview.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTest>
+
+#include <array>
+#include <cmath>
+
+/// The difference of two numbers is below `tolerance`; says both when it is not. A NaN never passes.
+#define NEAR(actual, expected, tolerance)                                                                             \
+    do {                                                                                                              \
+        const double actualValue = (actual);                                                                          \
+        const double expectedValue = (expected);                                                                      \
+        QVERIFY2(std::abs(actualValue - expectedValue) < (tolerance),                                                 \
+                 qPrintable(QStringLiteral(#actual " is %1, expected %2")                                             \
+                                .arg(actualValue, 0, 'g', 12)                                                         \
+                                .arg(expectedValue, 0, 'g', 12)));                                                    \
+    } while (false)
+
+constexpr std::array<KytViewState, 8> everyMode
+    = {KYTVS_view,         KYTVS_rotate,         KYTVS_drawSimpleBond, KYTVS_drawDashedBond,
+       KYTVS_drawStereoUp, KYTVS_drawStereoDown, KYTVS_deleteItem,     KYTVS_zigzag};
+
+/// Test rows, one for each of `modes`, with the mode in the column "mode".
+template <typename Modes> void addModeRows(const Modes& modes)
+{
+    static const char* const names[] = {"view",     "rotate",     "simple bond", "dashed bond",
+                                        "wedge up", "wedge down", "delete",      "chain"};
+    QTest::addColumn<int>("mode");
+    for (const KytViewState mode : modes)
+        QTest::newRow(names[mode]) << static_cast<int>(mode);
+}
+
+/// A document and a view onto its canvas, on the screen, with a hand at the mouse. All points are canvas pixels.
+class ViewFixture {
+public:
+    explicit ViewFixture(KytViewState mode = KYTVS_view)
+    {
+        QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight()); // out of the tests' way
+        doc = new KytStudioDoc;
+        doc->newDoc();
+        canvas = doc->canvas;
+        view = new KytStudioView(nullptr, doc);
+        view->canvasState = mode;
+        QObject::connect(view, &KytStudioView::displayBondDetail,
+                         [this](char* text) { texts.append(QString::fromUtf8(text)); });
+        QObject::connect(view, &KytStudioView::zigzagAtomValue, [this](int count) {
+            counts.append(count);
+            atomsAtCount.append(static_cast<int>(atoms().size()));
+        });
+        view->setAttribute(Qt::WA_ShowWithoutActivating);
+        view->setGeometry(40, 40, 700, 520);
+        view->show();
+        if (!QTest::qWaitForWindowExposed(view))
+            qFatal("The view does not appear on the screen");
+    }
+
+    ~ViewFixture()
+    {
+        delete view;
+        delete canvas;
+        delete doc;
+        tempBond->hide();
+    }
+
+    ViewFixture(const ViewFixture&) = delete;
+    ViewFixture& operator=(const ViewFixture&) = delete;
+
+    QPointer<KytStudioDoc> doc;
+    QPointer<QCanvas> canvas;
+    QPointer<KytStudioView> view;
+
+    QStringList texts;       ///< what displayBondDetail said
+    QList<int> counts;       ///< what zigzagAtomValue said,
+    QList<int> atomsAtCount; ///< and how many atoms there were when it did
+
+    // The drawing
+
+    KytAtom* atom(double x, double y, float z = 0, bool locked = false)
+    {
+        auto* made = new KytAtom(canvas, z, locked);
+        made->move(x, y);
+        made->show();
+        return made;
+    }
+
+    /// Bonds `from` to `to` as the drawing tools do; without a kind, nothing is drawn for it.
+    KytBond* bond(KytAtom* from, KytAtom* to, std::initializer_list<KytBondType> kinds = {KYTBT_SingleBond})
+    {
+        auto* made = new KytBond(from, to, doc);
+        for (const KytBondType kind : kinds)
+            made->addBond(kind, 60.0F);
+        to->setMolecule(from->getMolecule());
+        return made;
+    }
+
+    QList<KytAtom*> atoms() const { return items<KytAtom>(QCanvasItem::Rtti_Ellipse); }
+    QList<KytStereoBond*> wedges() const { return items<KytStereoBond>(QCanvasItem::Rtti_Polygon); }
+    QList<QCanvasText*> labels() const { return items<QCanvasText>(QCanvasItem::Rtti_Text); }
+    /// The lines of bonds, without the rubber band.
+    QList<KytBondLine*> lines() const { return items<KytBondLine>(QCanvasItem::Rtti_Line); }
+
+    bool isOnCanvas(const QCanvasItem* item) const
+    {
+        return canvas && canvas->allItems().contains(const_cast<QCanvasItem*>(item));
+    }
+
+    /// A pixel in the label of `owner` that neither the atom nor a bond to its left, right or top reaches.
+    static QPoint onLabel(const KytAtom* owner)
+    {
+        const QRectF box = owner->canvasSymbol->boundingRect();
+        return QPoint(static_cast<int>(box.center().x()), static_cast<int>(box.bottom()) - 3);
+    }
+
+    // The hand
+
+    void press(QPoint p, Qt::KeyboardModifiers modifiers = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton)
+    {
+        held |= button;
+        send(QEvent::MouseButtonPress, p, button, modifiers);
+    }
+
+    void release(QPoint p, Qt::KeyboardModifiers modifiers = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton)
+    {
+        held &= ~Qt::MouseButtons(button);
+        send(QEvent::MouseButtonRelease, p, button, modifiers);
+    }
+
+    void move(QPoint p, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        send(QEvent::MouseMove, p, Qt::NoButton, modifiers);
+    }
+
+    /// Goes to `p`, presses and lets go.
+    void click(QPoint p, Qt::KeyboardModifiers modifiers = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton)
+    {
+        move(p, modifiers);
+        press(p, modifiers, button);
+        release(p, modifiers, button);
+    }
+
+    /// Two clicks so fast that the second is reported as a double click.
+    void doubleClick(QPoint p, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+                     Qt::MouseButton button = Qt::LeftButton)
+    {
+        click(p, modifiers, button);
+        held |= button;
+        send(QEvent::MouseButtonDblClick, p, button, modifiers);
+        release(p, modifiers, button);
+    }
+
+    /// Goes to `from`, presses there, moves to `to` in two steps and lets go.
+    void drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        move(from, modifiers);
+        press(from, modifiers);
+        move(from + (to - from) / 2, modifiers);
+        move(to, modifiers);
+        release(to, modifiers);
+    }
+
+    /// Every gesture of the left button in every mode, around `p`; ends in view mode.
+    void useEveryModeAt(QPoint p)
+    {
+        for (const KytViewState mode : everyMode) {
+            view->canvasState = mode;
+            drag(p, p + QPoint(60, 20));
+            click(p + QPoint(10, 70));
+            click(p + QPoint(80, 70), Qt::ControlModifier);
+            drag(p + QPoint(80, 70), p, Qt::ControlModifier);
+            doubleClick(p + QPoint(40, 40));
+            click(p, Qt::NoModifier, Qt::MiddleButton);
+        }
+        view->canvasState = KYTVS_view;
+    }
+
+    /// Scrolls until the canvas point `corner` is in the view's top-left corner.
+    void scrollTo(QPoint corner)
+    {
+        view->horizontalScrollBar()->setValue(corner.x());
+        view->verticalScrollBar()->setValue(corner.y());
+        if (scrolled() != corner)
+            qFatal("The view does not scroll");
+    }
+
+    QPoint scrolled() const { return {view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()}; }
+    QPoint onViewport(QPoint p) const { return p - scrolled(); }
+
+private:
+    template <typename Item> QList<Item*> items(int rtti) const
+    {
+        QList<Item*> found;
+        if (!canvas)
+            return found;
+        for (QCanvasItem* item : canvas->allItems())
+            if (item != tempBond && item->rtti() == rtti)
+                found.append(static_cast<Item*>(item));
+        return found;
+    }
+
+    void send(QEvent::Type type, QPoint p, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
+    {
+        QWidget* viewport = view->viewport();
+        const QPoint place = onViewport(p);
+        QMouseEvent event(type, QPointF(place), QPointF(viewport->mapToGlobal(place)), button, held, modifiers);
+        QApplication::sendEvent(viewport, &event);
+    }
+
+    Qt::MouseButtons held;
+};
+
+inline bool isHighlighted(const KytAtom* atom)
+{
+    return atom->brush() == QBrush(QColor(0, 255, 0), Qt::SolidPattern) && atom->width() == 6 && atom->height() == 6;
+}
+
+inline bool isPlain(const KytAtom* atom)
+{
+    return atom->brush() == QBrush(QColor(0, 0, 0), Qt::SolidPattern) && atom->width() == 3 && atom->height() == 3;
+}
+
+inline bool isHighlighted(const KytBondLine* line)
+{
+    return line->pen().color() == QColor(0, 255, 0);
+}
+
+inline bool isPlain(const KytBondLine* line)
+{
+    return line->pen().color() == QColor(0, 0, 255);
+}
+
+inline QPointF placeOf(const QCanvasItem* item)
+{
+    return {item->x(), item->y()};
+}
+
+inline QLine lineOf(const QCanvasLine* line)
+{
+    return {line->startPoint(), line->endPoint()};
+}
+
+/// An atom stands at (x, y) to a thousandth of a pixel.
+#define STANDS_AT(item, expectedX, expectedY)                                                                         \
+    do {                                                                                                              \
+        NEAR((item)->x(), (expectedX), 1e-3);                                                                         \
+        NEAR((item)->y(), (expectedY), 1e-3);                                                                         \
+    } while (false)
