@@ -19,19 +19,19 @@
 #include <cmath>
 
 /// The difference of two numbers is below `tolerance`; says both when it is not. A NaN never passes.
-#define NEAR(actual, expected, tolerance)                                                                             \
-    do {                                                                                                              \
-        const double actualValue = (actual);                                                                          \
-        const double expectedValue = (expected);                                                                      \
-        QVERIFY2(std::abs(actualValue - expectedValue) < (tolerance),                                                 \
-                 qPrintable(QStringLiteral(#actual " is %1, expected %2")                                             \
-                                .arg(actualValue, 0, 'g', 12)                                                         \
-                                .arg(expectedValue, 0, 'g', 12)));                                                    \
+#define NEAR(actual, expected, tolerance)                                                                              \
+    do {                                                                                                               \
+        const double actualValue = (actual);                                                                           \
+        const double expectedValue = (expected);                                                                       \
+        QVERIFY2(std::abs(actualValue - expectedValue) < (tolerance),                                                  \
+                 qPrintable(QStringLiteral(#actual " is %1, expected %2")                                              \
+                                .arg(actualValue, 0, 'g', 12)                                                          \
+                                .arg(expectedValue, 0, 'g', 12)));                                                     \
     } while (false)
 
-constexpr std::array<KytViewState, 8> everyMode
-    = {KYTVS_view,         KYTVS_rotate,         KYTVS_drawSimpleBond, KYTVS_drawDashedBond,
-       KYTVS_drawStereoUp, KYTVS_drawStereoDown, KYTVS_deleteItem,     KYTVS_zigzag};
+constexpr std::array<KytViewState, 8> everyMode = {KYTVS_view,           KYTVS_rotate,       KYTVS_drawSimpleBond,
+                                                   KYTVS_drawDashedBond, KYTVS_drawStereoUp, KYTVS_drawStereoDown,
+                                                   KYTVS_deleteItem,     KYTVS_zigzag};
 
 /// Test rows, one for each of `modes`, with the mode in the column "mode".
 template <typename Modes> void addModeRows(const Modes& modes)
@@ -252,8 +252,8 @@ inline QLine lineOf(const QCanvasLine* line)
 }
 
 /// An atom stands at (x, y) to a thousandth of a pixel.
-#define STANDS_AT(item, expectedX, expectedY)                                                                         \
-    do {                                                                                                              \
-        NEAR((item)->x(), (expectedX), 1e-3);                                                                         \
-        NEAR((item)->y(), (expectedY), 1e-3);                                                                         \
+#define STANDS_AT(item, expectedX, expectedY)                                                                          \
+    do {                                                                                                               \
+        NEAR((item)->x(), (expectedX), 1e-3);                                                                          \
+        NEAR((item)->y(), (expectedY), 1e-3);                                                                          \
     } while (false)

@@ -127,8 +127,7 @@ void TestDrawingGeometry::theViewMeasuresDirectionsTheSameWay()
 {
     for (int dx = -40; dx <= 40; dx += 20)
         for (int dy = -40; dy <= 40; dy += 20)
-            QVERIFY(KytStudioView::findtheta(100, 100, 100 + dx, 100 + dy)
-                    == direction(100, 100, 100 + dx, 100 + dy));
+            QVERIFY(KytStudioView::findtheta(100, 100, 100 + dx, 100 + dy) == direction(100, 100, 100 + dx, 100 + dy));
 }
 
 void TestDrawingGeometry::snapsToTheNearestStep_data()
@@ -226,22 +225,17 @@ void TestDrawingGeometry::chainInEveryDirection_data()
     QTest::addColumn<QList<QPointF>>("atoms");
 
     QTest::newRow("right") << QPointF(160, 100) << QList<QPointF>{{125.979744, 84.998236}, {151.959487, 100}};
-    QTest::newRow("right and up") << QPointF(160, 40)
-                                  << QList<QPointF>{
-                                         {107.762603, 71.021698}, {136.740905, 63.259093}, {144.503508, 34.280791}};
+    QTest::newRow("right and up") << QPointF(
+        160, 40) << QList<QPointF>{{107.762603, 71.021698}, {136.740905, 63.259093}, {144.503508, 34.280791}};
     QTest::newRow("up") << QPointF(100, 40) << QList<QPointF>{{84.998235, 74.020257}, {99.999997, 48.040513}};
-    QTest::newRow("left and up") << QPointF(40, 40)
-                                 << QList<QPointF>{
-                                        {71.021698, 92.237396}, {63.259094, 63.259094}, {34.280792, 55.496490}};
+    QTest::newRow("left and up") << QPointF(
+        40, 40) << QList<QPointF>{{71.021698, 92.237396}, {63.259094, 63.259094}, {34.280792, 55.496490}};
     QTest::newRow("left") << QPointF(40, 100) << QList<QPointF>{{74.020258, 115.001766}, {48.040513, 100.000005}};
-    QTest::newRow("left and down") << QPointF(40, 160)
-                                   << QList<QPointF>{
-                                          {92.237394, 128.978301}, {63.259091, 136.740903}, {55.496485, 165.719204}};
+    QTest::newRow("left and down") << QPointF(
+        40, 160) << QList<QPointF>{{92.237394, 128.978301}, {63.259091, 136.740903}, {55.496485, 165.719204}};
     QTest::newRow("down") << QPointF(100, 160) << QList<QPointF>{{84.998235, 74.020257}, {99.999997, 48.040513}};
-    QTest::newRow("right and down") << QPointF(160, 160)
-                                    << QList<QPointF>{{128.978303, 107.762601},
-                                                      {136.740910, 136.740902},
-                                                      {165.719212, 144.503503}};
+    QTest::newRow("right and down") << QPointF(
+        160, 160) << QList<QPointF>{{128.978303, 107.762601}, {136.740910, 136.740902}, {165.719212, 144.503503}};
 }
 
 void TestDrawingGeometry::chainInEveryDirection()

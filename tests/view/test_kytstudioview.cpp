@@ -170,8 +170,8 @@ void TestKytStudioView::documentChangeLeavesTheViewAlone()
     QCOMPARE(f.view->lastAtom, start);
     QCOMPARE(f.view->isLastAtom, 1);
     QVERIFY(tempBond->isVisible());
-    const bool wasConnected = QObject::disconnect(f.doc, &KytStudioDoc::documentChanged, f.view,
-                                                  &KytStudioView::slotDocumentChanged)
+    const bool wasConnected =
+        QObject::disconnect(f.doc, &KytStudioDoc::documentChanged, f.view, &KytStudioView::slotDocumentChanged)
         || QObject::disconnect(f.doc, SIGNAL(documentChanged()), f.view, SLOT(slotDocumentChanged()));
     QVERIFY(wasConnected);
 }
@@ -323,8 +323,7 @@ void TestKytStudioView::wedgeUnderThePointerIsHoveredButNotHighlighted()
     QFETCH(int, kind);
     for (const KytViewState mode : everyMode) {
         ViewFixture f(mode);
-        KytStereoBond* wedge
-            = f.bond(f.atom(200, 200), f.atom(300, 200), {static_cast<KytBondType>(kind)})->stereoBond;
+        KytStereoBond* wedge = f.bond(f.atom(200, 200), f.atom(300, 200), {static_cast<KytBondType>(kind)})->stereoBond;
         const QBrush before = wedge->brush();
         f.move({270, 200});
         QCOMPARE(f.view->hover, wedge);
@@ -538,8 +537,8 @@ void TestKytStudioView::startHoverLeavesTheRubberBandAsItWas()
 
 void TestKytStudioView::atomUnderTheRubberBandIsHighlighted_data()
 {
-    addModeRows(std::array{KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp, KYTVS_drawStereoDown,
-                           KYTVS_zigzag});
+    addModeRows(
+        std::array{KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp, KYTVS_drawStereoDown, KYTVS_zigzag});
 }
 
 void TestKytStudioView::atomUnderTheRubberBandIsHighlighted()

@@ -443,8 +443,7 @@ void TestKytStudioViewMove::draggingAWedgeMovesItsBond()
         QCOMPARE(placeOf(a), QPointF(110, 240));
         QCOMPARE(placeOf(b), QPointF(210, 240));
         QCOMPARE(placeOf(c), QPointF(300, 200));
-        QCOMPARE(*ab->stereoBond->getPointsArray(),
-                 QPolygon(QList<QPoint> {{110, 240}, {210, 246}, {210, 234}}));
+        QCOMPARE(*ab->stereoBond->getPointsArray(), QPolygon(QList<QPoint>{{110, 240}, {210, 246}, {210, 234}}));
         QCOMPARE(placeOf(ab->stereoBond), QPointF(0, 0));
     }
 }
@@ -955,7 +954,7 @@ void TestKytStudioViewMove::droppingOnAnAtomMergesIntoIt()
     KytAtom* target = f.atom(300, 200);
     KytBond* bond = f.bond(neighbour, dropped);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
     QCOMPARE(f.labels().size(), 2);
     QCOMPARE(placeOf(target), QPointF(300, 200));
     QCOMPARE(neighbour->isConnected(target), bond);
@@ -970,8 +969,8 @@ void TestKytStudioViewMove::droppingAnAtomWithoutBondsOnAnother()
     KytAtom* target = f.atom(300, 200);
     f.atom(200, 200);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), QList<KytAtom*> {target});
-    QCOMPARE(f.labels(), QList<QCanvasText*> {target->canvasSymbol});
+    QCOMPARE(f.atoms(), QList<KytAtom*>{target});
+    QCOMPARE(f.labels(), QList<QCanvasText*>{target->canvasSymbol});
 }
 
 void TestKytStudioViewMove::droppingOnTheOnlyNeighbourTakesTheBond()
@@ -985,7 +984,7 @@ void TestKytStudioViewMove::droppingOnTheOnlyNeighbourTakesTheBond()
             KytAtom* stays = toTheStart ? start : end;
             KytAtom* goes = toTheStart ? end : start;
             f.drag(placeOf(goes).toPoint(), placeOf(stays).toPoint());
-            QCOMPARE(f.atoms(), QList<KytAtom*> {stays});
+            QCOMPARE(f.atoms(), QList<KytAtom*>{stays});
             QCOMPARE(stays->getBondCount(), 0);
             QVERIFY(f.lines().isEmpty());
             QVERIFY(f.wedges().isEmpty());
@@ -1001,7 +1000,7 @@ void TestKytStudioViewMove::droppingOnASharedNeighboursOtherEndKeepsOneBond()
     f.bond(shared, dropped);
     f.bond(shared, target);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {shared, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{shared, target}));
     QCOMPARE(bondsBetween(shared, target), 1);
     QCOMPARE(f.lines().size(), 1);
     QCOMPARE(shared->getMolecule(), target->getMolecule());
@@ -1018,7 +1017,7 @@ void TestKytStudioViewMove::droppingTheThirdAtomOfAChainOnTheFirst()
     f.bond(b, c);
     f.bond(c, d);
     f.drag({300, 200}, {100, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {a, b, d}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{a, b, d}));
     QCOMPARE(bondsBetween(a, b), 1);
     QCOMPARE(bondsBetween(a, d), 1);
     QCOMPARE(bondsBetween(a, a), 0);
@@ -1037,7 +1036,7 @@ void TestKytStudioViewMove::droppingOnAnAtomOfTheMoleculeInAnotherDepthIsRefused
     f.bond(shared, target);
     target->setAtomZ(2);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {shared, dropped, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{shared, dropped, target}));
     QCOMPARE(placeOf(dropped), QPointF(300, 200));
     QCOMPARE(f.lines().size(), 2);
     QVERIFY(target->getAtomZ() == 2.0F);
@@ -1055,7 +1054,7 @@ void TestKytStudioViewMove::droppingOnAnAtomOfTheMoleculeOneDeeperMerges()
     f.bond(shared, target);
     target->setAtomZ(1);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {shared, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{shared, target}));
     QCOMPARE(bondsBetween(shared, target), 1);
 }
 
@@ -1067,7 +1066,7 @@ void TestKytStudioViewMove::droppingOnAnotherMoleculeInAnotherDepthMerges()
     KytAtom* target = f.atom(300, 200, 50);
     f.bond(neighbour, dropped);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
     QCOMPARE(bondsBetween(neighbour, target), 1);
 }
 
@@ -1079,7 +1078,7 @@ void TestKytStudioViewMove::droppingTakesTheDepthOfTheTarget()
     KytAtom* target = f.atom(300, 200, 50);
     f.bond(dropped, neighbour);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
     QVERIFY(target->getAtomZ() == 50.0F);
     QVERIFY(neighbour->getAtomZ() == 50.0F);
 }
@@ -1093,7 +1092,7 @@ void TestKytStudioViewMove::droppingOnTwoAtomsMergesWithTheUpperOneOnly()
     KytAtom* above = f.atom(300, 200);
     f.bond(neighbour, dropped);
     f.drag({200, 200}, {300, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, below, above}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, below, above}));
     QCOMPARE(bondsBetween(neighbour, above), 1);
     QCOMPARE(below->getBondCount(), 0);
 }
@@ -1108,7 +1107,7 @@ void TestKytStudioViewMove::droppingAWholeMoleculeMergesTheGrabbedAtom()
     KytAtom* targetsNeighbour = f.atom(300, 300); // the neighbour ends up here, unmerged
     f.bond(target, targetsNeighbour);
     f.drag({200, 200}, {300, 200}, Qt::ControlModifier);
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target, targetsNeighbour}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target, targetsNeighbour}));
     QCOMPARE(placeOf(neighbour), QPointF(300, 300));
     QCOMPARE(placeOf(targetsNeighbour), QPointF(300, 300));
     QCOMPARE(bondsBetween(target, neighbour), 1);
@@ -1125,7 +1124,7 @@ void TestKytStudioViewMove::droppingALockedAtomMergesIt()
     f.bond(grabbed, neighbour);
     KytAtom* target = f.atom(350, 200);
     f.drag({200, 200}, {350, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
     QCOMPARE(placeOf(neighbour), QPointF(350, 300));
     QCOMPARE(bondsBetween(target, neighbour), 1);
 }
@@ -1163,7 +1162,7 @@ void TestKytStudioViewMove::clickOnTwoAtomsMergesWithoutAnyMovement()
     f.press({200, 200});
     QCOMPARE(f.view->moving, above);
     f.release({200, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {below, neighbour}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{below, neighbour}));
     QCOMPARE(bondsBetween(below, neighbour), 1);
     QVERIFY(!f.view->moving);
     QVERIFY(!f.view->hover);
@@ -1190,7 +1189,7 @@ void TestKytStudioViewMove::mergeHappensWherePointerIsReleased()
     f.press({200, 200});
     f.move({250, 200});
     f.release({300, 200}); // the last step was never reported as a move
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
     QCOMPARE(bondsBetween(neighbour, target), 1);
 }
 
@@ -1215,7 +1214,7 @@ void TestKytStudioViewMove::droppingAfterScrolling()
     f.bond(neighbour, dropped);
     f.scrollTo({432, 543});
     f.drag({800, 800}, {900, 900});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
     QCOMPARE(bondsBetween(neighbour, target), 1);
 }
 
@@ -1247,7 +1246,7 @@ void TestKytStudioViewMove::releaseOfAnyButtonDrops()
         f.press({200, 200});
         f.move({300, 200});
         f.release({300, 200}, Qt::NoModifier, button);
-        QCOMPARE(f.atoms(), (QList<KytAtom*> {neighbour, target}));
+        QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
         QVERIFY(!f.view->moving);
     }
 }
@@ -1269,7 +1268,7 @@ void TestKytStudioViewMove::releaseInDrawingModesOnlyLetsGo()
     f.view->canvasState = static_cast<KytViewState>(mode);
     f.release({300, 200});
     QVERIFY(!f.view->moving);
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {a, b}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{a, b}));
     QCOMPARE(f.view->isLastAtom, 0);
     QCOMPARE(f.view->hover, b);
     QVERIFY(isHighlighted(b));
@@ -1322,7 +1321,7 @@ void TestKytStudioViewMove::mergingIntoTheStartAtomKeepsTheGesture()
     f.move({250, 100});
     f.view->canvasState = KYTVS_view;
     f.drag({300, 200}, {200, 200});
-    QCOMPARE(f.atoms(), QList<KytAtom*> {start});
+    QCOMPARE(f.atoms(), QList<KytAtom*>{start});
     QCOMPARE(f.view->lastAtom, start);
     QCOMPARE(f.view->isLastAtom, 1);
     QVERIFY(tempBond->isVisible());
@@ -1376,8 +1375,8 @@ void TestKytStudioViewMove::pivotIsForgottenWhenItGoes_data()
 {
     QTest::addColumn<Destroyer>("destroy");
     QTest::newRow("atom") << Destroyer([](ViewFixture&, KytAtom* atom) { delete atom; });
-    QTest::newRow("all atoms")
-        << Destroyer([](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
+    QTest::newRow("all atoms") << Destroyer(
+        [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
     QTest::newRow("canvas") << Destroyer([](ViewFixture& f, KytAtom*) { delete f.canvas; });
 }
 

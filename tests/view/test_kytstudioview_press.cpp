@@ -90,11 +90,11 @@ private:
     bool answering = false;
 };
 
-const QStringList atomDialog {QStringLiteral("KytAtomProperties")};
-const QStringList wedgeDialog {QStringLiteral("KytBondProperties")};
+const QStringList atomDialog{QStringLiteral("KytAtomProperties")};
+const QStringList wedgeDialog{QStringLiteral("KytBondProperties")};
 
-constexpr std::array drawingModes
-    = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp, KYTVS_drawStereoDown, KYTVS_zigzag};
+constexpr std::array drawingModes = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp,
+                                     KYTVS_drawStereoDown, KYTVS_zigzag};
 
 using Destroyer = std::function<void(ViewFixture&, KytAtom*)>;
 
@@ -557,8 +557,8 @@ void TestKytStudioViewPress::atomDestroyedWhileItsDialogIsOpen_data()
         {"all atoms", [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); }},
         {"the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas; }},
     };
-    const std::pair<const char*, Answer> answers[]
-        = {{"ok", Answer(&ok)}, {"cancel", Answer(&cancel)}, {"close", Answer(&closeWindow)}};
+    const std::pair<const char*, Answer> answers[] = {
+        {"ok", Answer(&ok)}, {"cancel", Answer(&cancel)}, {"close", Answer(&closeWindow)}};
     for (const auto& [what, destroy] : ways)
         for (const auto& [how, leave] : answers)
             QTest::addRow("%s, %s", what, how) << destroy << leave;
@@ -613,10 +613,9 @@ void TestKytStudioViewPress::wedgeDestroyedWhileTheDialogAboveIsOpen_data()
 {
     QTest::addColumn<Destroyer>("destroy");
     QTest::newRow("with its end atom") << Destroyer([](ViewFixture&, KytAtom* end) { delete end; });
-    QTest::newRow("with its bond")
-        << Destroyer([](ViewFixture& f, KytAtom*) { f.wedges().first()->deleteBond(); });
-    QTest::newRow("with all atoms")
-        << Destroyer([](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
+    QTest::newRow("with its bond") << Destroyer([](ViewFixture& f, KytAtom*) { f.wedges().first()->deleteBond(); });
+    QTest::newRow("with all atoms") << Destroyer(
+        [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
     QTest::newRow("with the canvas") << Destroyer([](ViewFixture& f, KytAtom*) { delete f.canvas; });
 }
 
@@ -679,7 +678,7 @@ void TestKytStudioViewPress::middleButtonDoesNothing()
             f.doubleClick(p, Qt::NoModifier, button);
         }
     QVERIFY(answers.seen.isEmpty());
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {atom, other}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{atom, other}));
     QCOMPARE(placeOf(atom), QPointF(200, 200));
     QCOMPARE(placeOf(other), QPointF(300, 200));
     QCOMPARE(f.wedges().size(), 1);
@@ -714,7 +713,7 @@ void TestKytStudioViewPress::deletingAnAtomTakesItsBonds()
     f.bond(left, middle);
     f.bond(middle, right, {KYTBT_StereoUp});
     f.click({200, 200});
-    QCOMPARE(f.atoms(), (QList<KytAtom*> {left, right}));
+    QCOMPARE(f.atoms(), (QList<KytAtom*>{left, right}));
     QCOMPARE(f.labels().size(), 2);
     QVERIFY(f.lines().isEmpty());
     QVERIFY(f.wedges().isEmpty());
@@ -1215,10 +1214,11 @@ void TestKytStudioViewPress::secondClickInAnotherBondMode()
         KytAtom* end = f.atoms().last();
         KytBond* bond = start->isConnected(end);
         QVERIFY(bond);
-        QCOMPARE(static_cast<int>(bond->bond1Type), mode == KYTVS_drawSimpleBond ? static_cast<int>(KYTBT_SingleBond)
-                     : mode == KYTVS_drawDashedBond                              ? static_cast<int>(KYTBT_DashedLine)
-                     : mode == KYTVS_drawStereoUp                                ? static_cast<int>(KYTBT_StereoUp)
-                                                                                 : static_cast<int>(KYTBT_StereoDown));
+        QCOMPARE(static_cast<int>(bond->bond1Type),
+                 mode == KYTVS_drawSimpleBond       ? static_cast<int>(KYTBT_SingleBond)
+                     : mode == KYTVS_drawDashedBond ? static_cast<int>(KYTBT_DashedLine)
+                     : mode == KYTVS_drawStereoUp   ? static_cast<int>(KYTBT_StereoUp)
+                                                    : static_cast<int>(KYTBT_StereoDown));
         const double depth = mode == KYTVS_drawStereoUp ? 173.205081 : mode == KYTVS_drawStereoDown ? -173.205081 : 0;
         NEAR(end->getAtomZ(), depth, 1e-4);
         QCOMPARE(f.view->isLastAtom, 0);
@@ -1235,7 +1235,7 @@ void TestKytStudioViewPress::secondClickInChainModeDrawsAChain()
     f.press({160, 100});
     f.release({160, 100});
     QCOMPARE(f.atoms().size(), 3);
-    QCOMPARE(f.counts, QList<int> {0});
+    QCOMPARE(f.counts, QList<int>{0});
     QCOMPARE(f.view->isLastAtom, 0);
 }
 
