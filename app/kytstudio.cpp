@@ -93,7 +93,7 @@ bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
 void KytStudioApp::slotDisplayBondDetail(char* text)
 {
     if (drawsBond(view->canvasState))
-        say(QString::fromUtf8(text), detailTime);
+        say(tr(text), detailTime);
 }
 
 void KytStudioApp::slotZigzagAtomCount(int count)

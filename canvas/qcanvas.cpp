@@ -2,6 +2,7 @@
 
 #include "canvas/qcanvasitempeer.h"
 
+#include <QCoreApplication>
 #include <QGraphicsScene>
 
 #include <algorithm>
@@ -41,6 +42,7 @@ QCanvas::~QCanvas()
         ellipses.insert(ellipses.end(), others.begin(), others.end());
         deletePlaces(ellipses);
     }
+    letScenePolish();
 }
 
 int QCanvas::width() const
@@ -244,8 +246,16 @@ void QCanvas::dropAbandonedPeers()
     }
 }
 
+// The scene searches a list of the peers that it has yet to polish for each one that is deleted. It works that list off
+// in a call that it has queued for itself.
+void QCanvas::letScenePolish()
+{
+    QCoreApplication::sendPostedEvents(scene.get(), QEvent::MetaCall);
+}
+
 void QCanvas::rebuildScene()
 {
+    letScenePolish();
     scene->clear();
     abandoned.clear();
     for (const Place& place : places) {

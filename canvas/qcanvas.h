@@ -107,6 +107,7 @@ private:
     void markChanged(const QRectF& changedArea);
     void scheduleUpdate();
     void dropAbandonedPeers();
+    void letScenePolish();
     void rebuildScene();
 
     std::unique_ptr<QGraphicsScene> scene;

@@ -17,7 +17,8 @@ namespace {
 /// ASCII becomes a character that is part of no number.
 QByteArray numberText(QStringView text)
 {
-    const auto start = std::find_if_not(text.begin(), text.end(), [](QChar c) { return c.isSpace(); });
+    const QStringView space = u" \t\n\v\f\r"; // what C takes for it
+    const auto start = std::find_if_not(text.begin(), text.end(), [&](QChar c) { return space.contains(c); });
     QByteArray number = text.sliced(start - text.begin()).toLatin1();
     if (number.size() > 1 && number[0] == '+' && number[1] != '-' && number[1] != '+')
         number.remove(0, 1);

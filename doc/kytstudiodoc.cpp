@@ -7,10 +7,23 @@
 #include <QSaveFile>
 #include <QTextStream>
 
+#include <cerrno>
+
+#include <sys/stat.h>
+
 namespace {
 
 constexpr int canvasSize = 2000; // pixels
 constexpr int advancePeriod = 25; // milliseconds
+
+/// Whether the file can be opened for writing as far as its kind goes: a regular file, or none yet.
+bool isWritableKind(const QString& fileName)
+{
+    struct stat status;
+    if (stat(QFile::encodeName(fileName).constData(), &status) == 0)
+        return S_ISREG(status.st_mode);
+    return errno != ELOOP;
+}
 
 } // namespace
 
@@ -61,8 +74,7 @@ bool KytStudioDoc::saveAs(const QString& fileName)
 /// the directory refuses new files is the file itself written.
 bool KytStudioDoc::write(const QString& fileName) const
 {
-    const QFileInfo target(fileName);
-    if (!canvas || fileName.isEmpty() || (target.exists() && !target.isFile()))
+    if (!canvas || fileName.isEmpty() || !isWritableKind(fileName))
         return false;
     QSaveFile file(fileName);
     file.setDirectWriteFallback(true);
