@@ -20,8 +20,7 @@ double _x = 0;
 namespace {
 
 constexpr double rubberBandLevel = 0.0; // z on the canvas, below everything
-constexpr float addedAngle = 60.0F;     // projection angle of a drawn wedge, degrees
-const double slope = std::tan(std::numbers::pi / 3);
+const double drawnSlope = std::tan(std::numbers::pi / 3); // of drawnAngle
 
 } // namespace
 
@@ -128,9 +127,9 @@ float KytStudioView::getZplane() const
         return 0;
     const double length = distance({lastAtom->x(), lastAtom->y()}, {newx, newy});
     if (canvasState == KYTVS_drawStereoUp)
-        return narrowed(lastAtom->getAtomZ() + slope * length);
+        return narrowed(lastAtom->getAtomZ() + drawnSlope * length);
     if (canvasState == KYTVS_drawStereoDown)
-        return narrowed(lastAtom->getAtomZ() - slope * length);
+        return narrowed(lastAtom->getAtomZ() - drawnSlope * length);
     return lastAtom->getAtomZ();
 }
 
@@ -143,16 +142,16 @@ void KytStudioView::addBond(KytBond* bond, KytViewState state)
 {
     switch (state) {
     case KYTVS_drawSimpleBond:
-        bond->addBond(KYTBT_SingleBond, addedAngle);
+        bond->addBond(KYTBT_SingleBond, drawnAngle);
         break;
     case KYTVS_drawDashedBond:
-        bond->addBond(KYTBT_DashedLine, addedAngle);
+        bond->addBond(KYTBT_DashedLine, drawnAngle);
         break;
     case KYTVS_drawStereoUp:
-        bond->addBond(KYTBT_StereoUp, addedAngle);
+        bond->addBond(KYTBT_StereoUp, drawnAngle);
         break;
     case KYTVS_drawStereoDown:
-        bond->addBond(KYTBT_StereoDown, addedAngle);
+        bond->addBond(KYTBT_StereoDown, drawnAngle);
         break;
     default:
         break;

@@ -11,28 +11,16 @@ namespace {
 
 constexpr double pixelsPerRadian = 10.0; // of horizontal pointer movement while rotating
 
-/// The molecule of a grabbed item; null for a label, which has none.
-KytMolecule* moleculeOf(const QCanvasItem* item)
+/// The atom that speaks for a grabbed item: the atom itself, or the start atom of the bond; null for a label.
+const KytAtom* anchorOf(const QCanvasItem* item)
 {
     if (item->rtti() == QCanvasItem::Rtti_Ellipse)
-        return static_cast<const KytAtom*>(item)->getMolecule();
+        return static_cast<const KytAtom*>(item);
     if (item->rtti() == QCanvasItem::Rtti_Polygon)
-        return static_cast<const KytStereoBond*>(item)->getBond()->getMolecule();
+        return static_cast<const KytStereoBond*>(item)->getBond()->getFromAtom();
     if (item->rtti() == QCanvasItem::Rtti_Line)
-        return static_cast<const KytBondLine*>(item)->getBond()->getMolecule();
+        return static_cast<const KytBondLine*>(item)->getBond()->getFromAtom();
     return nullptr;
-}
-
-/// Whether the grabbed atom, or the start atom of the grabbed bond, is locked.
-bool isLocked(const QCanvasItem* item)
-{
-    if (item->rtti() == QCanvasItem::Rtti_Ellipse)
-        return static_cast<const KytAtom*>(item)->locked;
-    if (item->rtti() == QCanvasItem::Rtti_Polygon)
-        return static_cast<const KytStereoBond*>(item)->getBond()->getFromAtom()->locked;
-    if (item->rtti() == QCanvasItem::Rtti_Line)
-        return static_cast<const KytBondLine*>(item)->getBond()->getFromAtom()->locked;
-    return false;
 }
 
 } // namespace
@@ -64,9 +52,9 @@ void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
 {
     const double dx = p.x() - moving_start.x();
     const double dy = p.y() - moving_start.y();
-    const KytMolecule* molecule = moleculeOf(moving);
-    if (molecule && (wholeMolecule || isLocked(moving))) {
-        const QList<KytAtom*> atoms = drawnAtoms(*canvas(), molecule);
+    const KytAtom* anchor = anchorOf(moving);
+    if (anchor && (wholeMolecule || anchor->locked)) {
+        const QList<KytAtom*> atoms = drawnAtoms(*canvas(), anchor->getMolecule());
         for (KytAtom* atom : atoms)
             atom->moveBy(dx, dy);
     } else {

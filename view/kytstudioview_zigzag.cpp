@@ -6,12 +6,6 @@
 
 #include <QMouseEvent>
 
-namespace {
-
-constexpr float addedAngle = 60.0F; // degrees
-
-} // namespace
-
 void KytStudioView::reportChain()
 {
     emit zigzagAtomValue(zigZagAtomCount({lastAtom->x(), lastAtom->y()}, {newx, newy}, fixedLengthValue));
@@ -45,7 +39,7 @@ KytAtom* KytStudioView::chainAtom(double x, double y, KytAtom* previous)
 {
     KytAtom* atom = newAtom(x, y, previous->getAtomZ());
     const KytBondType kind = canvasState == KYTVS_drawDashedBond ? KYTBT_DashedLine : KYTBT_SingleBond;
-    (new KytBond(previous, atom, doc))->addBond(kind, addedAngle);
+    (new KytBond(previous, atom, doc))->addBond(kind, drawnAngle);
     lastAtom = atom;
     return atom;
 }
