@@ -464,7 +464,8 @@ def report(molecules, placed):
     labels = [label_overlap(a, b) for i, j in pairs for a in placed[i].points for b in placed[j].points]
     print(f"nearest atoms of two molecules: {nearest[0]:.1f} pixels ({nearest[1]}, {nearest[2]})")
     print(f"bonds of two molecules that cross: {sum(crossings(placed[i], placed[j]) for i, j in pairs)}")
-    print(f"labels of two molecules that overlap: {sum(area > 0 for area in labels)} pairs, {sum(labels):.0f} square pixels")
+    pairs_of_labels = sum(area > 0 for area in labels)
+    print(f"labels of two molecules that overlap: {pairs_of_labels} pairs, {sum(labels):.0f} square pixels")
     print(f"outside of the visible part, margins included: {sum(p.outside() for p in placed):.1f} pixels")
     for m, p in zip(molecules, placed):
         inside = min(math.dist(a[:2], b[:2]) for a, b in itertools.combinations(p.points, 2))
