@@ -28,8 +28,8 @@ static const double lengthTolerance = 0.003;
 static const double angleTolerance = 0.01;
 
 /// What a new window shows of the canvas, what is kept free for the dot of an atom and for its label below and right.
-static const QRectF visiblePart(0, 0, 365, 225);
-static const QMarginsF margins(5, 5, 12, 18);
+static const QRectF visiblePart(0, 0, 385, 240);
+static const QMarginsF margins(6, 6, 13, 21);
 
 static const double betweenMolecules = 16;
 static const double withinMolecule = 9;
@@ -145,13 +145,12 @@ private slots:
     void isWrittenAsTheProgramWritesIt_data() { everyMolecule(); }
     void isWrittenAsTheProgramWritesIt();
 
-    void waterAndBenzeneAreFlat();
+    void waterBenzeneAndMegaphonAreFlat();
     void benzenesDoubleBondsAlternate();
     void benzenesRingIsRegular();
     void cubaneIsACube();
     void hydrogensOfTheChainsStandOutOfTheCarbonPlane_data();
     void hydrogensOfTheChainsStandOutOfTheCarbonPlane();
-    void theMegaphonsRingsLieInOnePlane();
     void theMegaphonIsNineFusedRingsWithADoubleBondAtEachCarbon();
     void allSixKeepApart();
     void noBondsOfTwoMoleculesCross();
@@ -341,9 +340,9 @@ void TestLibrary::isWrittenAsTheProgramWritesIt()
     QCOMPARE(QString(copy.readAll()), QString(original.readAll()));
 }
 
-void TestLibrary::waterAndBenzeneAreFlat()
+void TestLibrary::waterBenzeneAndMegaphonAreFlat()
 {
-    for (const char* name : {"water", "benzene"}) {
+    for (const char* name : {"water", "benzene", "megaphon"}) {
         const Loaded molecule(name);
         QVERIFY(!molecule.atoms.isEmpty());
         for (KytAtom* atom : molecule.atoms)
@@ -430,11 +429,6 @@ void TestLibrary::hydrogensOfTheChainsStandOutOfTheCarbonPlane()
         QCOMPARE(above, 1);
         QCOMPARE(below, 1);
     }
-}
-
-void TestLibrary::theMegaphonsRingsLieInOnePlane()
-{
-    QVERIFY(unevenness(Loaded("megaphon").atoms) < 0.02);
 }
 
 void TestLibrary::theMegaphonIsNineFusedRingsWithADoubleBondAtEachCarbon()
