@@ -19,12 +19,11 @@ copy_picture() {
 
 if [ "${1:-}" = --update-pictures ]; then
     mkdir -p docs/pictures
-    copy_picture drawing 450x400
-    copy_picture library 450x400
-    copy_picture chain 450x400
-    copy_picture atom-properties 550x204
-    copy_picture bond-properties 325x186
-    copy_picture viewer-cubane 320x256
-    copy_picture viewer-hexane 320x256
+    for picture in alanine drawing chain library atom-properties bond-properties; do
+        copy_picture $picture 550x400
+    done
+    for picture in viewer-cubane viewer-hexane; do
+        copy_picture $picture 450x360
+    done
 fi
 say "Done; the saved workspaces and the pictures are in build/demo/."

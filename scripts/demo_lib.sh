@@ -1,7 +1,8 @@
 # shellcheck shell=bash
 # A pair of hands and eyes for the demo: windows, toolbar buttons, the mouse on the canvas, pictures, and checks of what
-# was saved. Meant to be sourced; the caller sets `out` to the folder for pictures and workspaces.
-# shellcheck disable=SC2154  # out is the caller's
+# was saved. Meant to be sourced; the caller sets `out` to the folder for pictures and workspaces, and `viewer` to the 3D
+# viewer's window while it is open.
+# shellcheck disable=SC2154  # out and viewer are the caller's
 
 say() {
     printf '%s\n' "$*"
@@ -224,6 +225,23 @@ save_as() {
     press alt+f
     press a
     save_dialog "$1"
+}
+
+# fly_nearer WIDTH: flies towards the model in the 3D viewer until it is that many pixels wide on the screen.
+fly_nearer() {
+    local width
+    for _ in $(seq 40); do
+        import -silent -window "$viewer" "$out/find.png"
+        # The background is black; the window's rim is not drawn.
+        width=$(convert "$out/find.png" -shave 8x8 -bordercolor black -border 1 -fuzz 5% -trim -format %w info: \
+            2>/dev/null)
+        rm "$out/find.png"
+        [ "$width" -ge 20 ] || fail "The 3D viewer shows no model."
+        [ "$width" -ge "$1" ] && return
+        xdotool key --delay 20 w w w w w w
+        settle 0.2
+    done
+    fail "The 3D viewer does not come nearer to the model."
 }
 
 # ---- checks

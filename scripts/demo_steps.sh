@@ -103,10 +103,15 @@ for molecule in cubane hexane; do
     press ctrl+f
     viewer=$(wait_window 'MOLECULAR I3D VIEWER') || exit 1
     settle 2
+    press o
+    fly_nearer 420
     picture viewer-$molecule-front "$viewer"
-    hold x 0.5
-    hold e 0.5
+    hold x 0.4
+    hold e 0.4
     picture viewer-$molecule "$viewer"
+    if cmp -s "$out/viewer-$molecule-front.png" "$out/viewer-$molecule.png"; then
+        fail "The model did not turn."
+    fi
     press Escape
     wait_closed 'MOLECULAR I3D VIEWER'
 done
