@@ -12,9 +12,9 @@ rm -rf build/demo
 mkdir -p build/demo
 tests/on_screen scripts/demo_steps.sh "$root/build/demo"
 
-# copy_picture NAME SIZE: a picture that is small enough to keep, with a limited set of colours.
+# copy_picture NAME SIZE [OPTION...]: a picture that is small enough to keep, with a limited set of colours.
 copy_picture() {
-    convert "build/demo/$1.png" -resize "$2>" -strip +dither -colors 128 "PNG8:docs/pictures/$1.png"
+    convert "build/demo/$1.png" "${@:3}" -resize "$2>" -strip +dither -colors 128 "PNG8:docs/pictures/$1.png"
 }
 
 if [ "${1:-}" = --update-pictures ]; then
@@ -23,7 +23,7 @@ if [ "${1:-}" = --update-pictures ]; then
         copy_picture $picture 550x400
     done
     for picture in viewer-cubane viewer-hexane; do
-        copy_picture $picture 450x360
+        copy_picture $picture 400x300 -shave 8x8 -bordercolor black -border 1 -fuzz 5% -trim +repage -border 40
     done
 fi
 say "Done; the saved workspaces and the pictures are in build/demo/."
