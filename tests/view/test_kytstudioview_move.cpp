@@ -1432,16 +1432,21 @@ void TestKytStudioViewMove::otherAtomsMayGoDuringADrag()
 
 void TestKytStudioViewMove::documentMayGoDuringADrag()
 {
-    ViewFixture f;
-    KytAtom* a = f.atom(100, 200);
-    f.bond(a, f.atom(200, 200), {KYTBT_StereoUp});
-    f.press({100, 200});
-    delete f.doc;
-    f.move({120, 230}, Qt::ControlModifier);
-    f.move({140, 230});
-    f.release({140, 230});
-    QCOMPARE(placeOf(a), QPointF(140, 230));
-    QVERIFY(!f.view->moving);
+    for (const KytViewState mode : {KYTVS_view, KYTVS_rotate}) {
+        ViewFixture f(mode);
+        KytAtom* a = f.atom(100, 200);
+        KytAtom* b = f.atom(200, 200);
+        f.bond(a, b, {KYTBT_StereoUp});
+        f.press({100, 200});
+        f.move({110, 210});
+        delete f.doc;
+        f.move({120, 230}, Qt::ControlModifier);
+        f.move({140, 230});
+        f.release({140, 230});
+        QVERIFY(!f.view->moving);
+        QCOMPARE(f.atoms(), (QList<KytAtom*>{a, b}));
+        QCOMPARE(a->isConnected(b), *a->getOutList()->begin());
+    }
 }
 
 QTEST_MAIN(TestKytStudioViewMove)

@@ -332,16 +332,18 @@ void TestKytStudioViewZigZag::chainStartsAtAnExistingAtom()
 
 void TestKytStudioViewZigZag::chainJoinsTheStartAtomsMolecule()
 {
-    ViewFixture f(KYTVS_zigzag);
-    KytAtom* neighbour = f.atom(100, 200);
-    KytAtom* start = f.atom(100, 100);
-    f.bond(neighbour, start);
-    KytMolecule* molecule = start->getMolecule();
-    f.click({100, 100});
-    f.click({250, 100});
-    QCOMPARE(f.atoms().size(), 7);
-    for (KytAtom* atom : f.atoms())
-        QCOMPARE(atom->getMolecule(), molecule);
+    for (const int reach : {30, 60, 80, 150, 300}) {
+        ViewFixture f(KYTVS_zigzag);
+        KytAtom* neighbour = f.atom(100, 200);
+        KytAtom* start = f.atom(100, 100);
+        KytAtom* stranger = f.atom(100, 300);
+        f.bond(neighbour, start);
+        f.click({100, 100});
+        f.click({100 + reach, 100});
+        QVERIFY(f.atoms().size() > 3);
+        for (KytAtom* atom : f.atoms())
+            QCOMPARE(atom->getMolecule() == start->getMolecule(), atom != stranger);
+    }
 }
 
 void TestKytStudioViewZigZag::chainDoesNotSnapToExistingAtoms()
