@@ -3,13 +3,13 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFontMetrics>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionButton>
-#include <QStyleOptionFrame>
 #include <QTest>
 #include <QTextDocument>
 #include <QTimer>
@@ -45,15 +45,33 @@ inline bool seenInFull(const QPushButton& button)
     return text.width() <= room.width() && text.height() <= room.height();
 }
 
-/// Whether `text` could be read without scrolling in the field.
+/// How many pixels of a field of this size, font and style `text` colours.
+inline int inkOf(const QString& text, const QLineEdit& like, const QSize& size)
+{
+    const auto picture = [&](const QString& shown) {
+        QLineEdit field;
+        field.setFont(like.font());
+        field.setFrame(like.hasFrame());
+        field.setFocusPolicy(Qt::NoFocus);
+        field.resize(size);
+        field.setText(shown);
+        return field.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const QImage empty = picture(QString());
+    const QImage filled = picture(text);
+    int ink = 0;
+    for (int y = 0; y < empty.height(); ++y) {
+        for (int x = 0; x < empty.width(); ++x)
+            ink += empty.pixel(x, y) != filled.pixel(x, y);
+    }
+    return ink;
+}
+
+/// Whether `text` is seen in the field as it is in one with room to spare.
 inline bool seenInFull(const QLineEdit& field, const QString& text)
 {
-    QStyleOptionFrame option;
-    option.initFrom(&field);
-    option.lineWidth = field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &field);
-    const QRect room = field.style()->subElementRect(QStyle::SE_LineEditContents, &option, &field);
-    const QFontMetrics metrics(field.font());
-    return metrics.horizontalAdvance(text) <= room.width() && metrics.height() <= room.height();
+    const int ink = inkOf(text, field, field.size());
+    return ink > 0 && ink == inkOf(text, field, field.size() + QSize(200, 40));
 }
 
 /// Runs `dialog` until it closes and acts on it with `act` once it has the keyboard. False when it had to be closed

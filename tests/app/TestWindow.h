@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFont>
+#include <QImage>
 #include <QStatusBar>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -247,6 +248,13 @@ private:
     int periods = 0;
     QString complaint;
 };
+
+/// Whether two pictures look the same: what is wholly transparent has no colour.
+inline bool samePicture(const QImage& one, const QImage& other)
+{
+    return one.convertToFormat(QImage::Format_ARGB32_Premultiplied)
+        == other.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
 
 /// The warnings printed while it lives.
 class Printed {

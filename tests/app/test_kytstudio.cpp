@@ -137,7 +137,7 @@ public:
     /// Whether the program has ended by itself with the status 0.
     bool endedWell()
     {
-        if (!process.waitForFinished(30000))
+        if (process.state() != QProcess::NotRunning && !process.waitForFinished(30000))
             return false;
         output = process.readAll();
         return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;

@@ -74,6 +74,7 @@ private slots:
     void enterInTheCloseBoxSaves();
     void escapeInTheCloseBoxCancels();
     void theCloseBoxesOwnCloseButtonCancels();
+    void aCloseBoxThatGoesWithoutAnAnswerChangesNothing();
     void closeKeepsNameMarkAndCaption();
 
     void printCancelledEndsWithReady();
@@ -977,6 +978,21 @@ void TestKytStudioFile::theCloseBoxesOwnCloseButtonCancels()
     QCOMPARE(message(window), QString("Close Aborted..."));
 }
 
+void TestKytStudioFile::aCloseBoxThatGoesWithoutAnAnswerChangesNothing()
+{
+    const WorkingFolder folder;
+    const TestWindow window;
+    addAtom(window, 50, 50);
+    ModalSteps steps;
+    steps.then<QMessageBox>([](QMessageBox* box) { box->done(0); });
+    window->slotFileClose();
+    QVERIFY2(steps.done(), steps.trouble());
+    QCOMPARE(folder.names(), QStringList());
+    QCOMPARE(atomsOf(window).size(), 1);
+    QCOMPARE(message(window), QString("Closing file..."));
+    QCOMPARE(timeOut(window), 5000);
+}
+
 void TestKytStudioFile::closeKeepsNameMarkAndCaption()
 {
     const TestWindow window;
@@ -1159,7 +1175,7 @@ void TestKytStudioFile::theTextsAreTranslated()
     steps.then<QMessageBox>([](QMessageBox* box) {
         QCOMPARE(box->windowTitle(), QString("[Close !]"));
         QCOMPARE(box->text(), QString("[Closing the File..\nDo your want to save ur changes to File?]"));
-        box->reject();
+        QTest::keyClick(box, Qt::Key_Escape);
     });
     steps.then<QMessageBox>([](QMessageBox* box) {
         QCOMPARE(box->windowTitle(), QString("[Quit !]"));

@@ -292,7 +292,7 @@ void TestKytStudioLibrary::theLastMessageGoesByItself()
     window->slotAddHexane();
     QCOMPARE(message(window), QString("Hexane Loaded !"));
     QTRY_COMPARE_WITH_TIMEOUT(message(window), QString(), 30000);
-    QVERIFY(clock.elapsed() >= 1900);
+    QVERIFY(clock.elapsed() >= 1800);
 }
 
 void TestKytStudioLibrary::theMessagesAreTranslated()
