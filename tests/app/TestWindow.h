@@ -203,8 +203,9 @@ public:
     }
 
 private:
-    static constexpr int period = 20;    // milliseconds
-    static constexpr int patience = 500; // periods
+    static constexpr int period = 20;     // milliseconds
+    static constexpr int activation = 50; // periods until a window without the keyboard is acted on
+    static constexpr int patience = 500;  // periods until a window is dismissed
 
     // A timer of its own each time: one that is being served does not fire again in the event loops started by it.
     void again() { QTimer::singleShot(period, this, &ModalSteps::look); }
@@ -220,7 +221,7 @@ private:
         if (!front || !front->isVisible())
             return;
         ++periods;
-        if (!steps.empty() && (front->isActiveWindow() || periods > patience / 2)) {
+        if (!steps.empty() && (front->isActiveWindow() || periods > activation)) {
             if (const std::function<void()> act = steps.front()(front)) {
                 steps.erase(steps.begin());
                 waitedFor = nullptr;
