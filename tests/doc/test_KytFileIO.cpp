@@ -1,4 +1,4 @@
-#include "tests/doc/Drawing.h"
+#include "tests/doc/WorkspaceDrawing.h"
 
 #include "bonds/KytBondLine.h"
 #include "bonds/KytStereoBond.h"
@@ -54,7 +54,7 @@ QString moleculeBlock(KytFileIO& io, KytMolecule* molecule, QCanvas* canvas)
 // The workspace that a drawing gives after it has been written and read once.
 QString rewritten(const QString& text)
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.read(text);
     return drawing.written();
 }
@@ -243,16 +243,16 @@ private slots:
 
 void TestKytFileIO::emptyCanvasIsTwoWordsOnTwoLines()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QCOMPARE(drawing.written(), "KYTFILE\nEND_KYTFILE\n");
-    Drawing again;
+    WorkspaceDrawing again;
     QVERIFY(again.read(drawing.written()));
     QVERIFY(again.doc.canvas->allItems().isEmpty());
 }
 
 void TestKytFileIO::carbonAndOxygenWithOneBondByteForByte()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* carbon = drawing.atom(100, 100);
     drawing.bond(carbon, drawing.atom(130, 100, 0, "O"));
     QCOMPARE(drawing.written(),
@@ -267,7 +267,7 @@ void TestKytFileIO::carbonAndOxygenWithOneBondByteForByte()
 
 void TestKytFileIO::blockOfOneMoleculeByteForByte()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(1, 2);
     KytAtom* sulphur = drawing.atom(130.5, -7.25, 12.5f, "S");
     sulphur->_atomColor[0] = "1";
@@ -282,7 +282,7 @@ void TestKytFileIO::blockOfOneMoleculeByteForByte()
 
 void TestKytFileIO::fieldsHoldTheCountsOfTheMoleculeWritten()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytAtom* b = drawing.atom(1, 1);
     KytAtom* c = drawing.atom(2, 2);
@@ -299,7 +299,7 @@ void TestKytFileIO::fieldsHoldTheCountsOfTheMoleculeWritten()
 
 void TestKytFileIO::moleculeWithoutAtomsIsAnEmptyBlock()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(1, 2);
     KytMolecule empty;
     KytFileIO io;
@@ -308,7 +308,7 @@ void TestKytFileIO::moleculeWithoutAtomsIsAnEmptyBlock()
 
 void TestKytFileIO::moleculesComeInTheOrderOfTheirFirstAtoms()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(1, 0, 0, "A");
     KytAtom* b = drawing.atom(2, 0, 0, "B");
     KytAtom* a2 = drawing.atom(3, 0, 0, "A2");
@@ -332,7 +332,7 @@ void TestKytFileIO::moleculesComeInTheOrderOfTheirFirstAtoms()
 
 void TestKytFileIO::atomsComeInTheOrderOfTheCanvasWhateverTheBonds()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(9, 0, 0, "A");
     KytAtom* b = drawing.atom(1, 0, 0, "B");
     KytAtom* c = drawing.atom(5, 0, 0, "D");
@@ -340,7 +340,7 @@ void TestKytFileIO::atomsComeInTheOrderOfTheCanvasWhateverTheBonds()
     drawing.bond(b, a);
     a->setZ(50);
     b->setZ(-1);
-    Drawing again;
+    WorkspaceDrawing again;
     QVERIFY(again.read(drawing.written()));
     QCOMPARE(again.symbols(), (QStringList{"A", "B", "D"}));
     QCOMPARE(again.bondTexts(), (QStringList{"1-0:1", "2-1:1"}));
@@ -348,7 +348,7 @@ void TestKytFileIO::atomsComeInTheOrderOfTheCanvasWhateverTheBonds()
 
 void TestKytFileIO::hiddenAtomsAreWritten()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(1, 2)->hide();
     new KytAtom(drawing.doc.canvas, "Fe", 3, false);
     QCOMPARE(drawing.written(),
@@ -360,7 +360,7 @@ void TestKytFileIO::hiddenAtomsAreWritten()
 
 void TestKytFileIO::otherItemsOnTheCanvasAreNotWritten()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     (new QCanvasLine(drawing.doc.canvas))->show();
     (new QCanvasText("text", drawing.doc.canvas))->show();
     (new QCanvasPolygon(drawing.doc.canvas))->show();
@@ -369,7 +369,7 @@ void TestKytFileIO::otherItemsOnTheCanvasAreNotWritten()
 
 void TestKytFileIO::bondIsWrittenOnce()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytAtom* b = drawing.atom(30, 0);
     drawing.bond(a, b);
@@ -379,7 +379,7 @@ void TestKytFileIO::bondIsWrittenOnce()
 
 void TestKytFileIO::bondsComeRowByRow()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QList<KytAtom*> atoms;
     for (int i = 0; i < 4; ++i)
         atoms.append(drawing.atom(30 * i, 0));
@@ -394,7 +394,7 @@ void TestKytFileIO::bondsComeRowByRow()
 
 void TestKytFileIO::bondsBetweenTheSameAtomsFillOneCellAndCountTwice()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytAtom* b = drawing.atom(30, 0);
     drawing.bond(a, b, {1, 1, 1});
@@ -407,7 +407,7 @@ void TestKytFileIO::bondsBetweenTheSameAtomsFillOneCellAndCountTwice()
 
 void TestKytFileIO::opposedBondsAreTwo()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytAtom* b = drawing.atom(30, 0);
     drawing.bond(b, a, {0});
@@ -418,7 +418,7 @@ void TestKytFileIO::opposedBondsAreTwo()
 
 void TestKytFileIO::bondToAnotherMoleculeGoesToIndexZero()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0, 0, "A");
     KytAtom* b = drawing.atom(30, 0, 0, "B");
     KytAtom* far = drawing.atom(60, 0, 0, "Far");
@@ -436,7 +436,7 @@ void TestKytFileIO::bondToAnotherMoleculeGoesToIndexZero()
 
 void TestKytFileIO::bondFromAnotherMoleculeComesFromIndexZero()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0, 0, "A");
     KytAtom* far = drawing.atom(60, 0, 0, "Far");
     drawing.looseBond(a, far, {1, 0});
@@ -463,7 +463,7 @@ void TestKytFileIO::kindsFollowTheLineCount()
 {
     QFETCH(QList<int>, kinds);
     QFETCH(QString, record);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytBond* bond = drawing.bond(a, drawing.atom(30, 0), {});
     for (int kind : kinds)
@@ -473,7 +473,7 @@ void TestKytFileIO::kindsFollowTheLineCount()
 
 void TestKytFileIO::recordWithoutLinesIsContinuedOnTheSameLine()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytAtom* b = drawing.atom(30, 0);
     KytAtom* c = drawing.atom(60, 0);
@@ -483,7 +483,7 @@ void TestKytFileIO::recordWithoutLinesIsContinuedOnTheSameLine()
     const QString text = drawing.written();
     QVERIFY2(text.endsWith("255 0 0\n  BOND 0 1 0   BOND 1 2 1 1\n  BOND 2 0 0  END_MOLECULE\nEND_KYTFILE\n"),
              qPrintable(text));
-    Drawing again;
+    WorkspaceDrawing again;
     QVERIFY(again.read(text));
     QCOMPARE(again.bondTexts(), (QStringList{"0-1:", "1-2:1", "2-0:"}));
     QCOMPARE(again.written(), text);
@@ -499,7 +499,7 @@ void TestKytFileIO::recordWithACountBeyondThreeHasNoKindsAndNoLineEnd_data()
 void TestKytFileIO::recordWithACountBeyondThreeHasNoKindsAndNoLineEnd()
 {
     QFETCH(int, count);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytBond* bond = drawing.bond(a, drawing.atom(30, 0), {1});
     bond->bondCount = count;
@@ -511,7 +511,7 @@ void TestKytFileIO::recordWithACountBeyondThreeHasNoKindsAndNoLineEnd()
 
 void TestKytFileIO::kindSlotsStayWhenALineIsDeleted()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(0, 0);
     KytBond* bond = drawing.bond(a, drawing.atom(30, 0), {1, 0, 1});
     delete bond->bond1;
@@ -520,7 +520,7 @@ void TestKytFileIO::kindSlotsStayWhenALineIsDeleted()
 
 void TestKytFileIO::writingChangesNothing()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(4, "3", "BOND 0 1 1 1 BOND 2 1 2 0 1 BOND 2 3 1 3") + marker)));
     const QStringList bonds = drawing.bondTexts();
     const QString text = drawing.written();
@@ -533,7 +533,7 @@ void TestKytFileIO::writingChangesNothing()
 
 void TestKytFileIO::indexIsThePlaceInTheArray()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytFileIO io;
     for (int i = 0; i < 5; ++i)
         io.atomsArr.append(drawing.atom(i, i));
@@ -543,7 +543,7 @@ void TestKytFileIO::indexIsThePlaceInTheArray()
 
 void TestKytFileIO::missingAtomHasIndexZero()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytFileIO io;
     KytAtom* missing = drawing.atom(0, 0);
     QCOMPARE(io.getIndex(missing), 0);
@@ -554,7 +554,7 @@ void TestKytFileIO::missingAtomHasIndexZero()
 
 void TestKytFileIO::indexDoesNotTrustWhatAnEarlierWritingLeft()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(4, "0", ""))));
     drawing.written();
     const QList<KytAtom*> atoms = drawing.atoms();
@@ -604,7 +604,7 @@ void TestKytFileIO::coordinatesHaveSixSignificantDigits()
 {
     QFETCH(double, value);
     QFETCH(QString, text);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(value, 1);
     drawing.atom(2, value);
     QVERIFY2(drawing.written().contains("\n  ATOM C " + text + " 1 0 255 0 0\n"), qPrintable(drawing.written()));
@@ -631,7 +631,7 @@ void TestKytFileIO::depthsHaveSixSignificantDigits()
 {
     QFETCH(float, z);
     QFETCH(QString, text);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(1, 2, z);
     const QString written = drawing.written();
     QVERIFY2(written.contains("\n  ATOM C 1 2 " + text + " 255 0 0\n"), qPrintable(written));
@@ -641,7 +641,7 @@ void TestKytFileIO::depthsHaveSixSignificantDigits()
 void TestKytFileIO::randomNumbersAreWrittenLikeG()
 {
     QRandomGenerator random(31);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* atom = drawing.atom(0, 0);
     for (int round = 0; round < 2000; ++round) {
         const double scale = std::pow(10.0, random.bounded(-12, 13));
@@ -695,12 +695,12 @@ void TestKytFileIO::symbolIsWrittenAsOneWord()
 {
     QFETCH(QString, symbol);
     QFETCH(QString, word);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(1, 2, 0, symbol);
     drawing.atom(3, 4, 0, "Z");
     QVERIFY2(drawing.written().contains("\n  ATOM " + word + " 1 2 0 255 0 0\n"), qPrintable(drawing.written()));
     QCOMPARE(drawing.symbols(), (QStringList{symbol, "Z"}));
-    Drawing again;
+    WorkspaceDrawing again;
     QVERIFY(again.read(drawing.written()));
     QCOMPARE(again.symbols(), (QStringList{word, "Z"}));
 }
@@ -760,7 +760,7 @@ void TestKytFileIO::colourIsWrittenAsOneWord()
     QFETCH(QString, colour);
     QFETCH(QString, word);
     for (int part = 0; part < 3; ++part) {
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         KytAtom* atom = drawing.atom(1, 2);
         QStringList words = {"11", "22", "33"};
         for (int i = 0; i < 3; ++i)
@@ -769,7 +769,7 @@ void TestKytFileIO::colourIsWrittenAsOneWord()
         QVERIFY2(drawing.written().contains("\n  ATOM C 1 2 0 " + words.join(' ') + "\n"),
                  qPrintable(drawing.written()));
         QCOMPARE(atom->_atomColor[part], colour);
-        Drawing again;
+        WorkspaceDrawing again;
         QVERIFY(again.read(drawing.written()));
         for (int i = 0; i < 3; ++i)
             QCOMPARE(again.atoms().at(0)->_atomColor[i], words[i]);
@@ -778,7 +778,7 @@ void TestKytFileIO::colourIsWrittenAsOneWord()
 
 void TestKytFileIO::everyWhiteSpaceOfTheReaderIsKeptOutOfWords()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* atom = drawing.atom(1, 2);
     for (int code = 1; code < 0x10000; ++code) {
         const QChar character(code);
@@ -794,10 +794,10 @@ void TestKytFileIO::otherControlCharactersAreWrittenAsStored()
 {
     for (int code : {0x01, 0x07, 0x08, 0x0e, 0x1b, 0x1c, 0x1f, 0x7f, 0xad, 0x200b, 0x2060}) {
         const QString symbol = QString("a") + QChar(code) + "b";
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         drawing.atom(1, 2, 0, symbol);
         QVERIFY2(drawing.written().contains("  ATOM " + symbol + " 1 2 0"), qPrintable(QString::number(code, 16)));
-        Drawing again;
+        WorkspaceDrawing again;
         QVERIFY(again.read(drawing.written()));
         QCOMPARE(again.symbols(), QStringList(symbol));
     }
@@ -807,14 +807,14 @@ void TestKytFileIO::otherControlCharactersAreWrittenAsStored()
 
 void TestKytFileIO::emptyWorkspaceAddsNothing()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read("KYTFILE\nEND_KYTFILE\n"));
     QVERIFY(drawing.doc.canvas->allItems().isEmpty());
 }
 
 void TestKytFileIO::workedExampleIsRead()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read("KYTFILE\n MOLECULE 2 1\n  ATOM C 100 100 0 255 0 0\n  ATOM O 130.5 -100 7.5 1 20 133\n"
                          "  BOND 1 0 2 1 0\n END_MOLECULE\nEND_KYTFILE\n"));
     const QList<KytAtom*> atoms = drawing.atoms();
@@ -849,7 +849,7 @@ void TestKytFileIO::workedExampleIsRead()
 
 void TestKytFileIO::readAtomsOfOneBlockShareOneMolecule()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(3, "1", "BOND 0 1 1 1") + marker)));
     const QList<KytAtom*> atoms = drawing.atoms();
     KytMolecule* first = atoms[0]->getMolecule();
@@ -871,7 +871,7 @@ void TestKytFileIO::lockBecomesThatOfEveryAtom_data()
 void TestKytFileIO::lockBecomesThatOfEveryAtom()
 {
     QFETCH(bool, locked);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(3, "2", "BOND 0 1 1 1 BOND 1 2 1 2") + marker), locked));
     QCOMPARE(drawing.atoms().size(), 4);
     for (const KytAtom* atom : drawing.atoms())
@@ -880,7 +880,7 @@ void TestKytFileIO::lockBecomesThatOfEveryAtom()
 
 void TestKytFileIO::layoutCarriesNoMeaning()
 {
-    Drawing spread, onOneLine;
+    WorkspaceDrawing spread, onOneLine;
     const QString words = "KYTFILE MOLECULE 2 1 ATOM C 1 2 3 255 0 0 ATOM N 31 2 3 4 5 6 BOND 0 1 1 1 "
                           "END_MOLECULE END_KYTFILE";
     QVERIFY(onOneLine.read(words));
@@ -891,7 +891,7 @@ void TestKytFileIO::layoutCarriesNoMeaning()
 
 void TestKytFileIO::lineEndsOfOtherSystemsAreBlanks()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read("KYTFILE\r\nMOLECULE 1 0\r\nATOM\fC\v1 2 3\r255 0 0\r\nEND_MOLECULE\r\nEND_KYTFILE\r\n"));
     QCOMPARE(drawing.symbols(), QStringList("C"));
     QCOMPARE(drawing.atoms().at(0)->_atomColor[2], "0");
@@ -899,7 +899,7 @@ void TestKytFileIO::lineEndsOfOtherSystemsAreBlanks()
 
 void TestKytFileIO::keywordsAreNotChecked()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read("KYTFILE MOLECULE 2 2 NUCLEUS C 1 2 3 255 0 0 7 N 31 2 3 255 0 0 "
                          "STICK 0 1 1 1 ATOM 1 0 1 0 END_MOLECULE END_KYTFILE"));
     QCOMPARE(drawing.symbols(), (QStringList{"C", "N"}));
@@ -908,7 +908,7 @@ void TestKytFileIO::keywordsAreNotChecked()
 
 void TestKytFileIO::closingWordIsNotChecked()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read("KYTFILE MOLECULE 1 0 ATOM C 1 2 3 255 0 0 ENOUGH MOLECULE 1 0 ATOM N 1 2 3 255 0 0 "
                          "MOLECULE END_KYTFILE"));
     QCOMPARE(drawing.symbols(), (QStringList{"C", "N"}));
@@ -916,7 +916,7 @@ void TestKytFileIO::closingWordIsNotChecked()
 
 void TestKytFileIO::coloursAreTexts()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read("KYTFILE MOLECULE 1 0 ATOM C 1 2 3 007 red -300.5 END_MOLECULE END_KYTFILE"));
     const KytAtom* atom = drawing.atoms().at(0);
     QCOMPARE(atom->_atomColor[0], "007");
@@ -935,7 +935,7 @@ void TestKytFileIO::keywordsMayBeSymbols_data()
 void TestKytFileIO::keywordsMayBeSymbols()
 {
     QFETCH(QString, word);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace("MOLECULE 2 1 ATOM " + word
                                    + " 1 2 3 255 0 0 ATOM N 31 2 3 255 0 0 BOND 0 1 1 1 "
                                      "END_MOLECULE "
@@ -950,11 +950,11 @@ void TestKytFileIO::keywordsMayBeColours()
     const QStringList words = {"END_MOLECULE", "END_KYTFILE", "KYTFILE", "MOLECULE", "ATOM", "BOND"};
     for (const QString& word : words) {
         for (int part = 0; part < 3; ++part) {
-            Drawing drawing;
+            WorkspaceDrawing drawing;
             KytAtom* atom = drawing.atom(1, 2);
             drawing.bond(atom, drawing.atom(31, 2, 0, "N"));
             atom->_atomColor[part] = word;
-            Drawing again;
+            WorkspaceDrawing again;
             QVERIFY(again.read(drawing.written()));
             QCOMPARE(again.written(), drawing.written());
             QCOMPARE(again.atoms().first()->_atomColor[part], word);
@@ -964,7 +964,7 @@ void TestKytFileIO::keywordsMayBeColours()
 
 void TestKytFileIO::readingNeverRemovesAnything()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* a = drawing.atom(1, 2, 3, "A");
     KytAtom* b = drawing.atom(4, 5, 6, "B");
     KytBond* bond = drawing.bond(a, b);
@@ -981,7 +981,7 @@ void TestKytFileIO::readingNeverRemovesAnything()
 
 void TestKytFileIO::wordsBehindTheEndStayInTheStream()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QString text = workspace(marker) + workspace(marker + marker) + "tail";
     QTextStream stream(&text);
     KytFileIO io;
@@ -996,7 +996,7 @@ void TestKytFileIO::wordsBehindTheEndStayInTheStream()
 
 void TestKytFileIO::depthsStayAsTheyWereRead()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace("MOLECULE 3 2 ATOM C 0 0 5 255 0 0 ATOM C 30 0 -7 255 0 0 ATOM C 60 0 9 255 0 0 "
                                    "BOND 0 1 1 1 BOND 1 2 1 2 END_MOLECULE")));
     QCOMPARE(drawing.atoms().at(0)->getAtomZ(), 5.0f);
@@ -1021,7 +1021,7 @@ void TestKytFileIO::wrongStartReadsNothing()
 {
     QFETCH(QString, text);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(!drawing.read(text));
     QVERIFY(drawing.doc.canvas->allItems().isEmpty());
 }
@@ -1042,7 +1042,7 @@ void TestKytFileIO::wrongWordBetweenMoleculesKeepsWhatWasRead()
     QFETCH(QString, rest);
     const LoggedMessages messages;
     for (const QString& before : {QString(), marker, marker + marker}) {
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         QVERIFY(!drawing.read("KYTFILE\n" + before + rest));
         QCOMPARE(drawing.atoms().size(), before.count("MOLECULE 1"));
     }
@@ -1101,7 +1101,7 @@ void TestKytFileIO::realNumberIsReadAsAWhole()
     for (int place = 0; place < 3; ++place) {
         QStringList words = {"1", "2", "3"};
         words[place] = word;
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         QVERIFY(drawing.read(workspace("MOLECULE 1 0 ATOM C " + words.join(' ') + " 255 0 0 END_MOLECULE " + marker)));
         QCOMPARE(drawing.symbols(), (QStringList{"C", "Marker"}));
         const KytAtom* atom = drawing.atoms().first();
@@ -1144,7 +1144,7 @@ void TestKytFileIO::wholeNumberIsReadAsAWhole()
     QFETCH(QString, word);
     QFETCH(int, value);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "1", "BOND 0 1 1 " + word) + marker)));
     QCOMPARE(drawing.symbols(), (QStringList{"C0", "C1", "Marker"}));
     QCOMPARE(drawing.bondTexts(), QStringList(QString("0-1:%1").arg(value)));
@@ -1152,7 +1152,7 @@ void TestKytFileIO::wholeNumberIsReadAsAWhole()
 
 void TestKytFileIO::countsAreDecimal()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QString atoms;
     for (int i = 0; i < 10; ++i)
         atoms += QString("ATOM C%1 %1 0 0 255 0 0 ").arg(i);
@@ -1180,7 +1180,7 @@ void TestKytFileIO::negativeCountsAreZero()
     QFETCH(int, atoms);
     const LoggedMessages messages;
     const QString records = QString("ATOM C 1 2 3 255 0 0 ").repeated(atoms);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace("MOLECULE " + counts + " " + records + "END_MOLECULE " + marker)));
     QCOMPARE(drawing.atoms().size(), atoms + 1);
     QCOMPARE(drawing.symbols().last(), "Marker");
@@ -1189,7 +1189,7 @@ void TestKytFileIO::negativeCountsAreZero()
 void TestKytFileIO::indexThatIsNoNumberIsZero()
 {
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "2", "BOND x 1 1 1 BOND 1 1.0 1 0") + marker)));
     QCOMPARE(drawing.bondTexts(), (QStringList{"0-1:1", "1-0:0"}));
 }
@@ -1201,7 +1201,7 @@ void TestKytFileIO::commaLocaleChangesNothing()
                   "  BOND 0 1 1 2\n END_MOLECULE");
     const CommaLocale locale;
     QVERIFY(locale.isInForce());
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(text));
     QCOMPARE(drawing.atoms().at(0)->x(), 130.5);
     QCOMPARE(drawing.atoms().at(0)->getAtomZ(), 1234.5f);
@@ -1228,7 +1228,7 @@ void TestKytFileIO::hugeCountsTakeNoMemory()
 {
     QFETCH(QString, molecule);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(0, 0, 0, "First");
     const qint64 before = peakMemory();
     QVERIFY(before > 0);
@@ -1260,7 +1260,7 @@ void TestKytFileIO::closingWordInPlaceOfARecordEndsTheMolecule()
     QFETCH(int, atoms);
     QFETCH(int, bonds);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace("MOLECULE " + counts + " " + records + "END_MOLECULE " + marker)));
     QCOMPARE(drawing.atoms().size(), atoms + 1);
     QCOMPARE(drawing.bonds().size(), bonds);
@@ -1279,7 +1279,7 @@ void TestKytFileIO::closingWordInPlaceOfAnAtomsNumberEndsTheMolecule()
 {
     QFETCH(QString, record);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(
         workspace("MOLECULE 4 2 ATOM A 1 2 3 255 0 0 ATOM B 4 5 6 255 0 0 " + record + " END_MOLECULE " + marker)));
     QCOMPARE(drawing.symbols(), (QStringList{"A", "B", "Marker"}));
@@ -1304,7 +1304,7 @@ void TestKytFileIO::closingWordInPlaceOfABondsNumberEndsTheMolecule()
     QFETCH(QString, record);
     const LoggedMessages messages;
     for (const char* announced : {"0", "1", "2", "9"}) {
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         QVERIFY(drawing.read(workspace(rowOf(3, announced, "BOND 0 1 1 1 " + record) + marker)));
         QCOMPARE(drawing.symbols(), (QStringList{"C0", "C1", "C2", "Marker"}));
         QCOMPARE(drawing.bondTexts().first(), "0-1:1");
@@ -1323,7 +1323,7 @@ void TestKytFileIO::bondsBeyondTheAnnouncedOnesAreRead()
 {
     QFETCH(QString, announced);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(3, announced, "BOND 0 1 1 1 BOND 1 2 2 0 1 BOND 2 0 1 3") + marker)));
     QCOMPARE(drawing.symbols(), (QStringList{"C0", "C1", "C2", "Marker"}));
     QCOMPARE(drawing.bondTexts(), (QStringList{"0-1:1", "1-2:0 1", "2-0:3"}));
@@ -1332,7 +1332,7 @@ void TestKytFileIO::bondsBeyondTheAnnouncedOnesAreRead()
 void TestKytFileIO::atomsBeyondTheAnnouncedOnesEndTheReading()
 {
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(!drawing.read(workspace("MOLECULE 1 0 ATOM A 1 2 3 255 0 0 ATOM B 1 2 3 255 0 0 END_MOLECULE " + marker)));
     QCOMPARE(drawing.symbols(), QStringList("A"));
 }
@@ -1346,7 +1346,7 @@ void TestKytFileIO::truncationAtEveryByteKeepsWhatWasRead()
     const qsizetype end = whole.indexOf("END_KYTFILE") + 11;
     for (qsizetype length = 0; length <= whole.size(); ++length) {
         const QString cut = whole.left(length);
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         QCOMPARE(drawing.read(cut), length >= end);
         const qsizetype lines = cut.count('\n');
         const qsizetype atoms = std::clamp<qsizetype>(lines - 2, 0, 3) + (lines >= 10 ? 1 : 0);
@@ -1381,7 +1381,7 @@ void TestKytFileIO::bondOutsideItsMoleculeIsSkippedWithItsKinds()
 {
     QFETCH(QString, record);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(marker + rowOf(3, "3", "BOND 0 1 1 1 " + record + " BOND 1 2 1 0") + marker)));
     QCOMPARE(drawing.symbols(), (QStringList{"Marker", "C0", "C1", "C2", "Marker"}));
     QCOMPARE(drawing.bondTexts(), (QStringList{"1-2:1", "2-3:0"}));
@@ -1390,7 +1390,7 @@ void TestKytFileIO::bondOutsideItsMoleculeIsSkippedWithItsKinds()
 void TestKytFileIO::bondFromAnAtomToItselfIsSkippedWithItsKinds()
 {
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "3", "BOND 0 0 2 1 1 BOND 1 1 1 2 BOND 0 1 1 1") + marker)));
     QCOMPARE(drawing.symbols(), (QStringList{"C0", "C1", "Marker"}));
     QCOMPARE(drawing.bondTexts(), QStringList("0-1:1"));
@@ -1418,7 +1418,7 @@ void TestKytFileIO::lineCountsOutsideOneToThree()
     QFETCH(QString, record);
     QFETCH(QString, bond);
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(3, "2", record + " BOND 1 2 1 1") + marker)));
     QCOMPARE(drawing.symbols(), (QStringList{"C0", "C1", "C2", "Marker"}));
     QCOMPARE(drawing.bondTexts(), (QStringList{bond, "1-2:1"}));
@@ -1443,7 +1443,7 @@ void TestKytFileIO::otherKindsAreCountedKeptAndNotDrawn()
 {
     QFETCH(QString, kinds);
     QFETCH(int, lines);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "1", "BOND 0 1 " + kinds))));
     QCOMPARE(drawing.bonds().first()->bondCount, kinds.split(' ').first().toInt());
     int drawn = 0;
@@ -1477,14 +1477,14 @@ void TestKytFileIO::wedgeIsAloneOnItsBond()
 {
     QFETCH(QString, read);
     QFETCH(QString, kept);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(3, "2", "BOND 0 1 " + read + " BOND 1 2 1 1"))));
     QVERIFY2(drawing.written().contains("\n  BOND 0 1 " + kept + "\n  BOND 1 2 1 1\n"), qPrintable(drawing.written()));
 }
 
 void TestKytFileIO::linesAreSolidOrDashed()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "1", "BOND 0 1 3 0 1 0"))));
     const KytBond* bond = drawing.bonds().first();
     QVERIFY(bond->bond1->isDashed);
@@ -1542,7 +1542,7 @@ void TestKytFileIO::wedgeAngleComesFromTheDepths()
     QFETCH(QString, to);
     QFETCH(double, angle);
     for (const char* kind : {"2", "3"}) {
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         QVERIFY(drawing.read(workspace("MOLECULE 2 1 ATOM C " + from + " 255 0 0 ATOM C " + to + " 255 0 0 BOND 0 1 1 "
                                        + kind + " END_MOLECULE " + marker)));
         const KytBond* bond = drawing.bonds().first();
@@ -1561,7 +1561,7 @@ void TestKytFileIO::wedgeAngleComesFromTheDepths()
 
 void TestKytFileIO::drawingWithEverythingComesBack()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QList<KytAtom*> atoms;
     for (int i = 0; i < 8; ++i)
         atoms.append(drawing.atom(100 + 30.3 * i, 100 + 7.77 * (i % 3), 0, QString("S%1").arg(i)));
@@ -1581,10 +1581,10 @@ void TestKytFileIO::drawingWithEverythingComesBack()
     atoms[5]->moveBy(3.3, 4.4);
     atoms[6]->setAtomZ(12.3456789f);
     const QString first = drawing.written();
-    Drawing read;
+    WorkspaceDrawing read;
     QVERIFY(read.read(first));
     const QString second = read.written();
-    Drawing readAgain;
+    WorkspaceDrawing readAgain;
     QVERIFY(readAgain.read(second));
     QCOMPARE(readAgain.written(), second);
     QCOMPARE(read.atoms().size(), 9);
@@ -1615,7 +1615,7 @@ void TestKytFileIO::sampleIsAFixedPoint_data()
 void TestKytFileIO::sampleIsAFixedPoint()
 {
     QFETCH(QString, text);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(text));
     QCOMPARE(drawing.written(), text);
     for (const KytAtom* atom : drawing.atoms())
@@ -1661,7 +1661,7 @@ void TestKytFileIO::wordSoupIsHarmlessAndReadTheSameTwice()
         for (int i = random.bounded(50); i > 0; --i)
             soup.append(words[random.bounded(int(words.size()))]);
         const QString text = soup.join(' ');
-        Drawing drawing, same;
+        WorkspaceDrawing drawing, same;
         const bool result = drawing.read(text);
         QCOMPARE(same.read(text), result);
         QVERIFY(drawing.atoms().size() <= text.count(' '));
@@ -1669,7 +1669,7 @@ void TestKytFileIO::wordSoupIsHarmlessAndReadTheSameTwice()
         QCOMPARE(same.written(), first);
         const QString second = rewritten(first);
         QCOMPARE(rewritten(second), second);
-        Drawing again;
+        WorkspaceDrawing again;
         QVERIFY2(again.read(first), qPrintable(text));
         QCOMPARE(again.symbols(), drawing.symbols());
         for (const KytAtom* atom : drawing.atoms())
@@ -1686,7 +1686,7 @@ void TestKytFileIO::randomBytesAreHarmless()
         for (int i = random.bounded(1000); i > 0; --i)
             bytes += char(random.bounded(256));
         QTextStream stream(&bytes, QIODevice::ReadOnly);
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         QVERIFY(!KytFileIO("garbage.kyt").readWorkspace(stream, &drawing.doc, false));
         QVERIFY(drawing.atoms().size() <= 3);
     }
@@ -1697,7 +1697,7 @@ void TestKytFileIO::veryLongWordsAreRead()
     const LoggedMessages messages;
     const QString longWord(20000, 'x');
     const QString huge(2000000, '1');
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(
         drawing.read(workspace("MOLECULE 2 1 " + huge + " " + longWord + " " + huge + " 2 3 " + huge
                                + " 0 0 ATOM N 30 2 3 255 0 0 " + huge + " 0 1 1 " + huge + " END_MOLECULE " + marker)));
@@ -1705,13 +1705,13 @@ void TestKytFileIO::veryLongWordsAreRead()
     QCOMPARE(drawing.atoms().first()->x(), 0.0);
     QVERIFY(drawing.atoms().first()->_atomColor[0] == huge);
     QCOMPARE(drawing.bondTexts(), QStringList("0-1:0"));
-    Drawing none;
+    WorkspaceDrawing none;
     QVERIFY(!none.read(huge + huge));
 }
 
 void TestKytFileIO::bondsWithOddKindsCanBeEdited()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(
         workspace(rowOf(6, "5", "BOND 0 1 1 7 BOND 1 2 3 1 5 0 BOND 2 3 2 6 1 BOND 3 4 0 BOND 4 5 3 -9 99 4"))));
     for (KytAtom* atom : drawing.atoms()) {
@@ -1739,7 +1739,7 @@ void TestKytFileIO::bondsWithOddKindsCanBeEdited()
 void TestKytFileIO::soundWorkspaceIsReadWithoutAWord()
 {
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(3, "2", "BOND 0 1 3 1 0 1 BOND 1 2 1 2") + marker)));
     QVERIFY2(LoggedMessages::lines().isEmpty(), qPrintable(LoggedMessages::lines().join('\n')));
 }
@@ -1775,7 +1775,7 @@ void TestKytFileIO::oneLineForEachKindOfTrouble()
     QFETCH(QString, often);
     for (const QString& text : {once, often}) {
         const LoggedMessages messages;
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         drawing.read(text);
         const QStringList lines = LoggedMessages::lines();
         QCOMPARE(lines.size(), 1);
@@ -1793,7 +1793,7 @@ void TestKytFileIO::reportNamesTheFile()
     file.write(workspace("MOLECULE 1 1 ATOM C x 2 3 255 0 0 BOND 0 5 1 1 END_MOLECULE").toUtf8());
     file.close();
     const LoggedMessages messages;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.load(file.fileName(), false));
     const QStringList lines = LoggedMessages::lines();
     QCOMPARE(lines.size(), 2);
@@ -1813,7 +1813,7 @@ void TestKytFileIO::largeMoleculeTakesNoSquareTable()
     for (int i = 1; i < size; ++i)
         text += QString("  BOND %1 %2 1 1\n").arg(i - 1).arg(i);
     text = workspace(text + " END_MOLECULE");
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     const LoggedMessages messages;
     QVERIFY(drawing.read(text));
     QVERIFY(LoggedMessages::lines().isEmpty());
@@ -1829,7 +1829,7 @@ void TestKytFileIO::manyMoleculesComeBack()
     for (int i = 0; i < 20000; ++i)
         text += QString(" MOLECULE 1 0\n  ATOM C %1 7 0 255 0 0\n END_MOLECULE\n").arg(i);
     text = workspace(text.chopped(1));
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(text));
     QVERIFY(drawing.written() == text);
 }
@@ -1845,7 +1845,7 @@ void TestKytFileIO::manyBondsOnOneAtomComeBack()
     for (int i = 2; i < size; i += 2)
         text += QString("  BOND %1 0 1 0\n").arg(i);
     text = workspace(text + " END_MOLECULE");
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(text));
     QVERIFY(drawing.written() == text);
 }
@@ -1853,7 +1853,7 @@ void TestKytFileIO::manyBondsOnOneAtomComeBack()
 void TestKytFileIO::manyBondsInOneCellAreRead()
 {
     constexpr int size = 10000;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "100000", QString("BOND 0 1 1 1 ").repeated(size)) + marker)));
     QCOMPARE(drawing.bonds().size(), size);
     const QString text = drawing.written();

@@ -1,4 +1,4 @@
-#include "tests/doc/Drawing.h"
+#include "tests/doc/WorkspaceDrawing.h"
 
 #include <QDir>
 #include <QPointer>
@@ -149,7 +149,7 @@ bool mayMount()
 }
 
 // A drawing whose workspace takes more than 100 KiB.
-void fillWithManyAtoms(Drawing& drawing)
+void fillWithManyAtoms(WorkspaceDrawing& drawing)
 {
     QString text = "KYTFILE MOLECULE 4000 0 ";
     for (int i = 0; i < 4000; ++i)
@@ -261,7 +261,7 @@ void TestKytStudioDoc::firstNameIsTranslated()
 
 void TestKytStudioDoc::newDocMakesAWhiteCanvasAndMarksTheDocumentModified()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     const KytStudioDoc& doc = drawing.doc;
     QVERIFY(doc.canvas);
     QCOMPARE(doc.canvas->size(), QSize(2000, 2000));
@@ -287,7 +287,7 @@ void TestKytStudioDoc::newDocTellsOnceWhenEverythingIsThere()
 
 void TestKytStudioDoc::secondNewDocLeavesTheFirstCanvasAlone()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     const QPointer<QCanvas> first(drawing.doc.canvas);
     drawing.atom(1, 2);
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
@@ -334,7 +334,7 @@ void TestKytStudioDoc::savingAnUnmodifiedDocumentWritesNothing()
     QVERIFY(doc.save());
     QVERIFY(folder.entries().isEmpty());
 
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.modified = false;
     drawing.doc.docName = folder.path("missing/never.kyt");
     QVERIFY(drawing.doc.save());
@@ -344,7 +344,7 @@ void TestKytStudioDoc::savingAnUnmodifiedDocumentWritesNothing()
 void TestKytStudioDoc::savingWritesTheNamedFile()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.docName = folder.path("a.kyt");
     QVERIFY(drawing.doc.save());
     QCOMPARE(contents(folder.path("a.kyt")), emptyWorkspace);
@@ -354,7 +354,7 @@ void TestKytStudioDoc::savingWritesTheNamedFile()
 void TestKytStudioDoc::savingTwiceWritesTwice()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.docName = folder.path("a.kyt");
     QVERIFY(drawing.doc.save());
     drawing.atom(10, 20, 0, "N");
@@ -365,7 +365,7 @@ void TestKytStudioDoc::savingTwiceWritesTwice()
 void TestKytStudioDoc::savingKeepsModifiedAndTellsNobody()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.docName = folder.path("a.kyt");
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
     QVERIFY(drawing.doc.save());
@@ -380,7 +380,7 @@ void TestKytStudioDoc::savingKeepsModifiedAndTellsNobody()
 void TestKytStudioDoc::savingIntoAMissingDirectoryFails()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.docName = folder.path("missing/a.kyt");
     QVERIFY(!drawing.doc.save());
     QVERIFY(!drawing.doc.saveAs(folder.path("missing/a.kyt")));
@@ -390,7 +390,7 @@ void TestKytStudioDoc::savingIntoAMissingDirectoryFails()
 void TestKytStudioDoc::saveAsWritesTheFileAndKeepsTheName()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(10, 20, 0, "N");
     QVERIFY(drawing.doc.saveAs(folder.path("other.kyt")));
     QCOMPARE(contents(folder.path("other.kyt")), oneAtom);
@@ -400,7 +400,7 @@ void TestKytStudioDoc::saveAsWritesTheFileAndKeepsTheName()
 void TestKytStudioDoc::saveAsWritesAnUnmodifiedDocument()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.modified = false;
     QVERIFY(drawing.doc.saveAs(folder.path("other.kyt")));
     QCOMPARE(contents(folder.path("other.kyt")), emptyWorkspace);
@@ -411,7 +411,7 @@ void TestKytStudioDoc::longerFileIsReplacedAsAWhole()
 {
     const Folder folder;
     const QString name = folder.fill("a.kyt", QString("something else\n").repeated(1000));
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.saveAs(name));
     QCOMPARE(contents(name), emptyWorkspace);
 }
@@ -420,7 +420,7 @@ void TestKytStudioDoc::namesWithBlanksAndLettersBeyondAsciiAreWritten()
 {
     const Folder folder;
     const QString name = folder.path(QString::fromUtf8("caf\xc3\xa9 [*] %1 a.kyt"));
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.saveAs(name));
     QCOMPARE(contents(name), emptyWorkspace);
     QVERIFY(drawing.doc.load(name, false));
@@ -431,7 +431,7 @@ void TestKytStudioDoc::emptyNameFails()
     const Folder folder;
     const QString before = QDir::currentPath();
     QVERIFY(QDir::setCurrent(folder.path("")));
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.docName = "";
     const bool saved = drawing.doc.save();
     const bool savedAs = drawing.doc.saveAs("");
@@ -447,7 +447,7 @@ void TestKytStudioDoc::directoryIsNotWritten()
 {
     const Folder folder;
     QVERIFY(QDir().mkdir(folder.path("a.kyt")));
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(!drawing.doc.saveAs(folder.path("a.kyt")));
     QVERIFY(!drawing.doc.saveAs(folder.path("")));
     QVERIFY(QFileInfo(folder.path("a.kyt")).isDir());
@@ -458,7 +458,7 @@ void TestKytStudioDoc::pathThroughAFileFails()
 {
     const Folder folder;
     const QString file = folder.fill("a", "text");
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(!drawing.doc.saveAs(file + "/b.kyt"));
     QVERIFY(!drawing.doc.load(file + "/b.kyt", false));
     QCOMPARE(contents(file), "text");
@@ -469,7 +469,7 @@ void TestKytStudioDoc::pipeIsNotWritten()
     const Folder folder;
     const QString name = folder.path("a.kyt");
     QCOMPARE(mkfifo(qPrintable(name), 0666), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(!drawing.doc.saveAs(name));
     QVERIFY(S_ISFIFO(statusOf(name).st_mode));
     QCOMPARE(folder.entries(), QStringList("a.kyt"));
@@ -479,7 +479,7 @@ void TestKytStudioDoc::deviceIsNotWritten()
 {
     // As an ordinary user, who cannot put a file in the device's place by mistake.
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     for (const char* device : {"/dev/null", "/dev/full"}) {
         const QString link = folder.path(QFileInfo(device).fileName());
         QVERIFY(QFile::link(device, link));
@@ -504,7 +504,7 @@ void TestKytStudioDoc::permissionsAreKept()
     const Folder folder;
     const QString name = folder.fill("a.kyt", "old");
     QCOMPARE(chmod(qPrintable(name), mode), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.saveAs(name));
     QCOMPARE(contents(name), emptyWorkspace);
     QCOMPARE(int(permissionsOf(name)), mode);
@@ -514,7 +514,7 @@ void TestKytStudioDoc::newFileHasTheUsualPermissions()
 {
     const Folder folder;
     const mode_t before = umask(027);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     const bool saved = drawing.doc.saveAs(folder.path("a.kyt"));
     umask(before);
     QVERIFY(saved);
@@ -537,7 +537,7 @@ void TestKytStudioDoc::symbolicLinkStaysALink()
     const QByteArray first = target.isEmpty() ? QByteArray("far/real.kyt") : QFile::encodeName(file);
     QCOMPARE(symlink(first.constData(), qPrintable(folder.path("one.kyt"))), 0);
     QCOMPARE(symlink("one.kyt", qPrintable(folder.path("two.kyt"))), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     for (const QString& name : {folder.path("one.kyt"), folder.path("two.kyt")}) {
         drawing.atom(1, 2);
         QVERIFY(drawing.doc.saveAs(name));
@@ -553,7 +553,7 @@ void TestKytStudioDoc::danglingLinkGetsItsTarget()
     const Folder folder;
     const QString link = folder.path("link.kyt");
     QCOMPARE(symlink("target.kyt", qPrintable(link)), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.saveAs(link));
     QVERIFY(S_ISLNK(statusOf(link).st_mode));
     QCOMPARE(contents(folder.path("target.kyt")), emptyWorkspace);
@@ -562,7 +562,7 @@ void TestKytStudioDoc::danglingLinkGetsItsTarget()
 void TestKytStudioDoc::noOtherFileIsLeftBehind()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     fillWithManyAtoms(drawing);
     for (int i = 0; i < 3; ++i)
         QVERIFY(drawing.doc.saveAs(folder.path("a.kyt")));
@@ -582,7 +582,7 @@ void TestKytStudioDoc::shortWriteKeepsTheOldFile()
 {
     QFETCH(int, missing);
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     const QString name = folder.path("a.kyt");
     QVERIFY(drawing.doc.saveAs(name));
     fillWithManyAtoms(drawing);
@@ -606,7 +606,7 @@ void TestKytStudioDoc::shortWriteKeepsTheOldFile()
 void TestKytStudioDoc::shortWriteLeavesNoNewFile()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     fillWithManyAtoms(drawing);
     bool saved;
     {
@@ -620,7 +620,7 @@ void TestKytStudioDoc::shortWriteLeavesNoNewFile()
 void TestKytStudioDoc::limitOfJustTheSizeIsEnough()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     fillWithManyAtoms(drawing);
     bool saved;
     {
@@ -646,7 +646,7 @@ void TestKytStudioDoc::fullDiskKeepsTheOldFile()
     const std::unique_ptr<SmallDisk> disk(mount ? new SmallDisk(folder.path("")) : nullptr);
     const std::unique_ptr<FileSizeLimit> limit(mount ? nullptr : new FileSizeLimit(65536));
     QVERIFY(!disk || disk->isMounted());
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(10, 20, 0, "N");
     const QString name = folder.path("a.kyt");
     QVERIFY(drawing.doc.saveAs(name));
@@ -658,7 +658,7 @@ void TestKytStudioDoc::fullDiskKeepsTheOldFile()
     }
     QVERIFY(!drawing.doc.saveAs(folder.path("b.kyt")));
     QCOMPARE(folder.entries(), QStringList("a.kyt"));
-    Drawing small;
+    WorkspaceDrawing small;
     QVERIFY(small.doc.saveAs(name));
     QCOMPARE(contents(name), emptyWorkspace);
 }
@@ -669,7 +669,7 @@ void TestKytStudioDoc::writableFileInALockedDirectoryIsWrittenDirectly()
     const QString name = folder.fill("a.kyt", QString("old").repeated(5000));
     const ino_t node = statusOf(name).st_ino;
     folder.setMode(0555);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     bool saved;
     {
         const OrdinaryUser user;
@@ -687,7 +687,7 @@ void TestKytStudioDoc::readOnlyFileInALockedDirectoryIsKept()
     const QString name = folder.fill("a.kyt", "old");
     QCOMPARE(chmod(qPrintable(name), 0444), 0);
     folder.setMode(0555);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     bool saved;
     {
         const OrdinaryUser user;
@@ -702,7 +702,7 @@ void TestKytStudioDoc::newFileInALockedDirectoryFails()
 {
     const Folder folder;
     folder.setMode(0555);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     bool saved;
     {
         const OrdinaryUser user;
@@ -717,7 +717,7 @@ void TestKytStudioDoc::readOnlyFileIsKept()
     const Folder folder;
     const QString name = folder.fill("a.kyt", "old");
     QCOMPARE(chmod(qPrintable(name), 0444), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     bool saved;
     {
         const OrdinaryUser user;
@@ -731,7 +731,7 @@ void TestKytStudioDoc::readOnlyFileIsKept()
 void TestKytStudioDoc::loadingAMissingFileFailsAndTellsNobody()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(1, 2);
     const QString before = drawing.written();
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
@@ -760,7 +760,7 @@ void TestKytStudioDoc::loadingTellsOnce()
     QFETCH(int, atoms);
     const Folder folder;
     const QString name = folder.fill("a.kyt", text);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
     int atomsWhenTold = -1;
     connect(&drawing.doc, &KytStudioDoc::documentChanged, this, [&] { atomsWhenTold = int(drawing.atoms().size()); });
@@ -775,7 +775,7 @@ void TestKytStudioDoc::loadingAddsToTheCanvas()
 {
     const Folder folder;
     const QString name = folder.fill("a.kyt", oneAtom);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     KytAtom* old = drawing.atom(500, 600, 7, "Old");
     QCanvas* canvas = drawing.doc.canvas;
     QVERIFY(drawing.doc.load(name, false));
@@ -790,7 +790,7 @@ void TestKytStudioDoc::loadingAddsToTheCanvas()
 void TestKytStudioDoc::loadingKeepsNameAndModified()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.doc.modified = false;
     QVERIFY(drawing.doc.load(folder.fill("a.kyt", oneAtom), true));
     QCOMPARE(drawing.doc.docName, "noname.kyt");
@@ -801,7 +801,7 @@ void TestKytStudioDoc::secondArgumentBecomesTheLock()
 {
     const Folder folder;
     const QString name = folder.fill("a.kyt", oneAtom);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.load(name, true));
     QVERIFY(drawing.doc.load(name, false));
     QVERIFY(drawing.atoms().at(0)->locked);
@@ -811,12 +811,12 @@ void TestKytStudioDoc::secondArgumentBecomesTheLock()
 void TestKytStudioDoc::loadingReadsWhatWasSaved()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     fillWithManyAtoms(drawing);
     const QString name = folder.path("a.kyt");
     QVERIFY(drawing.doc.saveAs(name));
     QCOMPARE(contents(name), drawing.written());
-    Drawing again;
+    WorkspaceDrawing again;
     QVERIFY(again.doc.load(name, false));
     QCOMPARE(again.written(), drawing.written());
 }
@@ -825,10 +825,10 @@ void TestKytStudioDoc::letterBeyondAsciiComesBack()
 {
     const Folder folder;
     const QString symbol = QString::fromUtf8("\xce\xb1-\xe2\x82\x82\xf0\x9f\x98\x80");
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     drawing.atom(1, 2, 3, symbol);
     QVERIFY(drawing.doc.saveAs(folder.path("a.kyt")));
-    Drawing again;
+    WorkspaceDrawing again;
     QVERIFY(again.doc.load(folder.path("a.kyt"), false));
     QCOMPARE(again.symbols(), QStringList(symbol));
 }
@@ -836,7 +836,7 @@ void TestKytStudioDoc::letterBeyondAsciiComesBack()
 void TestKytStudioDoc::directoryIsNotRead()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
     QVERIFY(!drawing.doc.load(folder.path(""), false));
     QVERIFY(!drawing.doc.load("/", false));
@@ -850,7 +850,7 @@ void TestKytStudioDoc::pipeIsRefusedAtOnce()
     const QString name = folder.path("pipe.kyt");
     QCOMPARE(mkfifo(qPrintable(name), 0666), 0);
     QVERIFY(QFile::link(name, folder.path("link.kyt")));
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
     QVERIFY(!drawing.doc.load(name, false));
     QVERIFY(!drawing.doc.load(folder.path("link.kyt"), false));
@@ -867,7 +867,7 @@ void TestKytStudioDoc::socketIsRefused()
     qstrcpy(address.sun_path, name.constData());
     const int descriptor = ::socket(AF_UNIX, SOCK_STREAM, 0);
     QCOMPARE(::bind(descriptor, reinterpret_cast<struct sockaddr*>(&address), sizeof address), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(!drawing.doc.load(folder.path("s.kyt"), false));
     QVERIFY(!drawing.doc.saveAs(folder.path("s.kyt")));
     QVERIFY(S_ISSOCK(statusOf(folder.path("s.kyt")).st_mode));
@@ -877,7 +877,7 @@ void TestKytStudioDoc::socketIsRefused()
 void TestKytStudioDoc::devicesAreRefusedAtOnce()
 {
     const Folder folder;
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
     QVERIFY(!drawing.doc.load("/dev/null", false)); // where this fails, the endless one must not be tried
     QVERIFY(!drawing.doc.load("/dev/zero", false));
@@ -893,7 +893,7 @@ void TestKytStudioDoc::linkToAFileIsRead()
     folder.fill("a.kyt", oneAtom);
     QCOMPARE(symlink("a.kyt", qPrintable(folder.path("b.kyt"))), 0);
     QCOMPARE(symlink("b.kyt", qPrintable(folder.path("c.kyt"))), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.load(folder.path("b.kyt"), false));
     QVERIFY(drawing.doc.load(folder.path("c.kyt"), false));
     QCOMPARE(drawing.symbols(), (QStringList{"N", "N"}));
@@ -905,7 +905,7 @@ void TestKytStudioDoc::linkToADirectoryOrNothingIsRefused()
     QCOMPARE(symlink(".", qPrintable(folder.path("directory.kyt"))), 0);
     QCOMPARE(symlink("missing", qPrintable(folder.path("dangling.kyt"))), 0);
     QCOMPARE(symlink("round.kyt", qPrintable(folder.path("round.kyt"))), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     for (const char* name : {"directory.kyt", "dangling.kyt", "round.kyt"})
         QVERIFY2(!drawing.doc.load(folder.path(name), false), name);
     QVERIFY(!drawing.doc.saveAs(folder.path("round.kyt")));
@@ -914,7 +914,7 @@ void TestKytStudioDoc::linkToADirectoryOrNothingIsRefused()
 
 void TestKytStudioDoc::emptyNameIsNotRead()
 {
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
     QVERIFY(!drawing.doc.load("", false));
     QVERIFY(!drawing.doc.load(QString(), false));
@@ -926,7 +926,7 @@ void TestKytStudioDoc::fileWithoutReadPermissionIsRefused()
     const Folder folder;
     const QString name = folder.fill("a.kyt", oneAtom);
     QCOMPARE(chmod(qPrintable(name), 0), 0);
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
     bool loaded;
     {
@@ -946,7 +946,7 @@ void TestKytStudioDoc::fileThatEndsAnywhereIsRead()
     const Folder folder;
     for (qsizetype length = 0; length <= whole.size(); ++length) {
         const QString name = folder.fill("a.kyt", whole.left(length));
-        Drawing drawing;
+        WorkspaceDrawing drawing;
         QSignalSpy told(&drawing.doc, &KytStudioDoc::documentChanged);
         QVERIFY(drawing.doc.load(name, false));
         QCOMPARE(told.count(), 1);
@@ -964,7 +964,7 @@ void TestKytStudioDoc::binaryFileIsRead()
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), bytes.size());
     file.close();
-    Drawing drawing;
+    WorkspaceDrawing drawing;
     QVERIFY(drawing.doc.load(folder.path("a.kyt"), false));
     QVERIFY(drawing.atoms().size() <= 3);
 }

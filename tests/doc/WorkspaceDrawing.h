@@ -13,11 +13,11 @@
 #include <initializer_list>
 
 /// A document with a fresh canvas; both go together.
-struct Drawing {
-    Drawing() { doc.newDoc(); }
-    ~Drawing() { delete doc.canvas; }
-    Drawing(const Drawing&) = delete;
-    Drawing& operator=(const Drawing&) = delete;
+struct WorkspaceDrawing {
+    WorkspaceDrawing() { doc.newDoc(); }
+    ~WorkspaceDrawing() { delete doc.canvas; }
+    WorkspaceDrawing(const WorkspaceDrawing&) = delete;
+    WorkspaceDrawing& operator=(const WorkspaceDrawing&) = delete;
 
     /// A shown atom at (x, y) in a molecule of its own.
     KytAtom* atom(double x, double y, float z = 0, const QString& symbol = "C")
