@@ -947,7 +947,7 @@ void TestKytFileIO::keywordsMayBeSymbols()
 
 void TestKytFileIO::keywordsMayBeColours()
 {
-    const QStringList words = {"END_MOLECULE", "END_KYTFILE", "KYTFILE", "MOLECULE", "ATOM", "BOND"};
+    const QStringList words = {"END_KYTFILE", "KYTFILE", "MOLECULE", "ATOM", "BOND"};
     for (const QString& word : words) {
         for (int part = 0; part < 3; ++part) {
             WorkspaceDrawing drawing;
@@ -1273,6 +1273,9 @@ void TestKytFileIO::closingWordInPlaceOfAnAtomsNumberEndsTheMolecule_data()
     QTest::newRow("x") << "ATOM N";
     QTest::newRow("y") << "ATOM N 1";
     QTest::newRow("z") << "ATOM N 1 2";
+    QTest::newRow("red") << "ATOM N 1 2 3";
+    QTest::newRow("green") << "ATOM N 1 2 3 0";
+    QTest::newRow("blue") << "ATOM N 1 2 3 0 0";
 }
 
 void TestKytFileIO::closingWordInPlaceOfAnAtomsNumberEndsTheMolecule()
