@@ -1,0 +1,76 @@
+#include "bonds/KytBond.h"
+#include "doc/kytstudiodoc.h"
+#include "i3d/KytI3dView.h"
+#include "model/KytAtom.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+
+#include <cmath>
+#include <cstdio>
+
+// How long the 3D viewer takes to show a drawing, and how fast it draws it: i3d_bench
+// Needs a display with OpenGL. Prints a line for each size of drawing.
+
+namespace {
+
+constexpr double spacing = 40;                 // canvas pixels between neighbours
+constexpr qint64 measuredTime = 3'000'000'000; // nanoseconds of frames
+
+/// Draws `count` atoms as a square lattice in one molecule, each joined to its neighbours on the left and above.
+void drawLattice(KytStudioDoc& doc, int count)
+{
+    const int columns = static_cast<int>(std::ceil(std::sqrt(count)));
+    QList<KytAtom*> atoms;
+    const auto join = [&](KytAtom* from, KytAtom* to) { (new KytBond(from, to, &doc))->addBond(KYTBT_SingleBond, 60); };
+    for (int i = 0; i < count; ++i) {
+        auto* atom = new KytAtom(doc.canvas, 0, false);
+        atom->move(1000 + spacing * (i % columns - columns / 2), 1000 + spacing * (i / columns - columns / 2));
+        atom->show();
+        if (i % columns > 0)
+            join(atoms[i - 1], atom);
+        if (i >= columns)
+            join(atoms[i - columns], atom);
+        atoms.append(atom);
+    }
+    atoms.first()->spreadMolecule();
+}
+
+void measure(int count)
+{
+    KytStudioDoc doc;
+    doc.newDoc();
+    drawLattice(doc, count);
+    KytI3dView viewer(doc.canvas);
+
+    QElapsedTimer clock;
+    clock.start();
+    if (!viewer.open())
+        return;
+    viewer.step();
+    glFinish();
+    const qint64 first = clock.nsecsElapsed();
+
+    int frames = 0;
+    clock.start();
+    while (clock.nsecsElapsed() < measuredTime) {
+        viewer.step();
+        glFinish();
+        ++frames;
+    }
+    const double seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
+    viewer.close();
+    std::printf("%6d atoms: first frame after %7.1f ms, %7.2f frames per second\n", viewer.totalAtomCount,
+                static_cast<double>(first) * 1e-6, frames / seconds);
+    std::fflush(stdout);
+    delete doc.canvas;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    for (const int count : {24, 1000, 20000})
+        measure(count);
+}
