@@ -184,6 +184,9 @@ void QCanvas::deletePlaces(const std::vector<Place>& chosen)
 
 void QCanvas::add(QCanvasItem* item)
 {
+    // Where items come and go without a pause for an update, their peers must not pile up.
+    if (abandoned.size() > std::max(fewPeers, places.size() - goneItems))
+        rebuildScene();
     const auto place = placeOf(item->serial);
     if (place != places.end() && place->serial == item->serial) {
         place->item = item;

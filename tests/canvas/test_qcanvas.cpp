@@ -156,6 +156,8 @@ private slots:
     void thousandsOfItemsGoAndTheRestStays_data();
     void thousandsOfItemsGoAndTheRestStays();
 
+    void itemsComeAndGoWithoutAPause();
+
     void changesAreGatheredUntilUpdate();
     void changesArePaintedAfterOnePeriod();
     void updateWithoutChangesIsSilent();
@@ -947,6 +949,22 @@ void TestQCanvas::thousandsOfItemsGoAndTheRestStays()
     canvas.deleteItems(QCanvasItem::Rtti_Ellipse);
     QVERIFY(canvas.allItems().isEmpty());
     QVERIFY(canvas.collisions(QPoint(5, 195)).isEmpty());
+}
+
+void TestQCanvas::itemsComeAndGoWithoutAPause()
+{
+    QCanvas canvas(200, 200);
+    QCanvasEllipse* below = shownEllipse(canvas, 50, 50);
+    for (int i = 0; i < 5000; ++i) {
+        QCanvasEllipse* above = shownEllipse(canvas, 50, 50);
+        if (i % 250 == 0)
+            QCOMPARE(canvas.collisions(QPoint(50, 50)), (QCanvasItemList{above, below}));
+        delete above;
+    }
+    QCOMPARE(canvas.allItems(), QCanvasItemList{below});
+    QCOMPARE(canvas.collisions(QPoint(50, 50)), QCanvasItemList{below});
+    canvas.update();
+    QCOMPARE(canvas.collisions(QPoint(50, 50)), QCanvasItemList{below});
 }
 
 void TestQCanvas::changesAreGatheredUntilUpdate()
