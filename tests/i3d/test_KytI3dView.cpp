@@ -15,7 +15,7 @@
 #include <limits>
 
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/allocator_interface.h>
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // its header does not come with every compiler
 #endif
 
 namespace {
