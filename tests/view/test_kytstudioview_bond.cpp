@@ -39,6 +39,7 @@ private slots:
     void reportFollowsTheModeOfTheMoment();
     void reportWithAHeldButton();
     void reportAfterScrolling();
+    void reportIsTheSameInEveryLocale();
 
     // fixed length
     void fixedLengthShortensALongBond();
@@ -296,6 +297,17 @@ void TestKytStudioViewBond::reportAfterScrolling()
     f.move({940, 570});
     QCOMPARE(last(f), report("50.000", "36.87"));
     QCOMPARE(lineOf(tempBond), QLine(900, 600, 940, 570));
+}
+
+void TestKytStudioViewBond::reportIsTheSameInEveryLocale()
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    ViewFixture f(KYTVS_drawSimpleBond);
+    f.click({200, 200});
+    f.move({240, 170});
+    QLocale::setDefault(before);
+    QCOMPARE(last(f), report("50.000", "36.87"));
 }
 
 // Fixed length

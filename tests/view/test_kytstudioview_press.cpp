@@ -176,6 +176,7 @@ private slots:
     void firstClickShowsARubberBandOfLengthZero();
     void firstClickTakesTheUpperOfTwoAtoms();
     void firstClickFindsTheAtomUnderALabel();
+    void firstClickFindsTheAtomUnderALine();
     void firstClickOnALineMakesAnAtomThere();
     void firstClickOnALabelMakesAnAtomThere();
     void firstClickWithControlIsAFirstClick();
@@ -1093,6 +1094,18 @@ void TestKytStudioViewPress::firstClickFindsTheAtomUnderALabel()
     f.click({202, 202}); // both the atom and its label are here
     QCOMPARE(f.view->lastAtom, atom);
     QCOMPARE(f.atoms().size(), 1);
+}
+
+void TestKytStudioViewPress::firstClickFindsTheAtomUnderALine()
+{
+    ViewFixture f(KYTVS_drawSimpleBond);
+    KytAtom* atom = f.atom(200, 200);
+    KytBondLine* line = f.bond(f.atom(150, 200), f.atom(250, 200))->bond1;
+    line->setZ(3);
+    QCOMPARE(f.canvas->collisions({200, 200}).first(), line);
+    f.click({200, 200});
+    QCOMPARE(f.view->lastAtom, atom);
+    QCOMPARE(f.atoms().size(), 3);
 }
 
 void TestKytStudioViewPress::firstClickOnALineMakesAnAtomThere()
