@@ -18,7 +18,7 @@ public:
                                Qt::WindowFlags fl = {});
     ~KytAtomProperties() override;
 
-    QImage image0; ///< the window's icon
+    QImage image0;            ///< the window's icon
     QPushButton* pushButton1; ///< cancel
     QPushButton* pushButton2; ///< ok
     QLabel* textLabel1;

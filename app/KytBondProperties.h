@@ -23,7 +23,7 @@ public:
     QLineEdit* lineEdit_angle;
     QLabel* textLabel1;
     KytStereoBond* bond = nullptr; ///< the wedge edited; not owned, null again once it is gone
-    QPixmap image0; ///< the window's icon
+    QPixmap image0;                ///< the window's icon
 
 public slots:
     /// Shows the angle of `b` (not null) with two decimals.

@@ -37,10 +37,11 @@ void KytStudioApp::slotFileNew()
 void KytStudioApp::slotFileOpen()
 {
     say(tr("Opening file..."), progressTime);
-    doc->docName = askOpenFileName(this, {.name = QStringLiteral("Open file dialog"),
-                                          .caption = tr("Choose a File"),
-                                          .directory = QStringLiteral("data/"),
-                                          .filter = tr("KytBench (*.kyt)")});
+    doc->docName = askOpenFileName(this,
+                                   {.name = QStringLiteral("Open file dialog"),
+                                    .caption = tr("Choose a File"),
+                                    .directory = QStringLiteral("data/"),
+                                    .filter = tr("KytBench (*.kyt)")});
     if (doc->docName.isEmpty()) {
         say(tr("Opening aborted"), resultTime);
         return;

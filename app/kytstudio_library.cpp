@@ -61,10 +61,11 @@ void KytStudioApp::slotInsertMolecule()
 {
     say(tr("Insert Molecule.."), insertTime);
     if (view) {
-        const QString name = askOpenFileName(this, {.name = QStringLiteral("Insert Moleculwe dialog"),
-                                                    .caption = tr("Choose a Molecule"),
-                                                    .directory = QStringLiteral("lib/"),
-                                                    .filter = tr("KytFragment (*.kyf)")});
+        const QString name = askOpenFileName(this,
+                                             {.name = QStringLiteral("Insert Moleculwe dialog"),
+                                              .caption = tr("Choose a Molecule"),
+                                              .directory = QStringLiteral("lib/"),
+                                              .filter = tr("KytFragment (*.kyf)")});
         if (!name.isEmpty())
             doc->load(name, true);
     }
@@ -75,10 +76,11 @@ void KytStudioApp::slotImportMolecule()
 {
     say(tr("Opening file..."));
     if (view) {
-        const QString name = askOpenFileName(this, {.name = QStringLiteral("Import Moleculwe dialog"),
-                                                    .caption = tr("Choose a Molecule"),
-                                                    .directory = QStringLiteral("data/"),
-                                                    .filter = tr("KytBench (*.kyt)")});
+        const QString name = askOpenFileName(this,
+                                             {.name = QStringLiteral("Import Moleculwe dialog"),
+                                              .caption = tr("Choose a Molecule"),
+                                              .directory = QStringLiteral("data/"),
+                                              .filter = tr("KytBench (*.kyt)")});
         if (!name.isEmpty())
             doc->load(name, false);
     }

@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr double straightOffset = 6;         // pixels between the lines of a horizontal or vertical bond
-constexpr double slantedOffsetSquared = 30;  // square of the same for a slanted bond
-constexpr double steepestAngle = 89.5;       // degrees
+constexpr double straightOffset = 6;        // pixels between the lines of a horizontal or vertical bond
+constexpr double slantedOffsetSquared = 30; // square of the same for a slanted bond
+constexpr double steepestAngle = 89.5;      // degrees
 constexpr double degreesPerRadian = 180 / std::numbers::pi;
 
 /// The step from the centre line to the third line.

@@ -38,7 +38,8 @@ std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms)
     }
 
     std::vector<BondCell> table;
-    for (const BondCell& cell : sortedBy(&BondCell::row, sortedBy(&BondCell::column, met, atoms.size()), atoms.size())) {
+    for (const BondCell& cell :
+         sortedBy(&BondCell::row, sortedBy(&BondCell::column, met, atoms.size()), atoms.size())) {
         if (!table.empty() && table.back().row == cell.row && table.back().column == cell.column)
             table.back() = cell;
         else

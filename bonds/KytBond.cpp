@@ -94,8 +94,8 @@ void KytBond::addLine(KytBondType lineType)
     const QLineF places[mostLines] = {lines.centre, lines.second, lines.third};
     KytBondLine** const fields[mostLines] = {&bond1, &bond2, &bond3};
     const QLineF& where = places[bondCount];
-    *fields[bondCount] = new KytBondLine(pixelOf(where.p1()), pixelOf(where.p2()), doc, this,
-                                         lineType == KYTBT_DashedLine);
+    *fields[bondCount] =
+        new KytBondLine(pixelOf(where.p1()), pixelOf(where.p2()), doc, this, lineType == KYTBT_DashedLine);
 }
 
 void KytBond::addWedge(KytBondType wedgeType, float angle)
@@ -143,8 +143,8 @@ std::optional<float> KytBond::endDepth() const
         return fromAtom->getAtomZ();
     if (!stereoBond)
         return std::nullopt;
-    const double rise = std::tan(stereoBond->getAngle() * std::numbers::pi / 180)
-        * distance(centreOf(fromAtom), centreOf(toAtom));
+    const double rise =
+        std::tan(stereoBond->getAngle() * std::numbers::pi / 180) * distance(centreOf(fromAtom), centreOf(toAtom));
     if (std::isnan(rise))
         return std::nullopt;
     return narrowed(fromAtom->getAtomZ() + rise);
@@ -220,6 +220,4 @@ bool KytBond::deleteBond(KytStereoBond*)
     return true;
 }
 
-void KytBond::setColor(int, int, int)
-{
-}
+void KytBond::setColor(int, int, int) { }

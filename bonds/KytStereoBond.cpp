@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr double bondLevel = 1.0;     // z on the canvas, below the atoms
+constexpr double bondLevel = 1.0;      // z on the canvas, below the atoms
 constexpr float steepestAngle = 89.5F; // degrees
 
 int middle(int a, int b)

@@ -41,9 +41,9 @@ public:
 
     KytBond* bond; ///< the owner
     KytBondType bondType;
-    QPolygon* pa;  ///< the three corners: narrow end, then the wide end's two; owned
-    int color[3];  ///< red, green, blue while not hovered
-    float pangle;  ///< projection angle
+    QPolygon* pa;                        ///< the three corners: narrow end, then the wide end's two; owned
+    int color[3];                        ///< red, green, blue while not hovered
+    float pangle;                        ///< projection angle
     QCanvasText* canvasSymbol = nullptr; ///< not used
 
 private:

@@ -200,7 +200,7 @@ bool KytFileIO::readWorkspace(QTextStream& stream, KytStudioDoc* doc, bool locke
     Reader reader(stream, doc, locked, *this);
     const bool complete = reader.readWorkspace();
     for (const QString& trouble : reader.troubles())
-        qCWarning(workspaceFile).noquote() << (name.isEmpty() ? QStringLiteral("workspace") : name) + QStringLiteral(": ")
-                + trouble;
+        qCWarning(workspaceFile).noquote()
+            << (name.isEmpty() ? QStringLiteral("workspace") : name) + QStringLiteral(": ") + trouble;
     return complete;
 }

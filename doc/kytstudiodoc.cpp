@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int canvasSize = 2000; // pixels
+constexpr int canvasSize = 2000;  // pixels
 constexpr int advancePeriod = 25; // milliseconds
 
 /// Whether the file can be opened for writing as far as its kind goes: a regular file, or none yet.

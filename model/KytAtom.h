@@ -90,14 +90,14 @@ public:
 
     void aboutToBeCleared() override;
 
-    int deleted = 0;        ///< 1 once the destructor has run
-    bool locked;            ///< dragging it drags its molecule, and bonds do not change its depth
-    QString _atomColor[3];  ///< red, green and blue as decimal texts "0".."255"
-    QString name;           ///< the atom's name
-    QString symbol;         ///< the chemical symbol in the label
-    KytMolecule* molecule;  ///< the molecule it belongs to, never null
-    int flag = 0;           ///< 1 while a connectivity walk is inside this atom
-    float atomZ;            ///< depth, in canvas units
+    int deleted = 0;           ///< 1 once the destructor has run
+    bool locked;               ///< dragging it drags its molecule, and bonds do not change its depth
+    QString _atomColor[3];     ///< red, green and blue as decimal texts "0".."255"
+    QString name;              ///< the atom's name
+    QString symbol;            ///< the chemical symbol in the label
+    KytMolecule* molecule;     ///< the molecule it belongs to, never null
+    int flag = 0;              ///< 1 while a connectivity walk is inside this atom
+    float atomZ;               ///< depth, in canvas units
     QCanvasText* canvasSymbol; ///< the label; owned
     QList<KytBond*> inList;    ///< bonds that end here, in the order added; not owned
     QList<KytBond*> outList;   ///< bonds that start here, in the order added; not owned

@@ -148,8 +148,8 @@ private:
     {
         qlonglong number = 0;
         stream >> number;
-        return static_cast<int>(std::clamp<qlonglong>(number, std::numeric_limits<int>::min(),
-                                                      std::numeric_limits<int>::max()));
+        return static_cast<int>(
+            std::clamp<qlonglong>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
     }
 
     QTextStream& stream;

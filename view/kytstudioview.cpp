@@ -19,7 +19,7 @@ double _x = 0;
 
 namespace {
 
-constexpr double rubberBandLevel = 0.0; // z on the canvas, below everything
+constexpr double rubberBandLevel = 0.0;                   // z on the canvas, below everything
 const double drawnSlope = std::tan(std::numbers::pi / 3); // of drawnAngle
 
 } // namespace
@@ -46,9 +46,7 @@ KytStudioView::KytStudioView(QWidget* parent, KytStudioDoc* doc)
 
 KytStudioView::~KytStudioView() = default;
 
-void KytStudioView::slotDocumentChanged()
-{
-}
+void KytStudioView::slotDocumentChanged() { }
 
 void KytStudioView::forget(QCanvasItem* item)
 {

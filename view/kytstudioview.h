@@ -59,14 +59,14 @@ public:
     float fixedLengthValue = 30.0F;      ///< bond length of fixed-length drawing and of chains, canvas pixels
     float newx = 0;                      ///< end point of the bond being drawn, canvas pixels
     float newy = 0;
-    int fixedAngleFlag = 0;         ///< 0 or 1
-    int fixedLengthFlag = 0;        ///< 0 or 1
-    KytAtom* lastAtom = nullptr;    ///< the start atom of the next bond; not owned
-    int isLastAtom = 0;             ///< 1 between the first and the second click
-    QCanvasItem* moving = nullptr;  ///< the item grabbed in view or rotate mode; not owned
-    QCanvasItem* hover = nullptr;   ///< the topmost item under the pointer; not owned
-    QPoint moving_start;            ///< canvas point of the last drag step
-    bool flag = false;              ///< drawBond's search has met the start atom
+    int fixedAngleFlag = 0;        ///< 0 or 1
+    int fixedLengthFlag = 0;       ///< 0 or 1
+    KytAtom* lastAtom = nullptr;   ///< the start atom of the next bond; not owned
+    int isLastAtom = 0;            ///< 1 between the first and the second click
+    QCanvasItem* moving = nullptr; ///< the item grabbed in view or rotate mode; not owned
+    QCanvasItem* hover = nullptr;  ///< the topmost item under the pointer; not owned
+    QPoint moving_start;           ///< canvas point of the last drag step
+    bool flag = false;             ///< drawBond's search has met the start atom
 
 public slots:
     void slotDocumentChanged();

@@ -39,8 +39,8 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
 void KytStudioView::openProperties(const QPoint& p)
 {
     QCanvasItemList items = itemsAt(p);
-    const QMetaObject::Connection watch
-        = connect(canvas(), &QCanvas::itemGone, this, [&items](QCanvasItem* item) { items.removeAll(item); });
+    const QMetaObject::Connection watch =
+        connect(canvas(), &QCanvas::itemGone, this, [&items](QCanvasItem* item) { items.removeAll(item); });
     while (!items.isEmpty()) {
         QCanvasItem* item = items.takeFirst();
         if (item->rtti() == QCanvasItem::Rtti_Ellipse) {
