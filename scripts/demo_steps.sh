@@ -68,6 +68,7 @@ for sample in alanine caffeine; do
     enter $sample.kyt
     press Return
     wait_closed 'Choose a File'
+    settle 4.5 # until the status bar no longer shows where the file lies
     picture $sample
     save_as $sample
     cmp -s data/$sample.kyt "$out/$sample.kyt" || fail "The sample $sample was not saved as it was opened."
