@@ -3,11 +3,14 @@
 #include "canvas/truncate.h"
 #include "i3d/SceneGeometry.h"
 #include "i3d/TerminationSignals.h"
-#include "i3d/XlibErrorHandlers.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace {
 
@@ -27,6 +30,16 @@ constexpr double degreesPerKeyAboutY = 0.3;
 constexpr double spinAboutZ = 0.05; // degrees per millisecond
 constexpr double spinAboutY = 0.03;
 constexpr Uint32 toggleKeyPause = 299; // milliseconds
+
+/// Has frame buffers and the like mapped one by one. They come and go with every window, and would leave holes in the
+/// heap that it grows by.
+void keepLargeBlocksOffTheHeap()
+{
+#ifdef __GLIBC__
+    constexpr int largeBlock = 128 * 1024; // bytes
+    mallopt(M_MMAP_THRESHOLD, largeBlock);
+#endif
+}
 
 void moveBy(int& coordinate, int step)
 {
@@ -63,7 +76,6 @@ KytI3dView::~KytI3dView() = default;
 void KytI3dView::view()
 {
     const TerminationSignals terminationSignals;
-    const XlibErrorHandlers errorHandlers;
     if (!open())
         return;
     bool done = false;
@@ -92,6 +104,7 @@ bool KytI3dView::open()
 
 bool KytI3dView::startVideo()
 {
+    keepLargeBlocksOffTheHeap();
     setenv("SDL_VIDEODRIVER", "x11", 0); // SDL must never fall back to drawing in a terminal
     SDL_Init(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE);
     SDL_EventState(SDL_MOUSEMOTION, SDL_IGNORE); // one event is handled a frame: motion would hold up the keys

@@ -6,7 +6,6 @@
 #include <QtTest>
 
 #include <fcntl.h>
-#include <malloc.h>
 #include <unistd.h>
 
 #include <array>
@@ -141,7 +140,6 @@ long bytesInUse()
 #if defined(__SANITIZE_ADDRESS__)
     return static_cast<long>(__sanitizer_get_current_allocated_bytes());
 #else
-    malloc_trim(0);
     QFile file("/proc/self/statm");
     if (!file.open(QIODevice::ReadOnly))
         return 0;
