@@ -196,6 +196,7 @@ private slots:
     void theProgramStartsWithItsCaptionAndSizeAndEndsWithItsWindow();
     void theProgramTakesNoArgumentsOfItsOwn();
     void theProgramReadsItsTranslationFromTheWorkingFolder();
+    void theProgramNamesAMissingLibraryFileOnStandardError();
     void theProgramEndsOnExitAfterTheQuestion();
     void theProgramDrawsABondAndSavesIt();
     void leavingWithABondHalfDrawnIsClean_data();
@@ -710,6 +711,20 @@ void TestKytStudio::theProgramReadsItsTranslationFromTheWorkingFolder()
     QVERIFY(Program::hasKeyboard(id));
     Program::press("alt+F4");
     QVERIFY2(program.endedWell(), program.output);
+}
+
+void TestKytStudio::theProgramNamesAMissingLibraryFileOnStandardError()
+{
+    const WorkingFolder folder;
+    const QPoint button = buttonPlace("Molecule library", &KytStudioApp::kyfWater);
+    Program program(folder.path());
+    const QString id = Program::windowTitled("KytStudio 1.1");
+    QVERIFY(Program::hasKeyboard(id));
+    Program::click(id, button);
+    Program::press("alt+F4");
+    QVERIFY2(program.endedWell(), program.output);
+    QCOMPARE(program.output.count('\n'), 1);
+    QVERIFY2(program.output.contains("lib/water.kyf"), program.output);
 }
 
 void TestKytStudio::theProgramEndsOnExitAfterTheQuestion()

@@ -11,6 +11,8 @@
 #include <QProcess>
 #include <QPushButton>
 
+#include <utility>
+
 class TestKytStudioFile : public QObject {
     Q_OBJECT
 
@@ -19,8 +21,8 @@ private slots:
     void newClearsAtomsBondsAndLabels();
     void newKeepsNameModifiedMarkAndCaption();
     void newKeepsTheRubberBandAndOtherItems();
-    void newInTheMiddleOfAGestureEndsIt_data();
-    void newInTheMiddleOfAGestureEndsIt();
+    void clearingInTheMiddleOfAGestureEndsIt_data();
+    void clearingInTheMiddleOfAGestureEndsIt();
     void newClearsAHundredThousandBondsWithoutRunningOutOfStack();
 
     void openAsksInTheStatedDialog();
@@ -152,19 +154,27 @@ void TestKytStudioFile::newKeepsTheRubberBandAndOtherItems()
     QVERIFY(left.contains(tempBond));
 }
 
-void TestKytStudioFile::newInTheMiddleOfAGestureEndsIt_data()
+void TestKytStudioFile::clearingInTheMiddleOfAGestureEndsIt_data()
 {
     QTest::addColumn<int>("mode");
-    QTest::newRow("drag") << int(KYTVS_view);
-    QTest::newRow("rotation") << int(KYTVS_rotate);
-    QTest::newRow("half-drawn bond") << int(KYTVS_drawSimpleBond);
-    QTest::newRow("half-drawn wedge") << int(KYTVS_drawStereoDown);
-    QTest::newRow("half-drawn chain") << int(KYTVS_zigzag);
+    QTest::addColumn<QString>("command");
+    const std::pair<const char*, int> gestures[] = {{"drag", KYTVS_view},
+                                                    {"rotation", KYTVS_rotate},
+                                                    {"half-drawn bond", KYTVS_drawSimpleBond},
+                                                    {"half-drawn wedge", KYTVS_drawStereoDown},
+                                                    {"half-drawn chain", KYTVS_zigzag}};
+    for (const auto& [gesture, mode] : gestures) {
+        for (const char* command : {"New", "Open", "Close"})
+            QTest::addRow("%s, %s", command, gesture) << mode << command;
+    }
 }
 
-void TestKytStudioFile::newInTheMiddleOfAGestureEndsIt()
+void TestKytStudioFile::clearingInTheMiddleOfAGestureEndsIt()
 {
     QFETCH(int, mode);
+    QFETCH(QString, command);
+    const WorkingFolder folder;
+    QVERIFY(writeFile("empty.kyt", emptyWorkspace));
     const TestWindow window;
     QVERIFY(window.show());
     QWidget* viewport = window->view->viewport();
@@ -173,7 +183,19 @@ void TestKytStudioFile::newInTheMiddleOfAGestureEndsIt()
     window->view->canvasState = KytViewState(mode);
     QTest::mousePress(viewport, Qt::LeftButton, {}, QPoint(60, 60));
     QTest::mouseMove(viewport, QPoint(70, 80));
-    window->slotFileNew();
+
+    ModalSteps steps;
+    if (command == "New") {
+        window->slotFileNew();
+    } else if (command == "Open") {
+        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("empty.kyt")); });
+        window->slotFileOpen();
+    } else {
+        steps.then<QMessageBox>(
+            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
+        window->slotFileClose();
+    }
+    QVERIFY2(steps.done(), steps.trouble());
     QCOMPARE(itemCount(window), 0);
     QVERIFY(!window->view->hover);
     QVERIFY(!window->view->moving);
