@@ -9,7 +9,7 @@ build_packages=(
     libx11-dev libxcb1-dev libxi-dev
     fonts-liberation
 )
-screen_packages=(xvfb openbox xdotool imagemagick)
+screen_packages=(xvfb openbox xdotool x11-utils imagemagick)
 
 say() {
     printf '%s\n' "$*"
