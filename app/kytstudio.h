@@ -136,7 +136,8 @@ protected:
 private:
     void say(const QString& text, int milliseconds = 0);
     void clearDrawing();
-    QString askSaveName();
+    /// A name to save under, with the extension; the extension alone when the dialog is cancelled.
+    QString askSaveName(const QString& extension);
     void addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded);
     void selectMode(KytViewState state);
     QToolBar* makeToolBar(const QString& name, const QString& title, Qt::ToolBarArea area);

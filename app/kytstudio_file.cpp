@@ -25,7 +25,8 @@ QString captionFor(QString fileName)
 /// Deletes all atoms, and with them all bonds.
 void KytStudioApp::clearDrawing()
 {
-    doc->canvas->deleteItems(QCanvasItem::Rtti_Ellipse);
+    if (doc->canvas)
+        doc->canvas->deleteItems(QCanvasItem::Rtti_Ellipse);
 }
 
 void KytStudioApp::slotFileNew()
@@ -52,14 +53,15 @@ void KytStudioApp::slotFileOpen()
     say(tr("Loaded document: ") + doc->docName, resultTime);
 }
 
-QString KytStudioApp::askSaveName()
+QString KytStudioApp::askSaveName(const QString& extension)
 {
     return askSaveFileName(this,
                            {.name = QStringLiteral("Save File dialog"),
                             .caption = tr("Choose a Filename to save under"),
                             .directory = QStringLiteral("/home"),
                             .filter = tr("KytBench(*.kyt)")},
-                           tr(".kyt"));
+                           extension)
+        + extension;
 }
 
 /// The extension is always appended, to a name that has it and to none at all: there is no way to call a save off.
@@ -67,7 +69,7 @@ void KytStudioApp::slotFileSave()
 {
     say(tr("Saving file..."), progressTime);
     if (doc->docName == tr("noname.kyt"))
-        doc->docName = askSaveName() + QStringLiteral(".kyt");
+        doc->docName = askSaveName(QStringLiteral(".kyt"));
     doc->save();
     say(tr("Saving Done !"), resultTime);
 }
@@ -75,7 +77,7 @@ void KytStudioApp::slotFileSave()
 void KytStudioApp::slotFileSaveAs()
 {
     say(tr("Saving file under new filename..."), progressTime);
-    const QString name = askSaveName() + tr(".kyt");
+    const QString name = askSaveName(tr(".kyt"));
     say(tr("Saving As.."), progressTime);
     if (name.isEmpty()) {
         say(tr("Saving aborted"), resultTime);
@@ -118,10 +120,8 @@ void KytStudioApp::slotFilePrint()
 {
     say(tr("Printing..."));
     QPrinter printer(QPrinter::ScreenResolution);
-    if (QPrintDialog(&printer, this).exec() == QDialog::Accepted) {
+    if (QPrintDialog(&printer, this).exec() == QDialog::Accepted)
         QPainter painter(&printer);
-        painter.end();
-    }
     say(tr("Ready."));
 }
 

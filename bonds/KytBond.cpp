@@ -181,13 +181,15 @@ void KytBond::setToAtom(KytAtom* atom)
 
 KytMolecule* KytBond::getMolecule() const
 {
-    return fromAtom->getMolecule();
+    return fromAtom ? fromAtom->getMolecule() : nullptr;
 }
 
 void KytBond::moveBy(double dx, double dy)
 {
-    fromAtom->moveBy(dx, dy);
-    toAtom->moveBy(dx, dy);
+    if (fromAtom)
+        fromAtom->moveBy(dx, dy);
+    if (toAtom)
+        toAtom->moveBy(dx, dy);
 }
 
 bool KytBond::deleteBond(KytBondLine* line)

@@ -43,6 +43,7 @@ public:
     void setToAtom(KytAtom* atom);
     KytAtom* getFromAtom() const { return fromAtom; }
     KytAtom* getToAtom() const { return toAtom; }
+    /// The molecule of the start atom; null while there is none.
     KytMolecule* getMolecule() const;
 
     /// Moves both atoms by (dx, dy) canvas pixels.

@@ -3,8 +3,6 @@
 #include "bonds/KytBondType.h"
 #include "canvas/qcanvas.h"
 
-#include <memory>
-
 class KytBond;
 class KytStudioDoc;
 

@@ -13,6 +13,7 @@ constexpr double pi = std::numbers::pi;
 // A chain turns by half of this at each atom; its angles are converted with its own, coarser pi.
 constexpr float chainHalfAngle = 30.0F; // degrees
 constexpr double chainPi = 3.142;
+constexpr float mostTurns = 100000; // a chain across the whole canvas has some fifty
 
 double chainRadians(double degrees)
 {
@@ -62,7 +63,7 @@ ZigZag zigZag(const QPointF& start, const QPointF& end, float length)
     ZigZag chain;
     const double period = chainPeriod(length);
     const auto turns = static_cast<float>(distance(start, end) / period - 0.5);
-    if (!std::isfinite(turns))
+    if (!(turns <= mostTurns))
         return chain;
     const auto theta = static_cast<float>(
         direction(narrowed(start.x()), narrowed(start.y()), narrowed(end.x()), narrowed(end.y())) * 180 / chainPi);

@@ -27,7 +27,7 @@ struct ZigZag {
 };
 
 /// The chain from `start` towards `end` with bonds of `length`, all in canvas pixels. Empty when `end` is nearer than
-/// one step of the chain, or when nothing is finite.
+/// one step of the chain, and when it is not finite or so far away that no drawing could hold the chain.
 ZigZag zigZag(const QPointF& start, const QPointF& end, float length);
 
 /// How many atoms that chain would have, its start atom included.

@@ -1,7 +1,6 @@
 #include "bonds/BondGeometry.h"
 #include "bonds/KytBond.h"
 #include "canvas/truncate.h"
-#include "doc/kytstudiodoc.h"
 #include "model/KytAtom.h"
 #include "view/DrawingGeometry.h"
 #include "view/kytstudioview.h"

@@ -35,12 +35,12 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
 }
 
 /// Opens the dialogs of all atoms and wedges at `p`, one after the other. Whatever goes while a dialog is open is left
-/// out.
+/// out; the view itself may go too.
 void KytStudioView::openProperties(const QPoint& p)
 {
     QCanvasItemList items = itemsAt(p);
-    const QMetaObject::Connection watch =
-        connect(canvas(), &QCanvas::itemGone, this, [&items](QCanvasItem* item) { items.removeAll(item); });
+    const QObject watch;
+    connect(canvas(), &QCanvas::itemGone, &watch, [&items](QCanvasItem* item) { items.removeAll(item); });
     while (!items.isEmpty()) {
         QCanvasItem* item = items.takeFirst();
         if (item->rtti() == QCanvasItem::Rtti_Ellipse) {
@@ -53,7 +53,6 @@ void KytStudioView::openProperties(const QPoint& p)
             dialog.exec();
         }
     }
-    disconnect(watch);
 }
 
 /// Deletes the topmost item at `p`; a label stays. What was hit is settled before the highlight shrinks.

@@ -1,5 +1,4 @@
 #include "bonds/KytBond.h"
-#include "doc/kytstudiodoc.h"
 #include "model/KytAtom.h"
 #include "view/DrawingGeometry.h"
 #include "view/kytstudioview.h"
