@@ -19,6 +19,12 @@ std::vector<BondCell> sortedBy(int BondCell::*key, const std::vector<BondCell>& 
     return sorted;
 }
 
+/// Whether the rank of `atom` is its index in `atoms`.
+bool isRanked(const QList<KytAtom*>& atoms, const KytAtom* atom)
+{
+    return atom && atom->rank >= 0 && atom->rank < atoms.size() && atoms[atom->rank] == atom;
+}
+
 } // namespace
 
 std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms)
@@ -27,8 +33,9 @@ std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms)
         atoms[i]->rank = static_cast<int>(i);
 
     std::vector<BondCell> met;
+    const auto indexOf = [&](const KytAtom* atom) { return isRanked(atoms, atom) ? atom->rank : 0; };
     const auto meet = [&](KytBond* bond) {
-        met.push_back({indexOfAtom(atoms, bond->getFromAtom()), indexOfAtom(atoms, bond->getToAtom()), bond});
+        met.push_back({indexOf(bond->getFromAtom()), indexOf(bond->getToAtom()), bond});
     };
     for (KytAtom* atom : atoms) {
         for (KytBond* bond : atom->inList)
@@ -50,9 +57,7 @@ std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms)
 
 int indexOfAtom(const QList<KytAtom*>& atoms, const KytAtom* atom)
 {
-    if (!atom)
-        return 0;
-    if (atom->rank >= 0 && atom->rank < atoms.size() && atoms[atom->rank] == atom)
+    if (isRanked(atoms, atom))
         return atom->rank;
     return static_cast<int>(std::max<qsizetype>(0, atoms.indexOf(atom)));
 }

@@ -33,8 +33,7 @@ void place(KytBondLine* line, const QLineF& where)
         return;
     const QPoint from = pixelOf(where.p1());
     const QPoint to = pixelOf(where.p2());
-    line->setFromPoint(from.x(), from.y());
-    line->setToPoint(to.x(), to.y());
+    line->setPoints(from.x(), from.y(), to.x(), to.y());
 }
 
 } // namespace

@@ -122,6 +122,8 @@ void QCanvasLine::setPoints(int x1, int y1, int x2, int y2)
 
 void QCanvasLine::setPen(const QPen& pen)
 {
+    if (pen == this->pen())
+        return;
     aboutToChangeShape();
     QCanvasPolygonalItem::setPen(pen);
     changed();

@@ -30,7 +30,8 @@ public:
     /// Adds what `stream` holds to the canvas of `doc`; `locked` becomes the lock of every atom read.
     ///
     /// True when the closing "END_KYTFILE" was reached; what was read before a fault stays. Numbers that do not parse
-    /// are 0, bonds with an end outside their molecule are skipped, and memory grows with what the stream really holds.
+    /// are 0, bonds with an end outside their molecule and bonds from an atom to itself are skipped, "END_MOLECULE" in
+    /// place of a keyword or a number ends the molecule, and memory grows with what the stream really holds.
     bool readWorkspace(QTextStream& stream, KytStudioDoc* doc, bool locked);
 
     /// The index of `atom` in atomsArr; 0 when it is not there.

@@ -78,6 +78,7 @@ public:
     /// Takes `bond` out of both lists. True when the atom holds no other bond.
     bool deleteBond(KytBond* bond);
     /// Hands all bonds to `target`; a bond to an atom that `target` is joined to already is deleted instead.
+    /// Molecules stay as they are; combine sees to them.
     void transferBonds(KytAtom* target);
     /// Merges `other`, dropped onto this atom, into it. True: nothing was done and the caller is to delete `other`.
     /// False: refused, or merged and `other` is gone; the caller must not touch it.
@@ -90,7 +91,7 @@ public:
 
     void aboutToBeCleared() override;
 
-    int deleted = 0;           ///< 1 once the destructor has run
+    int deleted = 0;           ///< 1 from its destruction on
     bool locked;               ///< dragging it drags its molecule, and bonds do not change its depth
     QString _atomColor[3];     ///< red, green and blue as decimal texts "0".."255"
     QString name;              ///< the atom's name

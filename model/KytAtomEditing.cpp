@@ -112,6 +112,8 @@ void KytAtom::transferBonds(KytAtom* target)
 
 bool KytAtom::combine(KytAtom* other)
 {
+    if (other == this)
+        return false;
     if (std::fabs(atomZ - other->atomZ) > mergeableDepth && molecule == other->molecule)
         return false;
     if (isBondedOnlyTo(this, other) && isBondedOnlyTo(other, this))

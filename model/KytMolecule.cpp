@@ -23,7 +23,5 @@ int KytMolecule::getAtomsCount() const
 
 KytAtom* KytMolecule::getAtom(int i)
 {
-    KytAtom* atom = atoms.at(i);
-    atoms.removeOne(atom);
-    return atom;
+    return atoms.takeAt(i);
 }

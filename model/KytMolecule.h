@@ -8,7 +8,8 @@ class KytAtom;
 
 /// The set of atoms that belong together.
 ///
-/// Made with new by whoever needs a fresh one and freed by the last atom that leaves it (KytAtom::leave).
+/// Made with new by whoever needs a fresh one, and freed when its counter has fallen to 0 and no atom points to it any
+/// more.
 class KytMolecule {
 public:
     KytMolecule() = default;
