@@ -18,6 +18,7 @@ class TestKytStudioFile : public QObject {
 
 private slots:
     void newOnAnEmptyCanvasOnlyShowsCreatingFile();
+    void newWithoutACanvasOnlyShowsCreatingFile();
     void newClearsAtomsBondsAndLabels();
     void newKeepsNameModifiedMarkAndCaption();
     void newKeepsTheRubberBandAndOtherItems();
@@ -109,6 +110,15 @@ void TestKytStudioFile::newOnAnEmptyCanvasOnlyShowsCreatingFile()
     QCOMPARE(window->doc->canvas, canvas);
     QCOMPARE(window->doc->canvas->allItems().size(), items);
     QVERIFY(window->viewMode->isChecked());
+}
+
+void TestKytStudioFile::newWithoutACanvasOnlyShowsCreatingFile()
+{
+    const TestWindow window;
+    delete window->doc->canvas;
+    window->slotFileNew();
+    QCOMPARE(message(window), "Creating file");
+    QVERIFY(!window->doc->canvas);
 }
 
 void TestKytStudioFile::newClearsAtomsBondsAndLabels()

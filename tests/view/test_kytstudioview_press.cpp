@@ -139,6 +139,7 @@ private slots:
     void wedgeDestroyedWhileTheDialogAboveIsOpen_data();
     void wedgeDestroyedWhileTheDialogAboveIsOpen();
     void startAtomDestroyedWhileItsDialogIsOpen();
+    void viewAndNextAtomDestroyedWhileADialogIsOpen();
 
     // other buttons
     void middleButtonDoesNothing_data();
@@ -547,6 +548,24 @@ void TestKytStudioViewPress::rightClickKeepsAHalfDrawnBond()
     f.click({300, 240});
     QCOMPARE(f.atoms().size(), 2);
     QCOMPARE(start->getBondCount(), 1);
+}
+
+void TestKytStudioViewPress::viewAndNextAtomDestroyedWhileADialogIsOpen()
+{
+    ViewFixture f;
+    KytAtom* below = f.atom(200, 200);
+    f.atom(200, 200);
+    DialogAnswers answers({[&](QWidget* dialog) {
+        delete f.view;
+        delete below;
+        cancel(dialog);
+    }});
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(200, 200), QPointF(200, 200), Qt::RightButton, Qt::RightButton,
+                      Qt::NoModifier);
+    f.view->contentsMousePressEvent(&press);
+    QVERIFY(!f.view);
+    QCOMPARE(f.atoms().size(), 1);
+    QCOMPARE(answers.seen, atomDialog);
 }
 
 void TestKytStudioViewPress::atomDestroyedWhileItsDialogIsOpen_data()
