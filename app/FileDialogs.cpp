@@ -1,10 +1,25 @@
 #include "app/FileDialogs.h"
 
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QMessageBox>
 
 namespace {
+
+/// Tells files by their names alone. Left to itself, a dialog looks into every file of a folder for its type, and waits
+/// for ever for one that nobody writes.
+class NamesOnly : public QFileIconProvider {
+public:
+    QIcon icon(const QFileInfo& info) const override
+    {
+        return QFileIconProvider::icon(info.isDir() ? QFileIconProvider::Folder : QFileIconProvider::File);
+    }
+    QString type(const QFileInfo& info) const override
+    {
+        return info.isDir() ? QFileIconProvider::type(info) : info.suffix();
+    }
+};
 
 /// A save dialog that knows the extension that its answer will get.
 class SaveDialog : public QFileDialog {
@@ -56,7 +71,9 @@ QString answer(QFileDialog& dialog)
 
 QString askOpenFileName(QWidget* parent, const FileQuestion& question)
 {
+    NamesOnly icons;
     QFileDialog dialog(parent);
+    dialog.setIconProvider(&icons);
     prepare(dialog, question);
     dialog.setFileMode(QFileDialog::ExistingFile);
     const QString name = answer(dialog);
@@ -66,7 +83,9 @@ QString askOpenFileName(QWidget* parent, const FileQuestion& question)
 
 QString askSaveFileName(QWidget* parent, const FileQuestion& question, const QString& extension)
 {
+    NamesOnly icons;
     SaveDialog dialog(parent, extension);
+    dialog.setIconProvider(&icons);
     prepare(dialog, question);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QActionGroup>
+#include <QFileIconProvider>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -27,6 +28,7 @@ private slots:
     void newClearsAHundredThousandBondsWithoutRunningOutOfStack();
 
     void openAsksInTheStatedDialog();
+    void openLooksIntoNoFileOfTheFolder();
     void openReplacesTheDrawing();
     void openReadsUnlockedAtoms();
     void openKeepsTheMode();
@@ -251,6 +253,24 @@ void TestKytStudioFile::openAsksInTheStatedDialog()
     window->fileOpen->trigger();
     QVERIFY2(steps.done(), steps.trouble());
     QVERIFY(!window->findChild<QFileDialog*>());
+}
+
+void TestKytStudioFile::openLooksIntoNoFileOfTheFolder()
+{
+    const WorkingFolder folder;
+    QVERIFY(writeFile("document", "%PDF-1.4"));
+    QVERIFY(writeFile("document.kyt", "%PDF-1.4"));
+    const TestWindow window;
+    ModalSteps steps;
+    steps.then<QFileDialog>("Open file dialog", [&](QFileDialog* dialog) {
+        QCOMPARE(dialog->iconProvider()->type(QFileInfo("document")), QString());
+        QCOMPARE(dialog->iconProvider()->type(QFileInfo("document.kyt")), QString("kyt"));
+        QVERIFY(!dialog->iconProvider()->icon(QFileInfo("document.kyt")).isNull());
+        QVERIFY(!dialog->iconProvider()->type(QFileInfo(folder.path())).isEmpty());
+        pressEscape(dialog);
+    });
+    window->slotFileOpen();
+    QVERIFY2(steps.done(), steps.trouble());
 }
 
 void TestKytStudioFile::openReplacesTheDrawing()
