@@ -3,6 +3,8 @@
 #include "bonds/KytBond.h"
 #include "model/KytAtom.h"
 
+#include <algorithm>
+
 namespace {
 
 /// Sorts `cells` by the index in the member `key`, all below `size`; equal ones keep their order. Linear.

@@ -9,8 +9,6 @@
 #include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr GLuint sceneList = 1;
