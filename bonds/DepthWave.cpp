@@ -1,5 +1,6 @@
 #include "bonds/DepthWave.h"
 
+#include "bonds/GatheredLayout.h"
 #include "bonds/KytBond.h"
 #include "model/KytAtom.h"
 
@@ -39,9 +40,12 @@ public:
                 continue;
             }
             KytBond* bond = last.atom->outList[--last.bondsLeft];
+            ++passed;
             if (bond->layOut())
                 passAlong(bond);
         }
+        if (GatheredLayout* gathered = GatheredLayout::current())
+            gathered->count(passed);
     }
 
     const quint64 number = KytAtom::newVisit();
@@ -52,6 +56,7 @@ private:
         qsizetype bondsLeft;
     };
     std::vector<Passing> passing;
+    qint64 passed = 0;
 };
 
 } // namespace
@@ -68,5 +73,15 @@ void sendDepthAlong(KytBond* bond)
     Wave wave;
     bond->getFromAtom()->visit = wave.number;
     wave.passAlong(bond);
+    wave.run();
+}
+
+void sendDepthBeyond(const std::vector<KytAtom*>& settled, const std::vector<KytAtom*>& changed)
+{
+    Wave wave;
+    for (KytAtom* atom : settled)
+        atom->visit = wave.number;
+    for (KytAtom* atom : changed)
+        wave.enter(atom);
     wave.run();
 }

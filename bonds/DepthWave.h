@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 class KytAtom;
 class KytBond;
 
@@ -13,3 +15,6 @@ void sendDepth(KytAtom* source);
 
 /// The same, starting with the one bond `bond`, whose start atom counts as passed.
 void sendDepthAlong(KytBond* bond);
+
+/// One wave that starts at all atoms of `changed` at once and enters none of `settled`.
+void sendDepthBeyond(const std::vector<KytAtom*>& settled, const std::vector<KytAtom*>& changed);

@@ -2,6 +2,7 @@
 
 #include "bonds/BondGeometry.h"
 #include "bonds/DepthWave.h"
+#include "bonds/GatheredLayout.h"
 #include "bonds/KytBondLine.h"
 #include "bonds/KytStereoBond.h"
 #include "canvas/truncate.h"
@@ -50,6 +51,8 @@ KytBond::KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc)
 
 KytBond::~KytBond()
 {
+    if (layoutPlace >= 0)
+        GatheredLayout::current()->forget(this);
     const int lines = std::exchange(bondCount, -1);
     if (lines >= 3)
         delete bond3;
@@ -106,19 +109,38 @@ void KytBond::addWedge(KytBondType wedgeType, float angle)
 
 void KytBond::setBond()
 {
-    if (layOut())
+    if (!layOut())
+        return;
+    if (GatheredLayout* gathered = GatheredLayout::current())
+        gathered->sendDepth(this);
+    else
         sendDepthAlong(this);
+}
+
+/// Whether the bond has both ends and something that can be drawn.
+bool KytBond::isCountable() const
+{
+    return fromAtom && toAtom && bondCount >= 1 && bondCount <= mostLines;
 }
 
 bool KytBond::layOut()
 {
+    if (GatheredLayout* gathered = GatheredLayout::current())
+        gathered->remember(this);
+    else
+        drawLines();
+    return isCountable();
+}
+
+void KytBond::drawLines()
+{
     if (!fromAtom || !toAtom)
-        return false;
+        return;
     const QPointF from = centreOf(fromAtom);
     const QPointF to = centreOf(toAtom);
     bondlength = narrowed(distance(from, to));
-    if (bondCount < 1 || bondCount > mostLines)
-        return false;
+    if (!isCountable())
+        return;
 
     const BondLines lines = bondLines(from, to);
     if (bondCount == 3)
@@ -131,7 +153,6 @@ bool KytBond::layOut()
         stereoBond->setFromPoint(from.x(), from.y());
         stereoBond->setToPoint(lines.third.x2(), lines.third.y2(), lines.second.x2(), lines.second.y2());
     }
-    return true;
 }
 
 std::optional<float> KytBond::endDepth() const
@@ -185,6 +206,7 @@ KytMolecule* KytBond::getMolecule() const
 
 void KytBond::moveBy(double dx, double dy)
 {
+    const GatheredLayout gathered;
     if (fromAtom)
         fromAtom->moveBy(dx, dy);
     if (toAtom)

@@ -59,10 +59,12 @@ public:
     void setColor(int r, int g, int b);
 
     /// The steps of setBond, for the wave of depth (bonds/DepthWave.h).
-    /// Draws everything anew from the atoms' positions; false when the bond has no countable line to lay out.
+    /// Draws everything anew from the atoms' positions, now or with all bonds that are gathered (GatheredLayout);
+    /// false when the bond has no countable line to lay out.
     bool layOut();
     /// The depth that the start atom gives to the end atom, or nothing when the bond carries none.
     std::optional<float> endDepth() const;
+    bool carriesDepth() const { return isCountable() && endDepth(); }
 
     KytStudioDoc* doc;
     KytBondType type = KYTBT_DashedLine; ///< not used
@@ -78,7 +80,12 @@ public:
     KytBondType bond2Type = KYTBT_DashedLine;
     KytBondType bond3Type = KYTBT_DashedLine;
 
+    int layoutPlace = -1; ///< scratch: the bond's place among those that are gathered, or -1
+    int depthTurn = 0;    ///< scratch: when it was last to give its end atom a depth; 0 for never
+
 private:
+    bool isCountable() const;
+    void drawLines();
     bool isStereo() const { return isWedgeKind(bond1Type); }
     void addLine(KytBondType lineType);
     void addWedge(KytBondType wedgeType, float angle);

@@ -1,3 +1,4 @@
+#include "bonds/GatheredLayout.h"
 #include "bonds/KytBond.h"
 #include "model/KytAtom.h"
 #include "model/KytMolecule.h"
@@ -56,6 +57,7 @@ void KytAtom::moveBy(double dx, double dy)
 
 void KytAtom::move(double x, double y)
 {
+    const GatheredLayout gathered;
     QCanvasEllipse::move(x, y);
     layOutBonds();
     canvasSymbol->move(x, y);
@@ -63,6 +65,7 @@ void KytAtom::move(double x, double y)
 
 void KytAtom::layOutBonds()
 {
+    const GatheredLayout gathered;
     for (KytBond* bond : inList)
         bond->setToAtom(this);
     for (KytBond* bond : outList)
@@ -85,6 +88,7 @@ bool KytAtom::deleteBond(KytBond* bond)
 
 void KytAtom::transferBonds(KytAtom* target)
 {
+    const GatheredLayout gathered;
     QSet<KytAtom*> joined = neighboursOf(target);
     for (KytBond* bond : std::exchange(inList, {})) {
         KytAtom* from = bond->getFromAtom();

@@ -1,3 +1,4 @@
+#include "bonds/GatheredLayout.h"
 #include "bonds/KytBond.h"
 #include "bonds/KytBondLine.h"
 #include "bonds/KytStereoBond.h"
@@ -55,6 +56,7 @@ void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
     const KytAtom* anchor = anchorOf(moving);
     if (anchor && (wholeMolecule || anchor->locked)) {
         const QList<KytAtom*> atoms = drawnAtoms(*canvas(), anchor->getMolecule());
+        const GatheredLayout gathered;
         for (KytAtom* atom : atoms)
             atom->moveBy(dx, dy);
     } else {
@@ -68,6 +70,7 @@ void KytStudioView::rotateTo(const QPoint& p)
     const auto* pivot = static_cast<const KytAtom*>(moving);
     const auto angle = static_cast<float>((p.x() - _x) / pixelsPerRadian);
     const QList<KytAtom*> atoms = drawnAtoms(*canvas(), pivot->getMolecule());
+    const GatheredLayout gathered;
     for (KytAtom* atom : atoms)
         if (atom != pivot)
             atom->rotateAbout(pivot->x(), pivot->y(), angle);
