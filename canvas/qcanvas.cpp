@@ -1,8 +1,7 @@
 #include "canvas/qcanvas.h"
 
-#include "canvas/qcanvasitempeer.h"
+#include "canvas/qcanvasitemindex.h"
 
-#include <QCoreApplication>
 #include <QGraphicsScene>
 
 #include <algorithm>
@@ -13,18 +12,11 @@ namespace {
 // Beyond so many rectangles, changes are repainted as the one rectangle around them.
 constexpr std::size_t mostChangedAreas = 64;
 
-// Taking a peer out of the scene costs a search through all of them. From so many on, a new scene is cheaper.
-constexpr std::size_t fewPeers = 1000;
-
-// The most levels at which the scene's index still gains from halving a canvas of a few thousand pixels.
-constexpr int indexDepth = 12;
-
 } // namespace
 
 QCanvas::QCanvas(int width, int height)
     : scene(std::make_unique<QGraphicsScene>())
 {
-    scene->setBspTreeDepth(indexDepth);
     repaintTimer.setSingleShot(true);
     repaintTimer.setInterval(0);
     connect(&repaintTimer, &QTimer::timeout, this, &QCanvas::update);
@@ -42,7 +34,6 @@ QCanvas::~QCanvas()
         ellipses.insert(ellipses.end(), others.begin(), others.end());
         deletePlaces(ellipses);
     }
-    letScenePolish();
 }
 
 int QCanvas::width() const
@@ -66,6 +57,13 @@ void QCanvas::resize(int width, int height)
     extent = QSize(width, height).expandedTo(QSize(0, 0));
     // An empty rectangle would make the scene find one of its own.
     scene->setSceneRect(QRectF(0, 0, std::max(extent.width(), 1), std::max(extent.height(), 1)));
+    index = std::make_unique<QCanvasItemIndex>(extent);
+    for (const Place& place : places) {
+        if (!place.item || place.item->cell < 0)
+            continue;
+        place.item->cell = -1;
+        index->place(place.item);
+    }
     markChanged(area());
 }
 
@@ -103,7 +101,6 @@ void QCanvas::setAdvancePeriod(int milliseconds)
 void QCanvas::update()
 {
     repaintTimer.stop();
-    dropAbandonedPeers();
     if (changedAreas.empty())
         return;
     QRegion region;
@@ -125,24 +122,20 @@ QCanvasItemList QCanvas::allItems() const
 QCanvasItemList QCanvas::collisions(const QPoint& p) const
 {
     const QPointF centre(p.x() + 0.5, p.y() + 0.5);
-    QCanvasItemList hit = visibleItems(QRectF(p.x(), p.y(), 1, 1));
+    QCanvasItemList hit = visibleItems(QRect(p, QSize(1, 1)));
     hit.removeIf([&](const QCanvasItem* item) { return !item->hits(centre); });
     std::reverse(hit.begin(), hit.end());
     return hit;
 }
 
-QCanvasItemList QCanvas::visibleItems(const QRectF& area) const
+QCanvasItemList QCanvas::visibleItems(const QRect& area) const
 {
-    QCanvasItemList found;
-    for (const QGraphicsItem* peer : scene->items(area, Qt::IntersectsItemBoundingRect, Qt::AscendingOrder)) {
-        QCanvasItem* item = static_cast<const QCanvasItemPeer*>(peer)->item();
-        if (item && item->isVisible())
-            found.append(item);
-    }
+    std::vector<QCanvasItem*> found = index->touching(area);
+    std::erase_if(found, [](const QCanvasItem* item) { return !item->isVisible(); });
     std::sort(found.begin(), found.end(), [](const QCanvasItem* a, const QCanvasItem* b) {
         return a->z() != b->z() ? a->z() < b->z() : a->serial < b->serial;
     });
-    return found;
+    return QCanvasItemList(found.begin(), found.end());
 }
 
 void QCanvas::deleteItems(int rtti)
@@ -184,9 +177,6 @@ void QCanvas::deletePlaces(const std::vector<Place>& chosen)
 
 void QCanvas::add(QCanvasItem* item)
 {
-    // Where items come and go without a pause for an update, their peers must not pile up.
-    if (abandoned.size() > std::max(fewPeers, places.size() - goneItems))
-        rebuildScene();
     const auto place = placeOf(item->serial);
     if (place != places.end() && place->serial == item->serial) {
         place->item = item;
@@ -194,18 +184,13 @@ void QCanvas::add(QCanvasItem* item)
     } else {
         places.insert(place, {item->serial, item});
     }
-    item->peer = new QCanvasItemPeer(item);
-    scene->addItem(item->peer);
 }
 
 void QCanvas::remove(QCanvasItem* item)
 {
-    item->peer->abandon(); // from here on it only remembers: the item may be half destroyed
     if (item->isVisible())
-        markChanged(item->peer->boundingRect());
-    abandoned.push_back(std::exchange(item->peer, nullptr));
-    scheduleUpdate();
-
+        markChanged(item->reach);
+    index->remove(item);
     placeOf(item->serial)->item = nullptr;
     if (++goneItems > places.size() / 2) {
         std::erase_if(places, [](const Place& place) { return !place.item; });
@@ -214,9 +199,9 @@ void QCanvas::remove(QCanvasItem* item)
     emit itemGone(item);
 }
 
-void QCanvas::markChanged(const QRectF& changedArea)
+void QCanvas::markChanged(const QRect& changedArea)
 {
-    const QRect rectangle = changedArea.intersected(area()).toAlignedRect();
+    const QRect rectangle = changedArea & area();
     if (rectangle.isEmpty())
         return;
     scheduleUpdate();
@@ -235,37 +220,4 @@ void QCanvas::scheduleUpdate()
 {
     if (!repaintTimer.isActive())
         repaintTimer.start();
-}
-
-void QCanvas::dropAbandonedPeers()
-{
-    if (abandoned.size() > fewPeers) {
-        rebuildScene();
-        return;
-    }
-    for (QCanvasItemPeer* peer : std::exchange(abandoned, {})) {
-        scene->removeItem(peer); // while the peer can still tell the index where it is
-        delete peer;
-    }
-}
-
-// The scene searches a list of the peers that it has yet to polish for each one that is deleted. It works that list off
-// in a call that it has queued for itself.
-void QCanvas::letScenePolish()
-{
-    QCoreApplication::sendPostedEvents(scene.get(), QEvent::MetaCall);
-}
-
-void QCanvas::rebuildScene()
-{
-    letScenePolish();
-    scene->clear();
-    abandoned.clear();
-    for (const Place& place : places) {
-        if (!place.item)
-            continue;
-        place.item->peer = new QCanvasItemPeer(place.item);
-        scene->addItem(place.item->peer);
-        place.item->peer->boundingRect(); // so that it is known when the item goes
-    }
 }

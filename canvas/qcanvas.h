@@ -24,7 +24,7 @@
 
 class QCanvas;
 class QCanvasItem;
-class QCanvasItemPeer;
+class QCanvasItemIndex;
 class QGraphicsScene;
 class QMouseEvent;
 class QPainter;
@@ -33,8 +33,8 @@ using QCanvasItemList = QList<QCanvasItem*>;
 
 /// A drawing surface of a fixed size in pixels that holds items of a few kinds and shows them in views.
 ///
-/// The items are indexed and scrolled by the Graphics View framework; this class gives them a stable order, exact hit
-/// areas and repaints that are gathered over one advance period.
+/// The Graphics View framework scrolls it; this class gives the items a stable order, exact hit areas and repaints that
+/// are gathered over one advance period.
 class QCanvas : public QObject {
     Q_OBJECT
 
@@ -103,18 +103,15 @@ private:
     void remove(QCanvasItem* item);
     void deletePlaces(const std::vector<Place>& chosen);
     /// The visible items whose rectangles touch `area`, as they are painted: the lowest first.
-    QCanvasItemList visibleItems(const QRectF& area) const;
-    void markChanged(const QRectF& changedArea);
+    QCanvasItemList visibleItems(const QRect& area) const;
+    void markChanged(const QRect& changedArea);
     void scheduleUpdate();
-    void dropAbandonedPeers();
-    void letScenePolish();
-    void rebuildScene();
 
-    std::unique_ptr<QGraphicsScene> scene;
+    std::unique_ptr<QGraphicsScene> scene; // without items: it tells the views how far they scroll
+    std::unique_ptr<QCanvasItemIndex> index;
     QSize extent{0, 0};
     std::vector<Place> places; // by creation
     std::size_t goneItems = 0;
-    std::vector<QCanvasItemPeer*> abandoned; // in the scene still, but without their items
     QColor background = Qt::white;
     bool buffered = true;
     std::vector<QRect> changedAreas;
@@ -179,12 +176,17 @@ protected:
 
 private:
     friend class QCanvas;
-    friend class QCanvasItemPeer;
+    friend class QCanvasItemIndex;
     friend class QCanvasView;
 
+    void measure();
+
     QCanvas* home = nullptr;
-    QCanvasItemPeer* peer = nullptr; // its stand-in in the scene, while it is on a canvas; owned by the scene
-    const quint64 serial;            // rises with creation
+    const quint64 serial; // rises with creation
+    QRect reach;          // the item's rectangle with the fringe of antialiasing, as it last was while visible
+    bool stale = true;    // it has changed since
+    int cell = -1;        // where the canvas's index has the item; -1 while it has not
+    int placeInCell = 0;
     double xPosition = 0;
     double yPosition = 0;
     double zPosition = 0;
@@ -354,8 +356,8 @@ protected:
 private:
     using ContentsHandler = void (QCanvasView::*)(QMouseEvent*);
     void deliver(QMouseEvent* event, QEvent::Type type, ContentsHandler handler);
-    void paintItems(QPainter& painter, const QRectF& area, const QRegion& exposed) const;
-    void coverOutside(QPainter& painter, const QRectF& area) const;
+    void paintItems(QPainter& painter, const QRect& area, const QRegion& exposed) const;
+    void coverOutside(QPainter& painter, const QRect& area) const;
     void scrollToCorner();
     void repaintChanged(const QRegion& region);
 

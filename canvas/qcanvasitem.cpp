@@ -1,6 +1,6 @@
 #include "canvas/qcanvas.h"
 
-#include "canvas/qcanvasitempeer.h"
+#include "canvas/qcanvasitemindex.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,8 +8,6 @@
 
 namespace {
 
-// Wide enough for any drawing; narrow enough for the scene's arithmetic in ints and floats.
-constexpr double farthest = 1 << 24;
 constexpr double antialiasingFringe = 1;
 
 quint64 nextSerial()
@@ -18,43 +16,7 @@ quint64 nextSerial()
     return ++last;
 }
 
-QRectF withinReach(const QRectF& area)
-{
-    const auto bounded = [](double value) { return std::clamp(value, -farthest, farthest); };
-    return QRectF(QPointF(bounded(area.left()), bounded(area.top())),
-                  QPointF(bounded(area.right()), bounded(area.bottom())));
-}
-
 } // namespace
-
-QCanvasItemPeer::QCanvasItemPeer(QCanvasItem* owner)
-    : owner(owner)
-{
-    setFlag(ItemHasNoContents);
-    setAcceptedMouseButtons(Qt::NoButton);
-}
-
-QCanvasItemPeer::~QCanvasItemPeer()
-{
-    if (owner)
-        owner->peer = nullptr;
-}
-
-void QCanvasItemPeer::aboutToChangeShape()
-{
-    prepareGeometryChange();
-    stale = true;
-}
-
-QRectF QCanvasItemPeer::boundingRect() const
-{
-    if (stale && owner) {
-        constexpr double fringe = antialiasingFringe;
-        measured = withinReach(owner->boundingRect().adjusted(-fringe, -fringe, fringe, fringe));
-        stale = false;
-    }
-    return measured;
-}
 
 QCanvasItem::QCanvasItem(QCanvas* canvas)
     : serial(nextSerial())
@@ -111,6 +73,7 @@ void QCanvasItem::setCanvas(QCanvas* canvas)
         left->remove(this);
     }
     home = canvas;
+    stale = true;
     if (home)
         home->add(this);
     changed();
@@ -125,14 +88,23 @@ void QCanvasItem::aboutToBeCleared() { }
 
 void QCanvasItem::aboutToChangeShape()
 {
-    if (!peer)
-        return;
     changed();
-    peer->aboutToChangeShape();
+    stale = true;
 }
 
 void QCanvasItem::changed()
 {
-    if (peer && visible)
-        home->markChanged(peer->boundingRect());
+    if (!home || !visible)
+        return;
+    if (stale)
+        measure();
+    home->markChanged(reach);
+}
+
+void QCanvasItem::measure()
+{
+    constexpr double fringe = antialiasingFringe;
+    reach = QCanvasItemIndex::withinReach(boundingRect().adjusted(-fringe, -fringe, fringe, fringe));
+    stale = false;
+    home->index->place(this);
 }

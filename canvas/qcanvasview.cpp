@@ -1,7 +1,5 @@
 #include "canvas/qcanvas.h"
 
-#include "canvas/qcanvasitempeer.h"
-
 #include <QGraphicsScene>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -122,25 +120,25 @@ void QCanvasView::paintEvent(QPaintEvent* event)
     QPainter painter(viewport());
     painter.setRenderHints(renderHints());
     painter.setWorldTransform(viewportTransform());
-    const QRectF area = mapToScene(event->rect()).boundingRect();
-    painter.fillRect(area & QRectF(shown->area()), shown->backgroundColor());
+    const QRect area = mapToScene(event->rect()).boundingRect().toAlignedRect();
+    painter.fillRect(area & shown->area(), shown->backgroundColor());
     paintItems(painter, area, event->region());
     coverOutside(painter, area);
 }
 
-void QCanvasView::paintItems(QPainter& painter, const QRectF& area, const QRegion& exposed) const
+void QCanvasView::paintItems(QPainter& painter, const QRect& area, const QRegion& exposed) const
 {
     const bool scattered = exposed.rectCount() > 1;
     for (QCanvasItem* item : shown->visibleItems(area)) {
-        if (!scattered || exposed.intersects(mapFromScene(item->peer->boundingRect()).boundingRect()))
+        if (!scattered || exposed.intersects(mapFromScene(QRectF(item->reach)).boundingRect()))
             item->draw(painter);
     }
 }
 
 // Also over the items: what lies outside the canvas does not show.
-void QCanvasView::coverOutside(QPainter& painter, const QRectF& area) const
+void QCanvasView::coverOutside(QPainter& painter, const QRect& area) const
 {
-    const QRegion outside = QRegion(area.toAlignedRect()) - shown->area();
+    const QRegion outside = QRegion(area) - shown->area();
     for (const QRect& rectangle : outside)
         painter.fillRect(rectangle, backgroundColor());
 }

@@ -1,0 +1,145 @@
+// Measures editing what is deep or dense: a long chain, a wide sheet of rings, a star, a ladder of diamonds, each plain
+// and with wedges, at two sizes. Time is to grow no faster than the drawing.
+
+#include "app/kytstudio.h"
+#include "bench/Measuring.h"
+#include "bonds/KytBond.h"
+#include "doc/kytstudiodoc.h"
+#include "model/DrawnMolecules.h"
+#include "model/KytAtom.h"
+#include "tests/support/LargeDrawings.h"
+#include "view/kytstudioview.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QMouseEvent>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <string>
+
+namespace {
+
+constexpr int rounds = 3;
+constexpr double growthLimit = 1.6; // of the time per bond, from the small drawing to the large one
+constexpr double leastTime = 1;     // milliseconds; less is noise
+
+struct Shape {
+    const char* name;
+    LargeDrawing (*make)(int, bool);
+    int small;
+    int large;
+};
+
+const Shape shapes[] = {
+    {"chain", large::chain, 40000, 200000},
+    {"sheet of rings", large::sheet, 40000, 200000},
+    {"star", large::star, 10000, 50000},
+    {"ladder", large::ladder, 12, 60},
+};
+
+using Times = std::map<std::string, std::vector<double>>;
+
+/// Drags or turns by one step of the mouse, with the molecule's first atom as the grip.
+void moveOneStep(KytStudioView* view, KytAtom* grip, KytViewState mode)
+{
+    view->canvasState = mode;
+    view->moving = grip;
+    view->moving_start = QPoint(0, 0);
+    _x = 0;
+    QMouseEvent event(QEvent::MouseMove, QPointF(1, 1), QPointF(1, 1), Qt::NoButton, Qt::LeftButton,
+                      Qt::ControlModifier);
+    view->contentsMouseMoveEvent(&event);
+    view->moving = nullptr;
+    view->canvasState = KYTVS_view;
+}
+
+/// The atom with the most bonds of those around the middle: the centre of a star.
+KytAtom* busiestAtom(const QList<KytAtom*>& atoms)
+{
+    KytAtom* busiest = atoms[atoms.size() / 2];
+    return atoms.first()->getBondCount() > busiest->getBondCount() ? atoms.first() : busiest;
+}
+
+KytBond* anyBondOf(const KytAtom* atom)
+{
+    return atom->outList.isEmpty() ? atom->inList.first() : atom->outList.first();
+}
+
+bool measureOnce(KytStudioDoc& doc, const QString& fileName, qsizetype expectedAtoms, Times& times)
+{
+    doc.newDoc();
+    const auto taken = [&](const char* name, const std::function<void()>& work) {
+        times[name].push_back(processorTime(work));
+    };
+    taken("load", [&] { doc.load(fileName, false); });
+    KytStudioView view(nullptr, &doc);
+    QList<KytAtom*> atoms = drawnAtoms(*doc.canvas);
+    if (atoms.size() != expectedAtoms) {
+        std::fprintf(stderr, "the drawing was not read as it was written\n");
+        return false;
+    }
+    taken("depth", [&] { atoms.first()->setAtomZ(atoms.first()->getAtomZ() + 1); });
+    taken("drag", [&] { moveOneStep(&view, atoms.first(), KYTVS_view); });
+    taken("rotate", [&] { moveOneStep(&view, atoms.first(), KYTVS_rotate); });
+    taken("save", [&] { doc.saveAs(fileName + QStringLiteral(".saved")); });
+    auto* target = new KytAtom(doc.canvas, busiestAtom(atoms)->getAtomZ(), false);
+    taken("merge", [&] { target->combine(busiestAtom(atoms)); });
+    taken("split", [&] { delete anyBondOf(target); });
+    taken("delete", [&] { delete target; });
+    taken("clear", [&] { doc.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
+    doc.load(fileName, false);
+    taken("free", [&] { delete doc.canvas; });
+    return true;
+}
+
+bool measure(const Shape& shape, int count, bool wedges, Times& times)
+{
+    const LargeDrawing drawing = shape.make(count, wedges);
+    const QTemporaryDir folder;
+    const QString fileName = folder.filePath(QStringLiteral("drawing.kyt"));
+    if (!folder.isValid() || !writeWorkspace(drawing, fileName)) {
+        std::fprintf(stderr, "the drawing cannot be written\n");
+        return false;
+    }
+    for (int round = 0; round < rounds; ++round) {
+        KytStudioDoc doc;
+        if (!measureOnce(doc, fileName, qsizetype(drawing.atoms.size()), times))
+            return false;
+    }
+    return true;
+}
+
+bool compareSizes(const Shape& shape, bool wedges)
+{
+    Times small;
+    Times large;
+    if (!measure(shape, shape.small, wedges, small) || !measure(shape, shape.large, wedges, large))
+        return false;
+    std::printf("\n%s%s, %d and %d:\n", shape.name, wedges ? " with wedges" : "", shape.small, shape.large);
+    for (const char* name : {"load", "depth", "drag", "rotate", "save", "merge", "split", "delete", "clear", "free"}) {
+        const double before = median(small[name]);
+        const double after = median(large[name]);
+        const double growth = after / std::max(before, leastTime) * shape.small / shape.large;
+        std::printf("  %-8s %10.3f ms %10.3f ms  growth per part %5.2f  <= %.1f %s\n", name, before, after, growth,
+                    growthLimit, growth <= growthLimit ? "yes" : "NO");
+    }
+    std::fflush(stdout);
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("helvetica"), 12));
+    std::printf("Medians of %d runs, in processor time.\n", rounds);
+    for (const Shape& shape : shapes)
+        for (const bool wedges : {false, true})
+            if (!compareSizes(shape, wedges))
+                return 1;
+    return 0;
+}
