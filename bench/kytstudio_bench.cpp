@@ -1,311 +1,392 @@
-// Measures what grows with a drawing and prints it as a table; no part of the tests.
+// Measures how fast the editor is and what memory it takes, and prints the figures as a table in Markdown.
 //
 // Each drawing is measured in a process of its own, so that its peak memory is its own: without arguments the program
-// runs itself once per drawing and prints the table; with a shape and a number of atoms it measures that drawing and
-// prints the bare figures.
+// runs itself once for each number of atoms; with a number of atoms it measures that drawing and prints bare figures.
+// Dragging and turning go through the X server: the pointer really moves, and a step ends when the canvas is painted.
 
 #include "app/kytstudio.h"
-#include "canvas/qcanvas.h"
+#include "bench/Measuring.h"
+#include "bench/Screen.h"
 #include "doc/kytstudiodoc.h"
+#include "i3d/KytI3dView.h"
+#include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
+#include "tests/support/LargeDrawings.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
+#include <QFileInfo>
 #include <QFont>
-#include <QHash>
 #include <QMouseEvent>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTextStream>
+#include <QThread>
+#include <QTimer>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <functional>
-#include <vector>
+#include <map>
+#include <string>
 
 namespace {
 
-constexpr double spacing = 5; // length of a bond in canvas pixels; 100 000 atoms still fit onto the canvas
-constexpr int margin = 20;    // canvas pixels
-constexpr int chainRow = 390; // atoms per row of the folded chain
-constexpr int sizes[] = {100, 1000, 20000, 100000};
+constexpr int rounds = 5;
+constexpr int steps = 20;         // of the mouse, for each figure of dragging and turning
+constexpr int idleSeconds = 60;   // for which the resting editor is watched
+const QSize windowSize(450, 400); // pixels
+const int sizes[] = {100, 900, 1000, 20000, 100000};
 
-struct Quantity {
-    const char* name;
+using Figures = std::map<std::string, double>;
+
+/// One row of the table: a figure, or the growth of one from 20 000 to 100 000 atoms.
+struct Row {
     const char* label;
+    const char* name;
+    int atoms; // 0 for what does not depend on a drawing
     const char* unit;
-    int judged; ///< the index in `sizes` of the drawing that is held to the limit
-    bool ratio; ///< whether the limit is for the ratio of that drawing to the one before, or for the figure itself
-    double limit;
+    double target;
 };
 
-const Quantity quantities[] = {
-    {"load", "load", "ms", 3, true, 8},
-    {"save", "save", "ms", 3, true, 8},
-    {"new", "New", "ms", 3, true, 8},
-    {"hit", "hit test of a mouse move", "us", 3, true, 1.5},
-    {"drag", "drag the molecule one step", "ms", 3, true, 8},
-    {"delete", "delete an atom in the middle", "ms", 3, true, 8},
-    {"memory", "peak memory per atom", "KiB", 3, false, 12},
-    {"wait", "load, by the wall clock", "ms", 2, false, 1000},
+const Row rows[] = {
+    {"start to the main window on the screen, against an empty window with a graphics view", "start", 0, "times", 1.6},
+    {"memory of the idle, empty editor", "idle memory", 0, "MiB", 60},
+    {"processor time of the idle editor over 60 s", "idle time", 0, "s", 0.05},
+    {"open 900 atoms, from the command to the repainted canvas", "open", 900, "ms", 30},
+    {"open 20 000 atoms, likewise", "open", 20000, "ms", 500},
+    {"save 20 000 atoms", "save", 20000, "ms", 100},
+    {"New on 20 000 atoms in one molecule", "new", 20000, "ms", 150},
+    {"handle one mouse move over 20 000 atoms, without painting", "hover", 20000, "ms", 0.1},
+    {"drag one atom of 20 000, one step with repaint", "drag atom", 20000, "ms", 4},
+    {"drag a molecule of 1 000 atoms, one step with repaint", "drag molecule", 1000, "ms", 16},
+    {"turn a molecule of 1 000 atoms, one step with repaint", "turn molecule", 1000, "ms", 16},
+    {"delete one atom in the middle of a molecule of 20 000", "delete", 20000, "ms", 30},
+    {"peak memory with 20 000 atoms open, for each atom", "memory", 20000, "KiB", 7},
+    {"3D: from the command to the first frame, 1 000 atoms", "first frame", 1000, "ms", 500},
 };
 
-/// The figures of one drawing by the quantities' names.
-using Figures = QHash<QString, double>;
+const char* const growing[] = {"open", "save", "new", "drag atom", "drag molecule", "turn molecule", "delete"};
+constexpr double mostGrowth = 6;
+constexpr double mostHoverRatio = 3;
 
-struct Bond {
-    int from;
-    int to;
-};
-
-struct Drawing {
-    std::vector<QPointF> atoms;
-    std::vector<Bond> bonds;
-};
-
-/// A zigzag chain that runs to and fro in rows.
-Drawing chain(int count)
+[[noreturn]] void fail(const char* sentence)
 {
-    Drawing drawing;
-    for (int i = 0; i < count; ++i) {
-        const int row = i / chainRow;
-        const int column = row % 2 == 0 ? i % chainRow : chainRow - 1 - i % chainRow;
-        drawing.atoms.emplace_back(margin + column * spacing, margin + row * spacing + column % 2 * 2);
-        if (i > 0)
-            drawing.bonds.push_back({i - 1, i});
-    }
-    return drawing;
+    std::fprintf(stderr, "%s\n", sentence);
+    std::exit(1);
 }
 
-/// A sheet of six-rings, each fused to its neighbours: zigzag rows, joined at every second atom.
-Drawing sheet(int count)
-{
-    const double across = spacing * std::sqrt(3.0) / 2.0;
-    const int columns = std::max(2, int(std::sqrt(count * 1.5 * spacing / across)) / 2 * 2);
-    Drawing drawing;
-    for (int i = 0; i < count; ++i) {
-        const int row = i / columns;
-        const int column = i % columns;
-        const bool low = (row + column) % 2 == 0;
-        drawing.atoms.emplace_back(margin + column * across, margin + row * 1.5 * spacing + (low ? spacing / 2 : 0));
-        if (column > 0)
-            drawing.bonds.push_back({i - 1, i});
-        if (row > 0 && !low)
-            drawing.bonds.push_back({i - columns, i});
-    }
-    return drawing;
-}
+/// Counts what reaches the viewport.
+class Watch : public QObject {
+public:
+    explicit Watch(QWidget* watched) { watched->installEventFilter(this); }
+    int moves = 0;
+    int paints = 0;
 
-bool write(const Drawing& drawing, const QString& fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        moves += event->type() == QEvent::MouseMove;
+        paints += event->type() == QEvent::Paint;
         return false;
-    QTextStream stream(&file);
-    stream << "KYTFILE\n MOLECULE " << drawing.atoms.size() << ' ' << drawing.bonds.size() << '\n';
-    for (const QPointF& atom : drawing.atoms)
-        stream << "  ATOM C " << atom.x() << ' ' << atom.y() << " 0 255 0 0\n";
-    for (const Bond& bond : drawing.bonds)
-        stream << "  BOND " << bond.from << ' ' << bond.to << " 1 1\n";
-    stream << " END_MOLECULE\nEND_KYTFILE\n";
-    stream.flush();
-    return stream.status() == QTextStream::Ok;
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-double milliseconds(const timespec& time)
-{
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
-
-/// Milliseconds of this process's processor time, which other programs on the machine do not change much.
-double milliseconds(const std::function<void()>& work)
-{
-    timespec before{};
-    timespec after{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &before);
-    work();
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &after);
-    return milliseconds(after) - milliseconds(before);
-}
-
-/// A figure of this process's memory in KiB, by its name in /proc/self/status.
-double memory(const char* name)
-{
-    QFile status("/proc/self/status");
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith(name))
-            return line.simplified().split(' ').value(1).toDouble();
     }
-    return 0;
+};
+
+/// Works off events until `done` holds; false when it does not within a second.
+bool processUntil(const std::function<bool()>& done)
+{
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(1000);
+    while (!done() && limit.isActive())
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    return done();
 }
 
-void press(KytStudioView* view, const QPointF& at, Qt::KeyboardModifiers keys = {})
+void settle()
 {
-    QMouseEvent event(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton, keys);
-    view->contentsMousePressEvent(&event);
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 150)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
 }
 
-void move(KytStudioView* view, const QPointF& to, Qt::MouseButtons held = {}, Qt::KeyboardModifiers keys = {})
-{
-    QMouseEvent event(QEvent::MouseMove, to, to, Qt::NoButton, held, keys);
-    view->contentsMouseMoveEvent(&event);
-}
-
-/// The visible atom nearest to the top of what a hand hits at `at`.
-KytAtom* atomAt(QCanvas* canvas, const QPointF& at)
-{
-    for (QCanvasItem* item : canvas->collisions(at.toPoint())) {
-        if (auto* atom = dynamic_cast<KytAtom*>(item))
-            return atom;
-    }
-    return nullptr;
-}
-
-qsizetype atomCount(QCanvas* canvas)
-{
-    const QCanvasItemList items = canvas->allItems();
-    return std::count_if(items.begin(), items.end(),
-                         [](QCanvasItem* item) { return item->rtti() == QCanvasItem::Rtti_Ellipse; });
-}
-
-/// Microseconds of one mouse move over the drawing, without a button.
-double hitTest(KytStudioView* view, const Drawing& drawing)
-{
-    constexpr int moves = 2000;
-    const QPointF middle = drawing.atoms[drawing.atoms.size() / 2];
-    const double time = milliseconds([&] {
-        for (int i = 0; i < moves; ++i)
-            move(view, middle + QPointF(i % 7 - 3, i / 7 % 7 - 3));
-    });
-    return time * 1000 / moves;
-}
-
-/// Grabs the molecule in its middle and drags it to and fro, without a pause for painting; milliseconds per step.
-double dragStep(KytStudioView* view, const QPointF& grip)
-{
-    view->canvasState = KYTVS_view;
-    press(view, grip, Qt::ControlModifier);
-    const double time = milliseconds([&] { move(view, grip + QPointF(1, 1), Qt::LeftButton, Qt::ControlModifier); });
-    move(view, grip, Qt::LeftButton, Qt::ControlModifier);
-    view->moving = nullptr; // let go without a merge
-    return time;
-}
-
-double deleteAt(KytStudioView* view, const QPointF& at)
-{
-    view->canvasState = KYTVS_deleteItem;
-    const double time = milliseconds([&] { press(view, at); });
-    view->canvasState = KYTVS_view;
-    return time;
-}
-
-int measure(const QString& shape, int count)
-{
-    const Drawing drawing = shape == "chain" ? chain(count) : sheet(count);
-    const QTemporaryDir folder;
-    const QString file = folder.filePath("drawing.kyt");
-    if (!folder.isValid() || !write(drawing, file)) {
-        std::fprintf(stderr, "the drawing cannot be written\n");
-        return 1;
+/// The editor's window with one drawing.
+class Editor {
+public:
+    explicit Editor(int count)
+        : count(count)
+        , file(folder.filePath(QStringLiteral("drawing.kyt")))
+        , watch(window.view->viewport())
+    {
+        if (!folder.isValid() || !writeWorkspace(large::sheet(count), file))
+            fail("the drawing cannot be written");
+        window.resize(windowSize);
+        window.show();
+        settle();
     }
 
-    KytStudioApp window;
-    window.show();
-    QCoreApplication::processEvents();
-    const double before = memory("VmRSS:");
-    const QPointF middle = drawing.atoms[drawing.atoms.size() / 2];
-    const int rounds = 5;
-    QHash<QString, std::vector<double>> times;
-    for (int round = 0; round < rounds; ++round) {
+    /// Milliseconds by the wall clock until the drawing is read and painted.
+    double open()
+    {
+        const int paints = watch.paints;
         QElapsedTimer clock;
         clock.start();
-        times["load"].push_back(milliseconds([&] { window.doc->load(file, false); }));
-        times["wait"].push_back(double(clock.nsecsElapsed()) / 1e6);
-        QCoreApplication::processEvents();
-        times["save"].push_back(milliseconds([&] { window.doc->saveAs(folder.filePath("saved.kyt")); }));
-        times["hit"].push_back(hitTest(window.view, drawing));
-        const KytAtom* grip = atomAt(window.doc->canvas, middle);
-        if (!grip || atomCount(window.doc->canvas) != count) {
-            std::fprintf(stderr, "the drawing was not read as it was written\n");
-            return 1;
-        }
-        const QPointF start(grip->x(), grip->y());
-        times["drag"].push_back(dragStep(window.view, start));
-        times["delete"].push_back(deleteAt(window.view, start));
-        if (atomCount(window.doc->canvas) != count - 1) {
-            std::fprintf(stderr, "the atom in the middle was not deleted\n");
-            return 1;
-        }
-        QCoreApplication::processEvents();
-        times["new"].push_back(milliseconds([&] { window.slotFileNew(); }));
-        QCoreApplication::processEvents();
+        window.doc->load(file, false);
+        if (!processUntil([&] { return watch.paints > paints; }))
+            fail("the drawing was not painted");
+        const double taken = double(clock.nsecsElapsed()) / 1e6;
+        if (drawnAtoms(*window.doc->canvas).size() != count)
+            fail("the drawing was not read as it was written");
+        settle();
+        return taken;
     }
-    for (auto it = times.constBegin(); it != times.constEnd(); ++it)
-        std::printf("%s %.6f\n", qPrintable(it.key()), median(it.value()));
-    std::printf("memory %.6f\n", (memory("VmHWM:") - before) / count);
+
+    double save()
+    {
+        return processorTime([this] { window.doc->saveAs(folder.filePath(QStringLiteral("saved.kyt"))); });
+    }
+
+    double clear()
+    {
+        const double taken = processorTime([this] { window.slotFileNew(); });
+        settle();
+        return taken;
+    }
+
+    /// Handling of one mouse move over the drawing, without painting.
+    double hover()
+    {
+        constexpr int moves = 2000;
+        const QPointF middle = visibleAtom();
+        const double taken = processorTime([&] {
+            for (int i = 0; i < moves; ++i) {
+                const QPointF at = middle + QPointF(i % 31 - 15, i / 31 % 31 - 15);
+                QMouseEvent event(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+                window.view->contentsMouseMoveEvent(&event);
+            }
+        });
+        settle();
+        return taken / moves;
+    }
+
+    double dragAtom() { return gesture(KYTVS_view, false); }
+    double dragMolecule() { return gesture(KYTVS_view, true); }
+    double turnMolecule() { return gesture(KYTVS_rotate, false); }
+
+    double deleteInTheMiddle()
+    {
+        const QList<KytAtom*> atoms = drawnAtoms(*window.doc->canvas);
+        KytAtom* atom = atoms[atoms.size() / 2];
+        const double taken = processorTime([&] { delete atom; });
+        settle();
+        return taken;
+    }
+
+    double firstFrame()
+    {
+        KytI3dView viewer(window.doc->canvas);
+        QElapsedTimer clock;
+        clock.start();
+        if (!viewer.open())
+            fail("the 3D window did not open");
+        viewer.step();
+        glFinish();
+        const double taken = double(clock.nsecsElapsed()) / 1e6;
+        viewer.close();
+        return taken;
+    }
+
+private:
+    /// An atom near the middle of what the window shows.
+    QPointF visibleAtom() const
+    {
+        const QRect shown = window.view->viewport()->rect();
+        const QPointF middle = QRectF(shown).center();
+        QPointF best(-1e9, -1e9);
+        for (const KytAtom* atom : drawnAtoms(*window.doc->canvas))
+            if (QLineF(middle, QPointF(atom->x(), atom->y())).length() < QLineF(middle, best).length())
+                best = QPointF(atom->x(), atom->y());
+        return best;
+    }
+
+    /// Milliseconds of processor time for a step of a drag with the real pointer, the repaint included.
+    double gesture(KytViewState mode, bool control)
+    {
+        window.view->canvasState = mode;
+        const QPoint start = window.view->viewport()->mapToGlobal(visibleAtom().toPoint());
+        moveTo(start);
+        if (control)
+            screen.pressControl();
+        screen.pressButton(1);
+        if (!processUntil([this] { return window.view->moving != nullptr; }))
+            fail("no atom was grabbed");
+        settle();
+        std::vector<double> taken;
+        for (int i = 1; i <= steps; ++i)
+            taken.push_back(processorTime([&] { moveTo(start + QPoint(i % 2 ? 3 : 0, i % 4)); }));
+        window.view->moving = nullptr; // let go without a merge
+        screen.releaseButton(1);
+        if (control)
+            screen.releaseControl();
+        settle();
+        window.view->canvasState = KYTVS_view;
+        return median(taken);
+    }
+
+    /// Moves the pointer, and waits until the move has arrived and what it changed is painted.
+    void moveTo(const QPoint& p)
+    {
+        const int moves = watch.moves;
+        const int paints = watch.paints;
+        screen.movePointer(p);
+        if (!processUntil([&] { return watch.moves > moves; }) && window.view->moving)
+            fail("the pointer's move did not arrive");
+        if (window.view->moving && !processUntil([&] { return watch.paints > paints; }))
+            fail("the step was not painted");
+    }
+
+    const int count;
+    const QTemporaryDir folder;
+    const QString file;
+    KytStudioApp window;
+    Watch watch;
+    Screen screen;
+};
+
+void print(const char* name, const std::vector<double>& values)
+{
+    std::printf("%s:%.6f\n", name, median(values));
+}
+
+int measureDrawing(int count)
+{
+    Editor editor(count);
+    const double before = memory("VmRSS:");
+    std::map<std::string, std::vector<double>> times;
+    times["open"].push_back(editor.open());
+    times["memory"].push_back((memory("VmHWM:") - before) / count);
+    for (int round = 0; round < rounds; ++round) {
+        if (round > 0)
+            times["open"].push_back(editor.open());
+        times["save"].push_back(editor.save());
+        times["hover"].push_back(editor.hover());
+        times["drag atom"].push_back(editor.dragAtom());
+        times["drag molecule"].push_back(editor.dragMolecule());
+        times["turn molecule"].push_back(editor.turnMolecule());
+        times["delete"].push_back(editor.deleteInTheMiddle());
+        times["new"].push_back(editor.clear());
+    }
+    editor.open();
+    times["first frame"].push_back(editor.firstFrame());
+    for (const auto& [name, values] : times)
+        print(name.c_str(), values);
     return 0;
 }
 
-/// Empty when the drawing could not be measured.
-Figures measured(const QString& shape, int count)
+/// The figures that this program finds for a drawing of `count` atoms, in a process of its own.
+Figures measured(int count)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(QCoreApplication::applicationFilePath(), {shape, QString::number(count)});
-    Figures figures;
+    process.start(QCoreApplication::applicationFilePath(), {QString::number(count)});
     if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        return figures;
+        fail("a drawing could not be measured");
+    Figures figures;
     for (const QByteArray& line : process.readAllStandardOutput().split('\n')) {
-        const QList<QByteArray> words = line.split(' ');
+        const QList<QByteArray> words = line.split(':');
         if (words.size() == 2)
-            figures.insert(words[0], words[1].toDouble());
+            figures[words[0].toStdString()] = words[1].toDouble();
     }
     return figures;
 }
 
-void printRow(const Quantity& quantity, const std::vector<Figures>& figures)
+/// Starts `program` and ends it again; milliseconds until its window is painted.
+double startOnce(Screen& screen, const QString& program)
 {
-    std::printf("%-30s %-4s", quantity.label, quantity.unit);
-    for (const Figures& figure : figures)
-        std::printf(" %11.3f", figure.value(quantity.name));
-    double judged = figures[quantity.judged].value(quantity.name);
-    if (quantity.ratio) {
-        judged /= figures[quantity.judged - 1].value(quantity.name);
-        std::printf(" %8.2f", judged);
-    } else {
-        std::printf(" %8s", "");
-    }
-    std::printf("  <= %-4g %s\n", quantity.limit, judged <= quantity.limit ? "yes" : "NO");
+    QProcess process;
+    const double started = Screen::now();
+    process.start(program, {});
+    const double taken = screen.waitForWindow(windowSize, started);
+    if (taken < 0)
+        fail("no window came up");
+    process.kill();
+    process.waitForFinished();
+    QThread::msleep(100); // for the window manager to take the window away
+    return taken;
 }
 
-bool printTable(const QString& shape)
+double startRatio(const QString& program, const QString& emptyWindow)
 {
-    std::vector<Figures> figures;
-    for (const int size : sizes) {
-        figures.push_back(measured(shape, size));
-        if (figures.back().isEmpty())
-            return false;
+    Screen screen;
+    std::vector<double> own;
+    std::vector<double> empty;
+    for (int round = 0; round < 2 * rounds; ++round) {
+        empty.push_back(startOnce(screen, emptyWindow));
+        own.push_back(startOnce(screen, program));
     }
-    std::printf("\n%-35s", shape == "chain" ? "zigzag chain, atoms:" : "sheet of six-rings, atoms:");
-    for (const int size : sizes)
-        std::printf(" %11d", size);
-    std::printf(" %8s  limit\n", "ratio");
-    for (const Quantity& quantity : quantities)
-        printRow(quantity, figures);
-    std::fflush(stdout);
-    return true;
+    std::fprintf(stderr, "start: %.0f ms, empty window %.0f ms\n", median(own), median(empty));
+    return median(own) / median(empty);
+}
+
+/// Seconds of processor time that all threads of the process have taken so far.
+double processorSeconds(qint64 process)
+{
+    double sum = 0;
+    const QDir threads(QStringLiteral("/proc/%1/task").arg(process));
+    for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile file(threads.filePath(thread + QStringLiteral("/schedstat")));
+        if (file.open(QIODevice::ReadOnly))
+            sum += file.readAll().split(' ').value(0).toDouble() * 1e-9;
+    }
+    return sum;
+}
+
+double residentMemory(qint64 process)
+{
+    QFile file(QStringLiteral("/proc/%1/status").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        fail("the editor's memory cannot be read");
+    for (const QByteArray& line : file.readAll().split('\n'))
+        if (line.startsWith("VmRSS:"))
+            return line.simplified().split(' ').value(1).toDouble() / 1024;
+    return 0;
+}
+
+void measureIdle(const QString& program, Figures& figures)
+{
+    Screen screen;
+    QProcess process;
+    process.start(program, {});
+    if (screen.waitForWindow(windowSize, Screen::now()) < 0)
+        fail("no window came up");
+    QThread::sleep(3);
+    figures["idle memory"] = residentMemory(process.processId());
+    const double before = processorSeconds(process.processId());
+    QThread::sleep(idleSeconds);
+    figures["idle time"] = processorSeconds(process.processId()) - before;
+    process.kill();
+    process.waitForFinished();
+}
+
+void printRow(const std::string& label, double value, const char* unit, double target)
+{
+    std::printf("| %s | %.3g %s | %g | %s |\n", label.c_str(), value, unit, target, value <= target ? "yes" : "NO");
+}
+
+void printTable(std::map<int, Figures>& figures)
+{
+    std::printf("| what | measured | at most | reached |\n|---|---|---|---|\n");
+    for (const Row& row : rows)
+        printRow(row.label, figures[row.atoms][row.name], row.unit, row.target);
+    printRow("mouse move over 20 000 atoms against 100", figures[20000]["hover"] / figures[100]["hover"], "times",
+             mostHoverRatio);
+    for (const char* name : growing)
+        printRow(std::string("growth from 20 000 to 100 000 atoms: ") + name,
+                 figures[100000][name] / figures[20000][name], "times", mostGrowth);
+    printRow("growth from 20 000 to 100 000 atoms: memory", 5 * figures[100000]["memory"] / figures[20000]["memory"],
+             "times", mostGrowth);
 }
 
 } // namespace
@@ -313,11 +394,17 @@ bool printTable(const QString& shape)
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    QApplication::setFont(QFont("helvetica", 12));
-    if (argc == 3)
-        return measure(argv[1], QByteArray(argv[2]).toInt());
-    std::printf("Medians of 5 runs, in processor time unless a row says otherwise. The ratio is that of 100 000 to 20 "
-                "000 atoms;\n"
-                "the wall clock is judged at 20 000.\n");
-    return printTable("chain") && printTable("sheet") ? 0 : 1;
+    QApplication::setFont(QFont(QStringLiteral("helvetica"), 12));
+    if (argc == 2)
+        return measureDrawing(QByteArray(argv[1]).toInt());
+
+    const QDir built = QFileInfo(QCoreApplication::applicationFilePath()).dir();
+    const QString program = built.filePath(QStringLiteral("../kytstudio"));
+    std::map<int, Figures> figures;
+    figures[0]["start"] = startRatio(program, built.filePath(QStringLiteral("empty_window")));
+    measureIdle(program, figures[0]);
+    for (const int size : sizes)
+        figures[size] = measured(size);
+    printTable(figures);
+    return 0;
 }
