@@ -2,10 +2,24 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QIcon>
 #include <QLocale>
 #include <QTranslator>
 
 #include <csignal>
+
+namespace {
+
+/// The program's icon, in the sizes that window managers ask for.
+QIcon applicationIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/kytstudio-%1.png").arg(size));
+    return icon;
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -13,6 +27,8 @@ int main(int argc, char* argv[])
     std::signal(SIGXFSZ, SIG_IGN);
 
     QApplication application(argc, argv);
+    QApplication::setDesktopFileName(QStringLiteral("kytstudio"));
+    QApplication::setWindowIcon(applicationIcon());
     QApplication::setFont(QFont(QStringLiteral("helvetica"), 12));
 
     QTranslator translator;
