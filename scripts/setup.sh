@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # What run.sh, test.sh and .ci/run share: installing packages, configuring and building. Meant to be sourced; the
 # caller sets `root` to the project's folder.
-# shellcheck disable=SC2034,SC2154  # both lists are for the caller, and root is the caller's
+# shellcheck disable=SC2034,SC2154  # the lists are for the caller, and root is the caller's
 
 build_packages=(
     cmake ninja-build g++
@@ -10,6 +10,11 @@ build_packages=(
     fonts-liberation
 )
 screen_packages=(xvfb openbox xdotool x11-utils imagemagick)
+# What makes a Debian package and checks it, its metadata, its icons and the project's scripts.
+packaging_packages=(
+    dpkg-dev fakeroot file lintian
+    desktop-file-utils appstream libxml2-utils shared-mime-info man-db groff-base bsdextrautils librsvg2-bin shellcheck
+)
 
 say() {
     printf '%s\n' "$*"
