@@ -14,7 +14,7 @@ namespace {
 QIcon applicationIcon()
 {
     QIcon icon;
-    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
+    for (const int size : {16, 22, 24, 32, 48, 64, 128})
         icon.addFile(QStringLiteral(":/icons/kytstudio-%1.png").arg(size));
     return icon;
 }

@@ -119,7 +119,8 @@ expect_failure "A file in the way of the folder" "The folder $work/file/kytstudi
 # Root may write anywhere; nobody may not.
 as_nobody=()
 [ "$(id -u)" -ne 0 ] || as_nobody=(setpriv --reuid=65534 --regid=65534 --clear-groups)
-mkdir -m 555 -p "$work/closed" "$work/read only/kytstudio"
+mkdir -p "$work/closed" "$work/read only/kytstudio"
+chmod 555 "$work/closed" "$work/read only/kytstudio"
 start XDG_DATA_HOME="$work/closed" "${as_nobody[@]}" "$first/bin/kytstudio"
 expect_failure "A place where no folder can be made" "The folder $work/closed/kytstudio cannot be made."
 start XDG_DATA_HOME="$work/read only" "${as_nobody[@]}" "$first/bin/kytstudio"
@@ -138,6 +139,7 @@ expect_links "$work/by shortcut/kytstudio" "$first"
 start PATH="$first/bin:$PATH" XDG_DATA_HOME="$work/by name" sh -c 'cd / && exec kytstudio'
 expect_success "A start by name from another folder"
 expect_links "$work/by name/kytstudio" "$first"
+# shellcheck disable=SC2016  # the inner shell expands it
 start XDG_DATA_HOME="$work/by sh" sh -c 'cd "$1/bin" && exec sh ./kytstudio' sh "$first"
 expect_success "A start by a relative name"
 expect_links "$work/by sh/kytstudio" "$first"

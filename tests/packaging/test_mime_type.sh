@@ -15,5 +15,6 @@ silent xmllint --valid --noout "$work/typed.xml"
 
 mkdir -p "$work/share/mime/packages"
 cp "$shared" "$package" "$work/share/mime/packages"
+export XDG_DATA_DIRS=$work/share XDG_DATA_HOME=$work/none PKGSYSTEM_ENABLE_FSYNC=0
 silent update-mime-database "$work/share/mime"
-XDG_DATA_DIRS=$work/share XDG_DATA_HOME=$work/none QT_QPA_PLATFORM=offscreen "$2"
+"$2"
