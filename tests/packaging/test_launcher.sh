@@ -18,6 +18,7 @@ install() {
     cat >"$1/libexec/kytstudio/kytstudio" <<'PROGRAM'
 #!/bin/sh
 printf '%s\n' "$PWD" "$QT_QPA_PLATFORM" "$@"
+[ -z "${PROCESS-}" ] || echo $$ >"$PROCESS"
 exit "${STATUS:-0}"
 PROGRAM
     chmod 755 "$1/libexec/kytstudio/kytstudio"
@@ -74,6 +75,11 @@ expect_equal "The mode of a folder that had to be made" "$(stat -c %a "$home/.lo
 start HOME="$home" STATUS=7 QT_QPA_PLATFORM=offscreen "$first/bin/kytstudio"
 expect_equal "The program's status" $status 7
 expect_equal "The chosen platform" "$(sed -n 2p "$work/out")" offscreen
+
+XDG_DATA_HOME="" HOME=$home PROCESS=$work/process "$first/bin/kytstudio" >/dev/null &
+launcher=$!
+wait $launcher
+expect_equal "The process, which signals are sent to" "$(cat "$work/process")" $launcher
 
 start HOME="$home" "$second/bin/kytstudio"
 expect_success "A start after a move"
@@ -158,9 +164,11 @@ for _ in $(seq 20); do
         starts+=($!)
     done
 done
+failed=0
 for process in "${starts[@]}"; do
-    wait "$process" || fail "One of many starts at once failed: $(cat "$work/crowd.err")"
+    wait "$process" || failed=$((failed + 1))
 done
+expect_equal "How many of many starts at once failed" $failed 0
 [ ! -s "$work/crowd.err" ] || fail "One of many starts at once complained: $(cat "$work/crowd.err")"
 for name in icons lib data; do
     [ -f "$work/crowd/kytstudio/$name/which" ] || fail "After many starts at once, the link $name leads nowhere."

@@ -41,6 +41,8 @@ if [ -n "${KYTSTUDIO_OVERLAY_IN:-}" ]; then
         exit 1
     fi
     kind=overlay
+    # Indexing all manual pages takes long and tells nothing here.
+    rm -f "$work/root/var/lib/man-db/auto-update"
 else
     kind=folder
     wanted=${KYTSTUDIO_CLEAN_ROOT:-overlay}
