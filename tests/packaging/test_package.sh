@@ -8,7 +8,7 @@
 # asks for one of them.
 # shellcheck source=tests/packaging/checks.sh
 . "$(dirname "$0")/checks.sh"
-need dpkg find chroot xprop xdotool compare
+need dpkg chroot xprop xdotool compare
 project=$1
 version=$3
 pictures=$(dirname "$2") # of a failure
@@ -56,7 +56,7 @@ else
     [ "${KYTSTUDIO_CLEAN_ROOT:-folder}" = folder ] || fail "There can be no overlay here."
     # What is installed here, but no triggers or scripts: what they would run is not there.
     database=var/lib/dpkg
-    mkdir -p "$work"/root/{bin,lib,usr,etc,opt} "$work/root/$database"/{info,triggers,updates}
+    mkdir -p "$work/root/$database"/{info,triggers,updates}
     cp /$database/status "$work/root/$database"
     cp /$database/info/format /$database/info/*.list "$work/root/$database/info"
     for file in arch diversions statoverride; do
@@ -77,17 +77,27 @@ in_root() {
     fi
 }
 
-# list: all files of the clean root where packages put theirs, but for logs, caches and dpkg's own backups.
+# list: what is in the clean root, but for logs, caches and dpkg's own backups; in the
+# overlay, only what differs from this system: files that it does not have, and marks in place of files that are gone.
 list() {
-    (cd "$root" && find bin lib usr etc opt var -xdev \( -path var/cache -o -path var/log -o -path var/tmp -o \
-        -path var/lib/dpkg/updates \) -prune -o ! -path 'var/lib/dpkg/*-old' ! -path 'var/lib/dpkg/*lock*' \
-        ! -path 'var/lib/dpkg/triggers/*' -print | sort)
+    local top=$root
+    [ $kind = folder ] || top=$work/layer/changes
+    (cd "$top" && find . \( -path "./${work#/}" -o -path ./var/cache -o -path ./var/log -o -path ./var/tmp \) -prune -o \
+        ! -path './var/lib/dpkg/*-old' ! -path './var/lib/dpkg/*lock*' ! -path './var/lib/dpkg/triggers/*' \
+        -printf '%y %P\n' | sort) |
+        while read -r type path; do
+            if [ $kind = folder ] || [ "$type" = c ] || { [ ! -e "/$path" ] && [ ! -L "/$path" ]; }; then
+                printf '%s %s\n' "$type" "$path"
+            fi
+        done
 }
 
 # ---- installed
 
+if in_root dpkg --status kytstudio >"$work/dpkg.log" 2>&1; then
+    in_root dpkg --force-unsafe-io --purge kytstudio >"$work/dpkg.log" 2>&1
+fi
 list >"$work/before"
-! grep -qi kytstudio "$work/before" || fail "KytStudio is on this system already."
 cp "${packages[0]}" "$work/kytstudio.deb"
 in_root dpkg --force-unsafe-io --install "$work/kytstudio.deb" >"$work/dpkg.log" 2>&1 || fail "It is not installed: $(cat "$work/dpkg.log")"
 for file in usr/bin/kytstudio usr/libexec/kytstudio/kytstudio usr/share/applications/kytstudio.desktop \
