@@ -1,9 +1,41 @@
 #!/usr/bin/env bash
-# Builds the benchmarks in the release preset and runs them on a virtual screen.
+# Builds the benchmarks in the release preset, runs them on a virtual screen, and writes what they measured and on which
+# machine into docs/performance.md. Takes about ten minutes; nothing else should run meanwhile.
 set -euo pipefail
+root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
+# shellcheck source=scripts/setup.sh
+. "$root/scripts/setup.sh"
+cd "$root"
 
-cd "$(dirname "$0")/.."
-cmake --preset release
-cmake --build --preset release --target kytstudio_bench i3d_bench
-tests/on_screen build/release/bench/kytstudio_bench
-tests/on_screen build/release/bench/i3d_bench
+page=docs/performance.md
+table=build/release/bench/table.md
+
+machine() {
+    printf 'Measured on %s: %s, %s processors, %s MiB of memory, %s, Qt %s, software rendering.\n\n' \
+        "$(date -u +%F)" "$(awk -F ': *' '/^model name/ { print $2; exit }' /proc/cpuinfo)" "$(nproc)" \
+        "$(awk '/^MemTotal/ { print int($2 / 1024) }' /proc/meminfo)" \
+        "$(. /etc/os-release && printf '%s' "$PRETTY_NAME")" "$(qtpaths6 --query QT_VERSION)"
+}
+
+install_missing "${build_packages[@]}" "${screen_packages[@]}" libxcb-xtest0-dev
+for target in kytstudio kytstudio_bench empty_window deep_bench i3d_bench; do
+    build release "$target"
+done
+
+{
+    machine
+    tests/on_screen build/release/bench/kytstudio_bench
+    printf '\nDeep and dense drawings:\n\n```\n'
+    tests/on_screen build/release/bench/deep_bench
+    printf '```\n\nThe 3D window:\n\n```\n'
+    tests/on_screen build/release/bench/i3d_bench
+    printf '```\n'
+} | tee "$table"
+
+# Whatever stands between the two marks in the page is made here.
+awk -v table="$table" '
+    /<!-- figures -->/ { print; print ""; while ((getline line < table) > 0) print line; print ""; skipping = 1 }
+    /<!-- end of figures -->/ { skipping = 0 }
+    !skipping && !/<!-- figures -->/ { print }
+' "$page" >"$page.new"
+mv "$page.new" "$page"

@@ -57,7 +57,12 @@ void KytBondLine::stopHover()
 
 void KytBondLine::drawIn(const QColor& penColor)
 {
-    setPen(QPen(penColor, penWidth, isDashed ? Qt::DashLine : Qt::SolidLine));
+    // Most lines look like the one before and share its pen, which would otherwise be copied for each.
+    static QPen last(QColor(), penWidth);
+    const Qt::PenStyle style = isDashed ? Qt::DashLine : Qt::SolidLine;
+    if (last.color() != penColor || last.style() != style)
+        last = QPen(penColor, penWidth, style);
+    setPen(last);
 }
 
 void KytBondLine::moveBy(double dx, double dy)

@@ -56,6 +56,7 @@ bool KytStudioDoc::load(const QString& fileName, bool merge)
     QTextStream stream(&file);
     KytFileIO(fileName).readWorkspace(stream, this, merge);
     file.close();
+    canvas->update();
     emit documentChanged();
     return true;
 }

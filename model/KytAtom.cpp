@@ -14,8 +14,9 @@ constexpr int atomSize = 3;         // pixels
 constexpr int hoveredAtomSize = 6;  // pixels
 constexpr double atomLevel = 2.0;   // z on the canvas, above the bonds
 constexpr double symbolLevel = 1.0; // z on the canvas
-const QColor atomColor(0, 0, 0);
-const QColor hoverColor(0, 255, 0);
+// All atoms share these two, which would otherwise be copied for each.
+const QBrush atomBrush(QColor(0, 0, 0));
+const QBrush hoverBrush(QColor(0, 255, 0));
 
 /// Puts the atoms at the other ends of the bonds of `atom` on `stack` so that they come off in list order, incoming
 /// bonds before outgoing ones.
@@ -47,7 +48,7 @@ KytAtom::KytAtom(QCanvas* canvas, QString symbol, float z, bool locked)
     , canvasSymbol(new QCanvasText(symbol, canvas))
 {
     ++molecule->pointingAtoms;
-    setBrush(QBrush(atomColor));
+    setBrush(atomBrush);
     setZ(atomLevel);
     canvasSymbol->setZ(symbolLevel);
     canvasSymbol->show();
@@ -162,13 +163,13 @@ void KytAtom::setSymbol(QString newSymbol)
 
 void KytAtom::startHover()
 {
-    setBrush(QBrush(hoverColor));
+    setBrush(hoverBrush);
     setSize(hoveredAtomSize, hoveredAtomSize);
 }
 
 void KytAtom::stopHover()
 {
-    setBrush(QBrush(atomColor));
+    setBrush(atomBrush);
     setSize(atomSize, atomSize);
 }
 

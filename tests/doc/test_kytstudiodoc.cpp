@@ -224,6 +224,7 @@ private slots:
     void loadingTellsOnce();
     void loadingAddsToTheCanvas();
     void loadingKeepsNameAndModified();
+    void whatIsLoadedIsPaintedWithoutWaiting();
     void secondArgumentBecomesTheLock();
     void loadingReadsWhatWasSaved();
     void letterBeyondAsciiComesBack();
@@ -785,6 +786,17 @@ void TestKytStudioDoc::loadingAddsToTheCanvas()
     QCOMPARE(drawing.atoms().first(), old);
     QCOMPARE(old->x(), 500.0);
     QCOMPARE(old->getAtomZ(), 7.0f);
+}
+
+void TestKytStudioDoc::whatIsLoadedIsPaintedWithoutWaiting()
+{
+    const Folder folder;
+    const QString name = folder.fill("a.kyt", oneAtom);
+    WorkspaceDrawing drawing;
+    drawing.doc.canvas->update();
+    const QSignalSpy painted(drawing.doc.canvas, &QCanvas::changed);
+    QVERIFY(drawing.doc.load(name, false));
+    QCOMPARE(painted.count(), 1);
 }
 
 void TestKytStudioDoc::loadingKeepsNameAndModified()
