@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
+#include <utility>
+
 namespace {
 
 /// Tells files by their names alone. Left to itself, a dialog looks into every file of a folder for its type, and waits
@@ -24,9 +26,9 @@ public:
 /// A save dialog that knows the extension that its answer will get.
 class SaveDialog : public QFileDialog {
 public:
-    SaveDialog(QWidget* parent, const QString& extension)
+    SaveDialog(QWidget* parent, QString extension)
         : QFileDialog(parent)
-        , extension(extension)
+        , extension(std::move(extension))
     {
         setOption(QFileDialog::DontConfirmOverwrite);
     }

@@ -35,7 +35,7 @@ KytAtomProperties::KytAtomProperties(QWidget* parent, const char* name, bool mod
     setWindowIcon(QPixmap::fromImage(image0));
     for (QLineEdit* edit : {lineEdit_colorRed, lineEdit_colorGreen, lineEdit_colorBlue})
         edit->setMaxLength(colorDigits);
-    languageChange();
+    KytAtomProperties::languageChange();
     resize(QSize(550, 204).expandedTo(minimumSizeHint()));
 
     pushButton1->setAutoDefault(false);

@@ -21,7 +21,7 @@ KytBondProperties::KytBondProperties(QWidget* parent, const char* name, bool mod
     setModal(modal);
     setObjectName(QString::fromLatin1(name ? name : "KytBondProperties"));
     setWindowIcon(image0);
-    languageChange();
+    KytBondProperties::languageChange();
     resize(QSize(325, 186).expandedTo(minimumSizeHint()));
 
     pushButton1->setAutoDefault(false);

@@ -6,6 +6,21 @@
 
 #include <algorithm>
 
+namespace {
+
+/// The path ends in a ring, in which each bond waits for another: the one whose turn came first goes first.
+void startRingAtItsFirstBond(std::vector<KytBond*>& path)
+{
+    const KytAtom* entry = path.back()->getFromAtom();
+    const auto ring =
+        std::find_if(path.begin(), path.end(), [&](const KytBond* bond) { return bond->getToAtom() == entry; });
+    const auto first = std::min_element(
+        ring, path.end(), [](const KytBond* a, const KytBond* b) { return a->depthTurn < b->depthTurn; });
+    std::rotate(ring, first + 1, path.end());
+}
+
+} // namespace
+
 GatheredLayout* GatheredLayout::outermost = nullptr;
 
 GatheredLayout::GatheredLayout(qint64 waveBonds)
@@ -59,11 +74,12 @@ void GatheredLayout::settleDepths()
     const quint64 settled = KytAtom::newVisit();
     std::vector<KytAtom*> changed;
     for (KytAtom* atom : decided) {
-        const std::vector<KytBond*> path = unsettledBondsAbove(atom, settled);
-        for (auto bond = path.crbegin(); bond != path.crend(); ++bond) {
-            KytAtom* end = (*bond)->getToAtom();
+        std::vector<KytBond*> path = unsettledBondsAbove(atom, settled);
+        std::reverse(path.begin(), path.end());
+        for (const KytBond* bond : path) {
+            KytAtom* end = bond->getToAtom();
             end->visit = settled;
-            const float depth = (*bond)->endDepth().value_or(end->atomZ);
+            const float depth = bond->endDepth().value_or(end->atomZ);
             if (depth == end->atomZ)
                 continue;
             end->atomZ = depth;
@@ -105,15 +121,4 @@ std::vector<KytBond*> GatheredLayout::unsettledBondsAbove(KytAtom* atom, quint64
     if (atom->visit == onPath)
         startRingAtItsFirstBond(path);
     return path;
-}
-
-/// The path ends in a ring, in which each bond waits for another: the one whose turn came first goes first.
-void GatheredLayout::startRingAtItsFirstBond(std::vector<KytBond*>& path) const
-{
-    const KytAtom* entry = path.back()->getFromAtom();
-    const auto ring =
-        std::find_if(path.begin(), path.end(), [&](const KytBond* bond) { return bond->getToAtom() == entry; });
-    const auto first = std::min_element(ring, path.end(),
-                                        [](const KytBond* a, const KytBond* b) { return a->depthTurn < b->depthTurn; });
-    std::rotate(ring, first + 1, path.end());
 }

@@ -39,7 +39,6 @@ private:
     void settleDepths();
     std::vector<KytAtom*> chooseDecidingBonds();
     std::vector<KytBond*> unsettledBondsAbove(KytAtom* atom, quint64 settled) const;
-    void startRingAtItsFirstBond(std::vector<KytBond*>& path) const;
 
     static GatheredLayout* outermost;
 

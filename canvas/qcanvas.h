@@ -330,7 +330,7 @@ public:
     ~QCanvasView() override;
 
     /// The canvas shown; null before setCanvas and after the canvas is gone. Not owned.
-    QCanvas* canvas() const { return shown; }
+    QCanvas* canvas() const { return shown.data(); }
     /// Shows `canvas`, scrolled to its top-left corner. Null shows nothing.
     void setCanvas(QCanvas* canvas);
 

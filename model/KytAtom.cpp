@@ -37,7 +37,7 @@ KytAtom::KytAtom(QCanvas* canvas, float z, bool locked)
 {
 }
 
-KytAtom::KytAtom(QCanvas* canvas, QString symbol, float z, bool locked)
+KytAtom::KytAtom(QCanvas* canvas, const QString& symbol, float z, bool locked)
     : QCanvasEllipse(atomSize, atomSize, canvas)
     , locked(locked)
     , _atomColor{QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("0")}

@@ -24,7 +24,7 @@ public:
     /// A carbon ("C") at canvas position (0, 0), hidden, with a shown label. `z` is its depth in canvas units.
     KytAtom(QCanvas* canvas, float z, bool locked);
     /// The same with `symbol` as its symbol and name.
-    KytAtom(QCanvas* canvas, QString symbol, float z, bool locked);
+    KytAtom(QCanvas* canvas, const QString& symbol, float z, bool locked);
     ~KytAtom() override;
 
     KytMolecule* getMolecule() const { return molecule; }

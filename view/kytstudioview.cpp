@@ -15,7 +15,7 @@
 #include <numbers>
 
 QCanvasLine* const tempBond = new QCanvasLine(nullptr);
-double _x = 0;
+double _x = 0; // NOLINT(bugprone-reserved-identifier)
 
 namespace {
 

@@ -17,7 +17,7 @@ constexpr float drawnAngle = 60.0F;
 extern QCanvasLine* const tempBond;
 
 /// The horizontal canvas position, in pixels, from which the next rotation step is measured.
-extern double _x;
+extern double _x; // NOLINT(bugprone-reserved-identifier)
 
 /// The view onto the document's canvas that turns mouse events into atoms, bonds, moves, rotations and deletions
 /// according to the editing mode.
