@@ -14,8 +14,8 @@ void startRingAtItsFirstBond(std::vector<KytBond*>& path)
     const KytAtom* entry = path.back()->getFromAtom();
     const auto ring =
         std::find_if(path.begin(), path.end(), [&](const KytBond* bond) { return bond->getToAtom() == entry; });
-    const auto first = std::min_element(
-        ring, path.end(), [](const KytBond* a, const KytBond* b) { return a->depthTurn < b->depthTurn; });
+    const auto first = std::min_element(ring, path.end(),
+                                        [](const KytBond* a, const KytBond* b) { return a->depthTurn < b->depthTurn; });
     std::rotate(ring, first + 1, path.end());
 }
 

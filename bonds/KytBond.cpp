@@ -238,7 +238,7 @@ bool KytBond::deleteBond(KytBondLine* line)
     return false;
 }
 
-bool KytBond::deleteBond(KytStereoBond*) // NOLINT(readability-convert-member-functions-to-static)
+bool KytBond::deleteBond(KytStereoBond*)
 {
     return true;
 }

@@ -19,9 +19,11 @@ quint64 nextSerial()
 } // namespace
 
 QCanvasItem::QCanvasItem(QCanvas* canvas)
-    : serial(nextSerial())
+    : home(canvas)
+    , serial(nextSerial())
 {
-    setCanvas(canvas);
+    if (home)
+        home->add(this);
 }
 
 QCanvasItem::~QCanvasItem()

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include <locale.h>
+#include <locale.h> // NOLINT(modernize-deprecated-headers): clocale does not promise newlocale
 
 namespace {
 
@@ -18,7 +18,7 @@ namespace {
 QByteArray numberText(QStringView text)
 {
     const QStringView space = u" \t\n\v\f\r"; // what C takes for it
-    const auto start = std::find_if_not(text.begin(), text.end(), [&](QChar c) { return space.contains(c); });
+    const auto* start = std::find_if_not(text.begin(), text.end(), [&](QChar c) { return space.contains(c); });
     QByteArray number = text.sliced(start - text.begin()).toLatin1();
     if (number.size() > 1 && number[0] == '+' && number[1] != '-' && number[1] != '+')
         number.remove(0, 1);

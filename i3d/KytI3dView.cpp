@@ -257,9 +257,9 @@ void KytI3dView::placeCamera() const
 void KytI3dView::turnScene() const
 {
     const int* centre = rotation[0] || rotation[1] ? defaultPos : pos;
-    const float x = static_cast<float>(centre[0]);
-    const float y = static_cast<float>(centre[1]);
-    const float z = static_cast<float>(centre[2]);
+    const auto x = static_cast<float>(centre[0]);
+    const auto y = static_cast<float>(centre[1]);
+    const auto z = static_cast<float>(centre[2]);
     glTranslatef(x, y, z);
     glRotatef(rotYAngle, 0, 0, 1);
     glRotatef(rotXAngle, 0, 1, 0);
