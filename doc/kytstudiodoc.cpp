@@ -1,29 +1,19 @@
 #include "doc/kytstudiodoc.h"
 
 #include "doc/KytFileIO.h"
+#include "doc/WorkspaceFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QLoggingCategory>
 #include <QTextStream>
-
-#include <cerrno>
-
-#include <sys/stat.h>
 
 namespace {
 
+Q_LOGGING_CATEGORY(workspaceFile, "kytstudio.workspace")
+
 constexpr int canvasSize = 2000;  // pixels
 constexpr int advancePeriod = 25; // milliseconds
-
-/// Whether the file can be opened for writing as far as its kind goes: a regular file, or none yet.
-bool isWritableKind(const QString& fileName)
-{
-    struct stat status;
-    if (stat(QFile::encodeName(fileName).constData(), &status) == 0)
-        return S_ISREG(status.st_mode);
-    return errno != ELOOP;
-}
 
 } // namespace
 
@@ -71,22 +61,12 @@ bool KytStudioDoc::saveAs(const QString& fileName)
     return write(fileName);
 }
 
-/// Writes the canvas to a temporary file beside `fileName` that takes its place once all of it is on disk. Only where
-/// the directory refuses new files is the file itself written.
 bool KytStudioDoc::write(const QString& fileName) const
 {
-    if (!canvas || fileName.isEmpty() || !isWritableKind(fileName))
+    if (!canvas)
         return false;
-    QSaveFile file(fileName);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    QTextStream stream(&file);
-    KytFileIO().writeWorkspace(stream, canvas);
-    stream.flush();
-    if (stream.status() != QTextStream::Ok) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    const QString trouble = writeWorkspaceFile(fileName, workspaceText(*canvas));
+    if (!trouble.isEmpty())
+        qCWarning(workspaceFile).noquote() << fileName + QStringLiteral(": cannot be saved: ") + trouble;
+    return trouble.isEmpty();
 }

@@ -27,7 +27,7 @@ public:
 
     /// Writes the canvas to docName. True without writing while the document is not modified; false when the file could
     /// not be written as a whole, and then the old file is still there, unless its folder takes no new files and it had
-    /// to be written directly.
+    /// to be written directly. What went wrong is logged.
     bool save();
 
     /// Writes the canvas to `fileName`, modified or not; docName stays. False as for save.
