@@ -6,6 +6,7 @@
 #include "view/kytstudioview.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMessageBox>
 #include <QShortcutEvent>
 #include <QStatusBar>
@@ -39,6 +40,7 @@ KytStudioApp::KytStudioApp()
     viewToolBar->setChecked(true);
     viewStatusBar->setChecked(true);
     viewLibraryBar->setChecked(true);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &KytStudioApp::keepCopy);
 }
 
 KytStudioApp::~KytStudioApp() = default;

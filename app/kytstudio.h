@@ -34,6 +34,9 @@ public:
     /// Asks whether to quit; true when the answer is Ok.
     bool queryExit();
 
+    /// Writes a safety copy of the drawing, as is done by itself before it is cleared and when the program quits.
+    void keepCopy();
+
     KytStudioView* view = nullptr;
     KytStudioDoc* doc = nullptr;
     KytI3dView* i3dviewer = nullptr;

@@ -1,5 +1,6 @@
 #include "app/FileDialogs.h"
 #include "app/kytstudio.h"
+#include "doc/SafetyCopies.h"
 #include "doc/kytstudiodoc.h"
 
 #include <QApplication>
@@ -22,9 +23,16 @@ QString captionFor(QString fileName)
 
 } // namespace
 
+void KytStudioApp::keepCopy()
+{
+    if (doc && doc->canvas)
+        keepSafetyCopy(*doc->canvas, doc->docName);
+}
+
 /// Deletes all atoms, and with them all bonds.
 void KytStudioApp::clearDrawing()
 {
+    keepCopy();
     if (doc->canvas)
         doc->canvas->deleteItems(QCanvasItem::Rtti_Ellipse);
 }

@@ -1,3 +1,4 @@
+#include "app/TerminationWatch.h"
 #include "app/kytstudio.h"
 
 #include <QApplication>
@@ -7,6 +8,19 @@
 #include <QTranslator>
 
 #include <csignal>
+#include <cstdlib>
+
+namespace {
+
+KytStudioApp* editor = nullptr; // while its event loop runs
+
+void keepCopy()
+{
+    if (editor)
+        editor->keepCopy();
+}
+
+} // namespace
 
 namespace {
 
@@ -38,5 +52,12 @@ int main(int argc, char* argv[])
     // Left to the end of the process, with its document and its viewer.
     static KytStudioApp* const window = new KytStudioApp;
     window->show();
-    return QApplication::exec();
+
+    editor = window;
+    const TerminationWatch watch(keepCopy);
+    // The toolkit leaves by exit() when it loses its X server, as happens at the end of many sessions.
+    std::atexit(keepCopy);
+    const int status = QApplication::exec();
+    editor = nullptr;
+    return status;
 }

@@ -1,39 +1,77 @@
 #include "i3d/TerminationSignals.h"
 
+#include <ctime>
+
 namespace {
 
-volatile std::sig_atomic_t arrivedSignal = 0;
+constexpr long long patience = 1000; // milliseconds
+
+TerminationRequest request;
 
 void note(int number)
 {
-    arrivedSignal = number;
+    request.note(number);
+}
+
+long long now()
+{
+    struct timespec time;
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return time.tv_sec * 1000LL + time.tv_nsec / 1000000;
 }
 
 } // namespace
 
-TerminationSignals::TerminationSignals()
+void TerminationRequest::note(int number)
 {
-    arrivedSignal = 0;
-    for (int i = 0; i < signalCount; ++i) {
-        sigaction(signalNumbers[i], nullptr, &formerActions[i]);
-        if (formerActions[i].sa_handler == SIG_IGN)
+    if (latest == 0)
+        firstTime = now();
+    else if (now() - firstTime >= patience)
+        dieOf(number);
+    latest = number;
+}
+
+void dieOf(int signalNumber)
+{
+    struct sigaction action = {};
+    action.sa_handler = SIG_DFL;
+    sigaction(signalNumber, &action, nullptr);
+    raise(signalNumber);
+}
+
+void handleTerminationSignals(void (*handler)(int), struct sigaction (&former)[terminationSignalCount])
+{
+    for (int i = 0; i < terminationSignalCount; ++i) {
+        sigaction(terminationSignals[i], nullptr, &former[i]);
+        if (former[i].sa_handler == SIG_IGN)
             continue;
         struct sigaction action = {};
-        action.sa_handler = note;
+        action.sa_handler = handler;
         action.sa_flags = SA_RESTART;
-        sigaction(signalNumbers[i], &action, nullptr);
+        sigaction(terminationSignals[i], &action, nullptr);
     }
+}
+
+void restoreTerminationSignals(const struct sigaction (&former)[terminationSignalCount])
+{
+    for (int i = 0; i < terminationSignalCount; ++i)
+        sigaction(terminationSignals[i], &former[i], nullptr);
+}
+
+TerminationSignals::TerminationSignals()
+{
+    request.forget();
+    handleTerminationSignals(note, formerActions);
 }
 
 TerminationSignals::~TerminationSignals()
 {
-    for (int i = 0; i < signalCount; ++i)
-        sigaction(signalNumbers[i], &formerActions[i], nullptr);
+    restoreTerminationSignals(formerActions);
     if (arrived())
-        raise(arrivedSignal);
+        raise(request.signalNumber());
 }
 
 bool TerminationSignals::arrived() const
 {
-    return arrivedSignal != 0;
+    return request.signalNumber() != 0;
 }

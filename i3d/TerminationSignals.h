@@ -1,6 +1,33 @@
 #pragma once
 
+#include <atomic>
 #include <csignal>
+
+/// The signals that ask a program to end.
+inline constexpr int terminationSignals[] = {SIGINT, SIGTERM, SIGHUP};
+inline constexpr int terminationSignalCount = sizeof terminationSignals / sizeof *terminationSignals;
+
+/// A request to end that signal handlers take note of. There is one for each use, with static storage.
+class TerminationRequest {
+public:
+    /// To be called by a signal handler. A signal that comes a second or more after the first one finds a program that
+    /// hangs, and ends the process at once; before that it belongs to the same request, as those that a session sends
+    /// when it ends.
+    void note(int number);
+
+    void forget() { latest = 0; }
+
+    /// The latest signal; 0 when there has been none.
+    int signalNumber() const { return latest; }
+
+private:
+    std::atomic<int> latest = 0;
+    std::atomic<long long> firstTime = 0;                       // milliseconds; written before `latest`
+    static_assert(std::atomic<long long>::is_always_lock_free); // or it could not be used in a signal handler
+};
+
+/// Gives the signal its default action, and raises it.
+void dieOf(int signalNumber);
 
 /// Holds SIGINT, SIGTERM and SIGHUP back while it lives, so that a window can be closed and the screen be left in order
 /// first. One that has arrived is raised again at the end, when each signal has its former handling back. A signal that
@@ -16,7 +43,10 @@ public:
     bool arrived() const;
 
 private:
-    static constexpr int signalNumbers[] = {SIGINT, SIGTERM, SIGHUP};
-    static constexpr int signalCount = sizeof signalNumbers / sizeof *signalNumbers;
-    struct sigaction formerActions[signalCount];
+    struct sigaction formerActions[terminationSignalCount];
 };
+
+/// Has `handler` called for each of terminationSignals that is not ignored; its former actions go to `former`.
+void handleTerminationSignals(void (*handler)(int), struct sigaction (&former)[terminationSignalCount]);
+/// Gives each of terminationSignals its former action back.
+void restoreTerminationSignals(const struct sigaction (&former)[terminationSignalCount]);

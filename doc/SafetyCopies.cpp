@@ -1,0 +1,158 @@
+#include "doc/SafetyCopies.h"
+
+#include "doc/WorkspaceFile.h"
+#include "model/DrawnMolecules.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QList>
+#include <QLoggingCategory>
+#include <QRegularExpression>
+#include <QTemporaryFile>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+// Silent unless somebody looks for the reason why there are no copies.
+Q_LOGGING_CATEGORY(copies, "kytstudio.copies", QtWarningMsg)
+
+constexpr int keptCopies = 20;
+constexpr int nameAttempts = 10;       // while other instances of the program take the names first
+constexpr qint64 timeTolerance = 2000; // milliseconds; some file systems keep no finer times
+
+const auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+
+struct Copy {
+    QFileInfo file;
+    qint64 made; // milliseconds since 1970
+};
+
+/// Local time and its distance from UTC: "2026-03-29T14-07-31.250+0200.kyt".
+QString nameAt(qint64 milliseconds)
+{
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(milliseconds);
+    const int minutes = time.offsetFromUtc() / 60;
+    return time.toString(QStringLiteral("yyyy-MM-dd'T'HH-mm-ss.zzz"))
+        + QString::asprintf("%c%02d%02d.kyt", minutes < 0 ? '-' : '+', std::abs(minutes) / 60, std::abs(minutes) % 60);
+}
+
+/// The time that a copy's name tells; -1 for any other name.
+qint64 timeIn(const QString& name)
+{
+    const QRegularExpression pattern(
+        QStringLiteral("\\A(\\d{4}-\\d\\d-\\d\\dT)(\\d\\d)-(\\d\\d)-(\\d\\d\\.\\d{3}[+-]\\d\\d)(\\d\\d)\\.kyt\\z"));
+    const QRegularExpressionMatch match = pattern.match(name);
+    if (!match.hasMatch())
+        return -1;
+    const QString text = match.captured(1) + match.captured(2) + u':' + match.captured(3) + u':' + match.captured(4)
+        + u':' + match.captured(5);
+    const QDateTime time = QDateTime::fromString(text, Qt::ISODateWithMs);
+    return time.isValid() ? time.toMSecsSinceEpoch() : -1;
+}
+
+/// The copies in `folder`, the newest first: regular files that carry such a name and have not been changed since.
+QList<Copy> copiesIn(const QString& folder)
+{
+    QList<Copy> found;
+    const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files | QDir::NoSymLinks);
+    for (const QFileInfo& file : files) {
+        const qint64 made = timeIn(file.fileName());
+        if (made >= 0 && std::abs(file.lastModified().toMSecsSinceEpoch() - made) <= timeTolerance)
+            found.append({file, made});
+    }
+    std::sort(found.begin(), found.end(), [](const Copy& a, const Copy& b) { return a.made > b.made; });
+    return found;
+}
+
+/// Makes the folder and those above it, for their owner only.
+bool makeFolder(const QString& path)
+{
+    if (QFileInfo(path).isDir())
+        return true;
+    const QString above = QFileInfo(path).path();
+    return above != path && makeFolder(above) && (QDir().mkdir(path, ownerOnly) || QFileInfo(path).isDir());
+}
+
+bool holds(const Copy& copy, const QByteArray& text)
+{
+    QFile file(copy.file.filePath());
+    return copy.file.size() == text.size() && file.open(QIODevice::ReadOnly) && file.readAll() == text;
+}
+
+/// The next time, from now on, whose name no file has.
+qint64 freeTime(const QString& folder)
+{
+    qint64 time = QDateTime::currentMSecsSinceEpoch();
+    while (QFileInfo::exists(folder + u'/' + nameAt(time)))
+        ++time;
+    return time;
+}
+
+/// Writes `text` to a new file that appears whole and carries its time. Does not wait for the disk. The file's name, or
+/// nothing when it could not be written.
+QString writeCopy(const QString& folder, const QByteArray& text)
+{
+    for (int i = 0; i < nameAttempts; ++i) {
+        QTemporaryFile file(folder + QStringLiteral("/unfinished-XXXXXX"));
+        if (!file.open() || file.write(text) != text.size() || !file.flush())
+            return {};
+        const qint64 time = freeTime(folder);
+        const QString name = folder + u'/' + nameAt(time);
+        file.setFileTime(QDateTime::fromMSecsSinceEpoch(time), QFile::FileModificationTime);
+        if (file.rename(name)) {
+            file.setAutoRemove(false);
+            return name;
+        }
+        if (!QFileInfo::exists(name))
+            return {};
+    }
+    return {};
+}
+
+/// Deletes all but the newest copies. The file `newest` is the newest one, whatever the clock has said since.
+void dropOldCopies(const QString& folder, const QString& newest, const QString& inUse)
+{
+    int kept = 1;
+    const QList<Copy> all = copiesIn(folder);
+    for (const Copy& copy : all) {
+        if (copy.file == QFileInfo(newest) || ++kept <= keptCopies)
+            continue;
+        if (inUse.isEmpty() || copy.file != QFileInfo(inUse))
+            QFile::remove(copy.file.filePath());
+    }
+}
+
+} // namespace
+
+QString safetyCopyFolder()
+{
+    const QString stateHome = qEnvironmentVariable("XDG_STATE_HOME");
+    if (QDir::isAbsolutePath(stateHome))
+        return stateHome + QStringLiteral("/kytstudio");
+    const QString home = qEnvironmentVariable("HOME");
+    return QDir::isAbsolutePath(home) ? home + QStringLiteral("/.local/state/kytstudio") : QString();
+}
+
+void keepSafetyCopy(QCanvas& canvas, const QString& inUse)
+{
+    if (drawnAtoms(canvas).isEmpty())
+        return;
+    const QString folder = safetyCopyFolder();
+    if (folder.isEmpty() || !makeFolder(folder)) {
+        qCInfo(copies) << "there is no folder for copies:" << folder;
+        return;
+    }
+    const QByteArray text = workspaceText(canvas);
+    const QList<Copy> present = copiesIn(folder);
+    if (!present.isEmpty() && holds(present.first(), text))
+        return;
+    const QString written = writeCopy(folder, text);
+    if (written.isEmpty())
+        qCInfo(copies) << "no copy could be written to" << folder;
+    else
+        dropOldCopies(folder, written, inUse);
+}
