@@ -24,11 +24,13 @@ long long now()
 
 void TerminationRequest::note(int number)
 {
-    if (latest == 0)
-        firstTime = now();
-    else if (now() - firstTime >= patience)
-        dieOf(number);
-    latest = number;
+    if (first != 0) {
+        if (now() - firstTime >= patience)
+            dieOf(number);
+        return;
+    }
+    firstTime = now();
+    first = number;
 }
 
 void dieOf(int signalNumber)

@@ -15,14 +15,14 @@ public:
     /// when it ends.
     void note(int number);
 
-    void forget() { latest = 0; }
+    void forget() { first = 0; }
 
-    /// The latest signal; 0 when there has been none.
-    int signalNumber() const { return latest; }
+    /// The first signal; 0 when there has been none.
+    int signalNumber() const { return first; }
 
 private:
-    std::atomic<int> latest = 0;
-    std::atomic<long long> firstTime = 0;                       // milliseconds; written before `latest`
+    std::atomic<int> first = 0;
+    std::atomic<long long> firstTime = 0;                       // milliseconds; written before `first`
     static_assert(std::atomic<long long>::is_always_lock_free); // or it could not be used in a signal handler
 };
 

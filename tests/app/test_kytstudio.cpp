@@ -1,4 +1,4 @@
-#include "TestWindow.h"
+#include "Program.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -6,7 +6,6 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QToolBar>
 
 #include <cstdio>
@@ -55,96 +54,6 @@ private:
     }
     int before;
     FILE* file;
-};
-
-/// The program itself, running on the test's screen and driven from outside as by a person.
-class Program {
-public:
-    explicit Program(const QString& folder, const QStringList& environment = {}, const QStringList& arguments = {})
-    {
-        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-        for (const QString& variable : environment)
-            variables.insert(variable.section('=', 0, 0), variable.section('=', 1));
-        process.setProcessEnvironment(variables);
-        process.setWorkingDirectory(folder);
-        process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(KYTSTUDIO_PROGRAM, arguments);
-    }
-    ~Program()
-    {
-        if (process.state() != QProcess::NotRunning) {
-            process.kill();
-            process.waitForFinished();
-        }
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    /// Runs xdotool; what it prints.
-    static QByteArray xdotool(const QStringList& arguments)
-    {
-        QProcess tool;
-        tool.start("xdotool", arguments);
-        if (!tool.waitForFinished(20000))
-            tool.kill();
-        return tool.readAllStandardOutput().trimmed();
-    }
-
-    /// Waits for a shown window with this title; its id, or nothing.
-    static QString windowTitled(const QString& title)
-    {
-        for (int i = 0; i < 200; ++i) {
-            const QByteArray found =
-                xdotool({"search", "--onlyvisible", "--name", '^' + QRegularExpression::escape(title) + '$'});
-            if (!found.isEmpty())
-                return QString::fromLatin1(found).section('\n', -1);
-            QTest::qWait(50);
-        }
-        return {};
-    }
-
-    static bool hasKeyboard(const QString& window)
-    {
-        xdotool({"windowactivate", window});
-        for (int i = 0; i < 200; ++i) {
-            if (xdotool({"getwindowfocus"}) == window.toLatin1())
-                return true;
-            QTest::qWait(50);
-        }
-        return false;
-    }
-
-    static void click(const QString& window, const QPoint& place, int button = 1)
-    {
-        xdotool({"mousemove", "--window", window, QString::number(place.x()), QString::number(place.y())});
-        QTest::qWait(100);
-        xdotool({"click", QString::number(button)});
-        QTest::qWait(100);
-    }
-
-    static void moveTo(const QString& window, const QPoint& place)
-    {
-        xdotool({"mousemove", "--window", window, QString::number(place.x()), QString::number(place.y())});
-        QTest::qWait(100);
-    }
-
-    static void press(const QString& keys)
-    {
-        xdotool({"key", "--clearmodifiers", keys});
-        QTest::qWait(100);
-    }
-
-    /// Whether the program has ended by itself with the status 0.
-    bool endedWell()
-    {
-        if (process.state() != QProcess::NotRunning && !process.waitForFinished(30000))
-            return false;
-        output = process.readAll();
-        return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-    }
-
-    QProcess process;
-    QByteArray output; ///< of the ended program, both streams
 };
 
 class TestKytStudio : public QObject {
@@ -204,12 +113,6 @@ private slots:
     void leavingAfterADialogWasOpenIsClean();
     void quittingWithSomethingOpenIsClean_data();
     void quittingWithSomethingOpenIsClean();
-
-private:
-    /// Where the middle of an action's button stands in a window at the start size.
-    QPoint buttonPlace(const char* barName, QAction* KytStudioApp::*action);
-    /// Where a canvas point stands in a window at the start size.
-    QPoint canvasPlace(const QPoint& p);
 };
 
 void TestKytStudio::theWindowOpensAt450By400WithItsCaption()
@@ -636,21 +539,6 @@ void TestKytStudio::the3DCommandCanBeRepeated()
     window->slotSelectI3DView();
     QCOMPARE(output.text().count('\n'), 2);
     QCOMPARE(window->i3dviewer, viewer);
-}
-
-QPoint TestKytStudio::buttonPlace(const char* barName, QAction* KytStudioApp::*action)
-{
-    const TestWindow window;
-    if (!window.show())
-        return {};
-    const QWidget* button = window->findChild<QToolBar*>(barName)->widgetForAction(window.get()->*action);
-    return button->mapTo(window.get(), button->rect().center());
-}
-
-QPoint TestKytStudio::canvasPlace(const QPoint& p)
-{
-    const TestWindow window;
-    return window.show() ? window->view->viewport()->mapTo(window.get(), p) : QPoint();
 }
 
 void TestKytStudio::theProgramStartsWithItsCaptionAndSizeAndEndsWithItsWindow()
