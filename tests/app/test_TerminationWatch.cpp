@@ -23,11 +23,11 @@ void sayFarewell()
 /// Raises the signals one after the other from the event loop, which runs for a while.
 int runAndRaise(const QList<int>& numbers)
 {
-    QTimer::singleShot(0, qApp, [numbers] {
+    QTimer::singleShot(0, QCoreApplication::instance(), [numbers] {
         for (const int number : numbers)
             raise(number);
     });
-    QTimer::singleShot(500, qApp, [] { QCoreApplication::exit(stayed); });
+    QTimer::singleShot(500, QCoreApplication::instance(), [] { QCoreApplication::exit(stayed); });
     return QCoreApplication::exec();
 }
 
