@@ -20,10 +20,6 @@ void keepCopy()
         editor->keepCopy();
 }
 
-} // namespace
-
-namespace {
-
 /// The program's icon, in the sizes that window managers ask for.
 QIcon applicationIcon()
 {
@@ -50,7 +46,7 @@ int main(int argc, char* argv[])
     QApplication::installTranslator(&translator);
 
     // Left to the end of the process, with its document and its viewer.
-    static KytStudioApp* const window = new KytStudioApp;
+    static auto* const window = new KytStudioApp;
     window->show();
 
     editor = window;
