@@ -101,7 +101,7 @@ QString writeCopy(const QString& folder, const QByteArray& text)
         if (!file.open() || file.write(text) != text.size() || !file.flush())
             return {};
         const qint64 time = freeTime(folder);
-        const QString name = folder + u'/' + nameAt(time);
+        QString name = folder + u'/' + nameAt(time);
         file.setFileTime(QDateTime::fromMSecsSinceEpoch(time), QFile::FileModificationTime);
         if (file.rename(name)) {
             file.setAutoRemove(false);

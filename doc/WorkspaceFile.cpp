@@ -111,7 +111,7 @@ QString writeWorkspaceFile(const QString& fileName, const QByteArray& text)
         return file.errorString();
     if (exists)
         keepOwner(old, file.handle());
-    const QString trouble = fill(file, text);
+    QString trouble = fill(file, text);
     if (trouble.isEmpty())
         syncFolderOf(fileName);
     else
