@@ -86,11 +86,7 @@ public:
         return QGuiApplication::primaryScreen()->grabWindow(window).toImage().convertToFormat(QImage::Format_RGB32);
     }
 
-    KytI3dView view;
-    bool opened = false;
-    bool closed = false;
-
-private:
+    /// Whether the viewer has taken a key for pressed in its last frame.
     static bool anyKeyDown()
     {
         int keys = 0;
@@ -98,6 +94,11 @@ private:
         return std::any_of(down, down + keys, [](Uint8 isDown) { return isDown != 0; });
     }
 
+    KytI3dView view;
+    bool opened = false;
+    bool closed = false;
+
+private:
     QStringList heldKeys;
 };
 

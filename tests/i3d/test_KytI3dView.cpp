@@ -412,13 +412,18 @@ void test_KytI3dView::aHeldKeyActsOnceAFrame()
     QVERIFY(viewer.hasFocus());
     const Flight start = flight(viewer.view);
     viewer.press(key);
-    QVERIFY(viewer.stepUntil([&] { return flight(viewer.view) != start; }));
+    // A window manager that is late with the focus has the viewer forget the key for a while.
     constexpr int frames = 12;
-    for (int frame = 1; frame < frames; ++frame)
+    int held = 0;
+    const QDeadlineTimer deadline(30000);
+    while (held < frames && !deadline.hasExpired()) {
         viewer.step();
+        held += OpenViewer::anyKeyDown();
+    }
+    QCOMPARE(held, frames);
     Flight now = flight(viewer.view);
     for (int i = 0; i < 8; ++i)
-        QVERIFY2(std::fabs(now[i] - start[i] - frames * change[i]) < 1e-5,
+        QVERIFY2(std::fabs(now[i] - start[i] - held * change[i]) < 1e-5,
                  qPrintable(QString("%1: %2 to %3").arg(i).arg(start[i]).arg(now[i])));
 
     viewer.release(key);
@@ -437,11 +442,7 @@ void test_KytI3dView::otherKeysDoNothing()
     const Flight start = flight(viewer.view);
     for (const QString key : {"b", "Return", "F1", "1", "space"}) {
         viewer.press(key);
-        QVERIFY(viewer.stepUntil([] {
-            int keys = 0;
-            const Uint8* down = SDL_GetKeyState(&keys);
-            return std::any_of(down, down + keys, [](Uint8 isDown) { return isDown != 0; });
-        }));
+        QVERIFY(viewer.stepUntil([] { return OpenViewer::anyKeyDown(); }));
         viewer.step();
         viewer.release(key);
     }
