@@ -60,6 +60,15 @@ public:
         return condition();
     }
 
+    /// Lets the window manager have its say about the new window: what it sends late would interrupt a held key.
+    void settle()
+    {
+        for (int frame = 0; frame < 20; ++frame) {
+            step();
+            QTest::qSleep(10);
+        }
+    }
+
     void press(const QString& key)
     {
         heldKeys.append(key);
