@@ -1,0 +1,103 @@
+#include "tests/fuzz/FuzzTarget.h"
+
+#include "tests/support/RoundTrip.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int merges = 3;
+
+void demandNoFault(const QString& fault, const char* when)
+{
+    if (fault.isEmpty())
+        return;
+    std::fprintf(stderr, "%s: %s\n", when, qPrintable(fault));
+    std::abort();
+}
+
+void check(const Drawing& drawing, const char* when)
+{
+    demandNoFault(drawingFault(*drawing.canvas()), when);
+    demandNoFault(roundTripFault(drawing.canvas()), when);
+}
+
+void moveEveryAtom(const Drawing& drawing)
+{
+    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    for (KytAtom* atom : atoms)
+        atom->moveBy(7.25, -3);
+    for (qsizetype i = 0; i < atoms.size(); i += 3)
+        atoms[i]->rotateAbout(atoms.first()->x(), atoms.first()->y(), 0.5F);
+}
+
+void changeDepths(const Drawing& drawing)
+{
+    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    for (qsizetype i = 0; i < atoms.size(); i += 4)
+        atoms[i]->setAtomZ(atoms[i]->getAtomZ() + 0.5F);
+    const QCanvasItemList items = drawing.canvas()->allItems();
+    for (QCanvasItem* item : items)
+        if (item->rtti() == QCanvasItem::Rtti_Polygon)
+            static_cast<KytStereoBond*>(item)->setAngle(44.5F);
+}
+
+/// Drops one atom onto another, as the view does.
+void mergeTwo(const Drawing& drawing, unsigned choice)
+{
+    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    if (atoms.size() < 2)
+        return;
+    const qsizetype stays = choice % atoms.size();
+    const qsizetype step = 1 + choice / 7 % (atoms.size() - 1);
+    KytAtom* dropped = atoms[(stays + step) % atoms.size()];
+    if (atoms[stays]->combine(dropped))
+        delete dropped;
+}
+
+void deleteHalf(const Drawing& drawing)
+{
+    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    for (qsizetype i = 0; i < atoms.size(); i += 2)
+        delete atoms[i];
+}
+
+void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) { }
+
+} // namespace
+
+void demand(bool holds, const char* rule)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "broken: %s\n", rule);
+    std::abort();
+}
+
+void editAndCheck(const Drawing& drawing, const QByteArray& input)
+{
+    check(drawing, "after reading");
+    moveEveryAtom(drawing);
+    changeDepths(drawing);
+    const unsigned choice = qChecksum(input);
+    for (unsigned i = 0; i < merges; ++i)
+        mergeTwo(drawing, choice + 31 * i);
+    deleteHalf(drawing);
+    check(drawing, "after editing");
+    drawing.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse);
+    demand(drawing.canvas()->allItems().isEmpty(), "deleting all atoms clears the canvas");
+}
+
+void startApplication()
+{
+    static int argc = 1;
+    static char name[] = "fuzz";
+    static char* argv[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(dropMessage);
+    static auto* const application = new QApplication(argc, argv); // with its fonts, to the end of the process
+    Q_UNUSED(application)
+}

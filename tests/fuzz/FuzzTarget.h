@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+
+class Drawing;
+
+// What every fuzz target is made of. A check that fails says so on standard error and aborts.
+
+/// Makes the application, without a screen, that texts need fonts from. Called once, before the first input.
+void startApplication();
+
+/// Runs one input; each target has its own. The same input always does the same, and nothing of it stays behind.
+void runInput(const QByteArray& input);
+
+/// Aborts when `holds` is false, with `rule` as what is broken.
+void demand(bool holds, const char* rule);
+
+/// Does to a drawing that has been read what an editor does: checks it and its round trip, moves every atom, changes
+/// depths and angles, merges atoms, deletes half of them, checks both again, and clears the canvas. `input` decides
+/// which atoms are merged.
+void editAndCheck(const Drawing& drawing, const QByteArray& input);
