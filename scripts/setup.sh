@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# What run.sh, test.sh and .ci/run share: installing packages, configuring and building. Meant to be sourced; the
-# caller sets `root` to the project's folder.
+# What run.sh, test.sh, scripts/fuzz.sh and .ci/run share: installing packages, configuring and building. Meant to be
+# sourced; the caller sets `root` to the project's folder.
 # shellcheck disable=SC2034,SC2154  # the lists are for the caller, and root is the caller's
 
 build_packages=(
@@ -15,6 +15,7 @@ packaging_packages=(
     dpkg-dev fakeroot file lintian
     desktop-file-utils appstream libxml2-utils shared-mime-info man-db groff-base bsdextrautils librsvg2-bin shellcheck
 )
+fuzz_packages=(clang libclang-rt-dev llvm)
 
 say() {
     printf '%s\n' "$*"

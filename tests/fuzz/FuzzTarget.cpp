@@ -98,6 +98,5 @@ void startApplication()
     static char* argv[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(dropMessage);
-    static auto* const application = new QApplication(argc, argv); // with its fonts, to the end of the process
-    Q_UNUSED(application)
+    new QApplication(argc, argv);
 }

@@ -6,7 +6,8 @@ class Drawing;
 
 // What every fuzz target is made of. A check that fails says so on standard error and aborts.
 
-/// Makes the application, without a screen, that texts need fonts from. Called once, before the first input.
+/// Makes the application, without a screen, that texts need fonts from: qApp, which is the caller's. Called once,
+/// before the first input.
 void startApplication();
 
 /// Runs one input; each target has its own. The same input always does the same, and nothing of it stays behind.

@@ -9,7 +9,7 @@
 #include <QIODevice>
 #include <QMap>
 #include <QString>
-#include <QStringList>
+#include <QStringConverter>
 #include <QTextStream>
 
 #include <cmath>
@@ -36,10 +36,12 @@ inline bool addWorkspace(const QByteArray& bytes, KytStudioDoc& doc, bool locked
     return KytFileIO(QStringLiteral("round trip")).readWorkspace(stream, &doc, locked);
 }
 
-/// `text` as it comes out of a file: what is no character, half a surrogate pair for one, becomes U+FFFD.
+/// `text` as it comes out of a file: half a surrogate pair, which is no character, becomes U+FFFD.
 inline QString afterFile(const QString& text)
 {
-    return QString::fromUtf8((QLatin1Char('.') + text).toUtf8()).mid(1);
+    const QByteArray bytes = QStringEncoder(QStringEncoder::Utf8)(QLatin1Char('.') + text + QLatin1Char('.'));
+    const QString back = QStringDecoder(QStringDecoder::Utf8)(bytes);
+    return back.sliced(1).chopped(1);
 }
 
 /// The symbol that an atom with the symbol `symbol` comes back with: one word, "_" for each run of white space.
@@ -72,12 +74,13 @@ inline bool isSameColor(const QString& before, const QString& after)
 inline bool isSameNumber(double before, double after)
 {
     constexpr double firstBeyondFloat = 3.402825e38; // in six digits more than the largest float
-    constexpr double halfTheSixthDigit = 5e-6;       // of 1.00000, relative
     constexpr double floatRounding = 7e-8;           // relative
-    if (std::fabs(before) >= firstBeyondFloat)
+    const double size = std::fabs(before);
+    if (size >= firstBeyondFloat)
         return after == 0;
+    const double halfTheSixthDigit = size == 0 ? 0 : 0.5 * std::pow(10, std::floor(std::log10(size)) - 5);
     return std::fabs(after - before)
-        <= (halfTheSixthDigit + floatRounding) * std::fabs(before) + double{std::numeric_limits<float>::denorm_min()};
+        <= halfTheSixthDigit * (1 + 1e-6) + floatRounding * size + double{std::numeric_limits<float>::denorm_min()};
 }
 
 /// The atoms of every molecule, both in the order of the canvas's items.

@@ -1,0 +1,96 @@
+#!/usr/bin/env bash
+set -euo pipefail
+root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
+# shellcheck source=scripts/setup.sh
+. "$root/scripts/setup.sh"
+
+usage() {
+    cat <<'END'
+Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
+
+Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
+lets libFuzzer feed them for SECONDS each (60 unless told otherwise). TARGET is workspace
+or tree; without one, both run, one after the other. What is new in coverage gathers in
+build/fuzz/corpus, and the next run goes on from there. What fails is copied to
+tests/fuzz/found, which ./test.sh replays; the run of its target ends there.
+
+Set KYTSTUDIO_FUZZ_MAX_LEN for inputs larger than 1024 bytes.
+
+  --keep   afterwards, add to tests/fuzz/corpus what reaches code that it does not reach yet
+  --help   show this text
+END
+}
+
+keep=
+seconds=
+targets=()
+for argument in "$@"; do
+    case $argument in
+    --keep) keep=yes ;;
+    --help | -h)
+        usage
+        exit 0
+        ;;
+    workspace | tree) targets+=("$argument") ;;
+    *)
+        if [ -n "$seconds" ] || ! [[ $argument =~ ^[1-9][0-9]*$ ]]; then
+            echo "fuzz.sh: \"$argument\" is neither a number of seconds nor a target; --help tells more." >&2
+            exit 2
+        fi
+        seconds=$argument
+        ;;
+    esac
+done
+[ ${#targets[@]} -gt 0 ] || targets=(workspace tree)
+
+# Leaks are looked for after every input that may have left something.
+export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=32
+export LSAN_OPTIONS=print_suppressions=0:suppressions=$root/tests/suppressions/fuzz.supp
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+
+# last_number PATTERN LOG: the last number that follows the pattern in the log.
+last_number() {
+    grep -a -o -E "$1 *[0-9]+" "$2" | tail -n 1 | grep -o -E '[0-9]+$' || echo 0
+}
+
+# fuzz TARGET: runs one target; false when it found something.
+fuzz() {
+    local target=$1 program=build/fuzz/tests/fuzz/fuzz_$1
+    local corpus=build/fuzz/corpus/$target found=tests/fuzz/found/$target log=build/fuzz/fuzz_$target.log
+    local new=build/fuzz/new/$target
+    mkdir -p "$corpus" "$found"
+    rm -rf "$new"
+    mkdir -p "$new"
+    say "Fuzzing the $target reader for ${seconds:-60} seconds; all that libFuzzer says is in $log."
+    local fine=yes
+    "$program" -max_total_time="${seconds:-60}" -max_len="${KYTSTUDIO_FUZZ_MAX_LEN:-1024}" -timeout=60 \
+        -rss_limit_mb=4096 -print_final_stats=1 -dict=tests/fuzz/kyt.dict -artifact_prefix="$new/" \
+        "$corpus" "tests/fuzz/corpus/$target" "$found" >"$log" 2>&1 || fine=
+
+    # libFuzzer names a finding by its kind and its contents.
+    local findings=("$new"/*)
+    [ -e "${findings[0]}" ] || findings=()
+    [ ${#findings[@]} -eq 0 ] || cp -- "${findings[@]}" "$found"
+    say "$target: $(last_number 'number_of_executed_units:' "$log") executions," \
+        "$(last_number 'average_exec_per_sec:' "$log") per second;" \
+        "coverage $(last_number 'cov:' "$log") edges, $(last_number 'ft:' "$log") features;" \
+        "${#findings[@]} findings"
+    if [ -z "$fine" ]; then
+        grep -a -m 5 -E 'ERROR|SUMMARY|runtime error|after (reading|editing)|broken' "$log" >&2 || tail -n 20 "$log" >&2
+        [ ${#findings[@]} -eq 0 ] || printf '  %s\n' "${findings[@]/#"$new"/"$found"}" >&2
+        return 1
+    fi
+    if [ -n "$keep" ]; then
+        "$program" -merge=1 -use_counters=0 -max_len=1024 "tests/fuzz/corpus/$target" "$corpus" >>"$log" 2>&1 ||
+            fail "The inputs of the $target reader could not be merged; all that libFuzzer says is in $log."
+        say "$target: $(find "tests/fuzz/corpus/$target" -type f | wc -l) inputs are kept"
+    fi
+}
+
+install_missing "${build_packages[@]}" "${fuzz_packages[@]}"
+build fuzz fuzz
+status=0
+for target in "${targets[@]}"; do
+    fuzz "$target" || status=1
+done
+exit "$status"
