@@ -44,7 +44,7 @@ done
 [ ${#targets[@]} -gt 0 ] || targets=(workspace tree)
 
 # Leaks are looked for after every input that may have left something.
-export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=32
+export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=8
 export LSAN_OPTIONS=print_suppressions=0:suppressions=$root/tests/suppressions/fuzz.supp
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 

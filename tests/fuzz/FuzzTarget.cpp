@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr int merges = 3;
+constexpr unsigned merges = 3;
+constexpr unsigned unedited = 4; // one input in so many makes the round trip before it is edited, too
 
 void demandNoFault(const QString& fault, const char* when)
 {
@@ -17,12 +18,6 @@ void demandNoFault(const QString& fault, const char* when)
         return;
     std::fprintf(stderr, "%s: %s\n", when, qPrintable(fault));
     std::abort();
-}
-
-void check(const Drawing& drawing, const char* when)
-{
-    demandNoFault(drawingFault(*drawing.canvas()), when);
-    demandNoFault(roundTripFault(drawing.canvas()), when);
 }
 
 void moveEveryAtom(const Drawing& drawing)
@@ -79,14 +74,17 @@ void demand(bool holds, const char* rule)
 
 void editAndCheck(const Drawing& drawing, const QByteArray& input)
 {
-    check(drawing, "after reading");
+    const unsigned choice = qChecksum(input);
+    demandNoFault(drawingFault(*drawing.canvas()), "after reading");
+    if (choice % unedited == 0)
+        demandNoFault(roundTripFault(drawing.canvas()), "after reading");
     moveEveryAtom(drawing);
     changeDepths(drawing);
-    const unsigned choice = qChecksum(input);
     for (unsigned i = 0; i < merges; ++i)
         mergeTwo(drawing, choice + 31 * i);
     deleteHalf(drawing);
-    check(drawing, "after editing");
+    demandNoFault(drawingFault(*drawing.canvas()), "after editing");
+    demandNoFault(roundTripFault(drawing.canvas()), "after editing");
     drawing.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse);
     demand(drawing.canvas()->allItems().isEmpty(), "deleting all atoms clears the canvas");
 }

@@ -16,7 +16,7 @@ void runInput(const QByteArray& input);
 /// Aborts when `holds` is false, with `rule` as what is broken.
 void demand(bool holds, const char* rule);
 
-/// Does to a drawing that has been read what an editor does: checks it and its round trip, moves every atom, changes
-/// depths and angles, merges atoms, deletes half of them, checks both again, and clears the canvas. `input` decides
-/// which atoms are merged.
+/// Does to a drawing that has been read what an editor does: moves every atom, changes depths and angles, merges atoms,
+/// deletes half of them, and clears the canvas. Checks the drawing before, and the drawing and its round trip before it
+/// is cleared. `input` decides which atoms are merged.
 void editAndCheck(const Drawing& drawing, const QByteArray& input);
