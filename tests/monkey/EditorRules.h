@@ -1,0 +1,54 @@
+#pragma once
+
+#include "canvas/qcanvas.h"
+
+#include <QString>
+
+class KytAtom;
+class KytBond;
+class KytStudioView;
+
+/// What is counted on a canvas.
+struct Census {
+    int atoms = 0;
+    int bonds = 0;
+    int lines = 0;
+    int wedges = 0;
+
+    bool operator==(const Census&) const = default;
+};
+
+/// What must hold between two events in an editor, whatever was done to it. Each returns what is wrong, or nothing.
+///
+/// They remember what they have seen: a workspace can hold things that cannot be drawn by hand, for which less holds
+/// until they are gone.
+class EditorRules {
+public:
+    /// `view` and its document must live as long as the rules are asked.
+    explicit EditorRules(const KytStudioView* view);
+
+    QString firstFault();
+
+    /// What the last call of firstFault has counted.
+    const Census& census() const { return counted; }
+
+private:
+    QString drawingFault();
+    QString atomFault(KytAtom* atom) const;
+    QString bondFault(const KytBond* bond) const;
+    QString lineFault(const KytBond* bond) const;
+    QString wedgeFault(const KytBond* bond) const;
+    QString moleculeFault() const;
+    QString gestureFault() const;
+    QString fileFault();
+    void noteOddities();
+
+    const KytStudioView* view;
+    Census counted;
+    QList<KytAtom*> atoms;
+    QList<KytBond*> bonds;
+    bool undrawnKinds = false;  // there are bonds with kinds that are counted, but not drawn
+    bool parallelBonds = false; // two bonds run the same way between the same atoms: a file keeps one of them
+    bool farAway = false;       // coordinates so large that a step of one pixel is lost in them
+    QString lastWritten;
+};
