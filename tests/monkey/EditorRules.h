@@ -2,6 +2,7 @@
 
 #include "canvas/qcanvas.h"
 
+#include <QByteArray>
 #include <QString>
 
 class KytAtom;
@@ -47,8 +48,6 @@ private:
     Census counted;
     QList<KytAtom*> atoms;
     QList<KytBond*> bonds;
-    bool undrawnKinds = false;  // there are bonds with kinds that are counted, but not drawn
-    bool parallelBonds = false; // two bonds run the same way between the same atoms: a file keeps one of them
-    bool farAway = false;       // coordinates so large that a step of one pixel is lost in them
-    QString lastWritten;
+    bool undrawnKinds = false; // there are bonds with kinds that are counted, but not drawn
+    QByteArray lastWritten;
 };

@@ -5,6 +5,7 @@
 
 #include <QActionGroup>
 #include <QContextMenuEvent>
+#include <QElapsedTimer>
 #include <QEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -201,8 +202,13 @@ void Monkey::goOn()
         alarm(longestStep);
         const Census before = rules->census();
         const KytViewState mode = (*window)->view->canvasState;
+        QElapsedTimer clock;
+        clock.start();
         const bool loopNext = perform(step);
+        statistics[QStringLiteral("microseconds in step ") + nameOf(step.kind)] += clock.nsecsElapsed() / 1000;
+        clock.start();
         check(step);
+        statistics[QStringLiteral("microseconds in checks")] += clock.nsecsElapsed() / 1000;
         countOutcome(step, before, mode);
         ++next;
         if (loopNext && found.isEmpty() && next < steps.size()) {

@@ -22,8 +22,8 @@
 
 namespace {
 
+const QString leakFault = QStringLiteral("memory was lost");
 constexpr unsigned longestStart = 120; // seconds until a process that has not begun to play counts as hanging
-constexpr int leakCode = 23;           // with which a process ends that has lost memory
 
 void print(const QString& text)
 {
@@ -165,8 +165,8 @@ Trial play(const Options& options, const QStringList& source)
                                                     : QStringLiteral("killed by signal %1").arg(process.exitCode());
     else if (process.exitCode() == Monkey::faultCode)
         trial.fault = trial.output.section(QStringLiteral("fault: "), -1).section(u'\n', 0, 0);
-    else if (process.exitCode() == leakCode)
-        trial.fault = QStringLiteral("memory was lost");
+    else if (process.exitCode() != 0 && trial.output.contains(QLatin1String("LeakSanitizer: detected memory leaks")))
+        trial.fault = leakFault;
     else if (process.exitCode() != 0)
         trial.fault = QStringLiteral("ended with code %1").arg(process.exitCode());
     trial.kind = trial.fault;
@@ -193,7 +193,7 @@ QString command(const QStringList& arguments)
 /// Looks for a short sequence that still fails in the same way, and writes it to `fileName`.
 void shrinkInto(const QString& fileName, const Options& options, const Trial& failed, Steps steps)
 {
-    const bool leaks = failed.kind == QLatin1String("memory was lost");
+    const bool leaks = failed.kind == leakFault;
     if (!leaks)
         steps.resize(std::min<qsizetype>(steps.size(), failed.step + 1));
     const QDeadlineTimer deadline(options.shrinkSeconds * 1000);
