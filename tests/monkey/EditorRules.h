@@ -50,4 +50,5 @@ private:
     QList<KytBond*> bonds;
     bool undrawnKinds = false; // there are bonds with kinds that are counted, but not drawn
     QByteArray lastWritten;
+    quint64 filesRead = 0;
 };

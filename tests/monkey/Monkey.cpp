@@ -26,6 +26,7 @@
 
 namespace {
 
+constexpr int mostAtoms = 500;        // in a drawing, so that steps stay fast
 constexpr unsigned longestStep = 120; // seconds; a step that takes longer hangs
 
 /// The actions in the order of their creation.
@@ -58,7 +59,7 @@ const Qt::Key keys[] = {
 };
 
 const float angleSteps[] = {0.17453292F, 0.17453292F, 0.2617994F, 0.7853982F, 1.5707964F, 0.0017453292F, 0.0F, -0.3F};
-const float bondLengths[] = {30.0F, 30.0F, 30.0F, 12.5F, 60.0F, 250.0F, 5.0F, -30.0F};
+const float bondLengths[] = {30.0F, 30.0F, 30.0F, 12.5F, 60.0F, 250.0F, 90.0F, -30.0F};
 
 template <typename Range> auto chosen(const Range& range, int number)
 {
@@ -207,7 +208,7 @@ void Monkey::goOn()
         const bool loopNext = perform(step);
         statistics[QStringLiteral("microseconds in step ") + nameOf(step.kind)] += clock.nsecsElapsed() / 1000;
         clock.start();
-        check(step);
+        check();
         statistics[QStringLiteral("microseconds in checks")] += clock.nsecsElapsed() / 1000;
         countOutcome(step, before, mode);
         ++next;
@@ -229,6 +230,7 @@ void Monkey::finish()
 bool Monkey::perform(const Step& step)
 {
     ++statistics[QStringLiteral("step ") + nameOf(step.kind)];
+    clearIfLarger(mostAtoms);
     const auto& n = step.numbers;
     switch (step.kind) {
     case StepKind::Press:
@@ -305,10 +307,7 @@ bool Monkey::perform(const Step& step)
     case StepKind::Settle:
         return true;
     case StepKind::Tidy:
-        if (rules->census().atoms > n[0]) {
-            ++statistics[QStringLiteral("drawing cleared because it was large")];
-            (*window)->fileNew->trigger();
-        }
+        clearIfLarger(n[0]);
         break;
     case StepKind::Viewer:
         openViewer(n[0]);
@@ -317,7 +316,15 @@ bool Monkey::perform(const Step& step)
     return false;
 }
 
-void Monkey::check(const Step&)
+void Monkey::clearIfLarger(int atoms)
+{
+    if (rules->census().atoms <= atoms)
+        return;
+    ++statistics[QStringLiteral("drawing cleared because it was large")];
+    (*window)->fileNew->trigger();
+}
+
+void Monkey::check()
 {
     // A popup that is left open would be in the way of nothing but the windows to come.
     if (QWidget* popup = QApplication::activePopupWidget())

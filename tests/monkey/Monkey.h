@@ -43,7 +43,8 @@ private:
     void goOn();
     void finish();
     bool perform(const Step& step);
-    void check(const Step& step);
+    void clearIfLarger(int atoms);
+    void check();
     void countOutcome(const Step& step, const Census& before, KytViewState mode);
     QString plantedFault() const;
 
