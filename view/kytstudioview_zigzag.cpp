@@ -17,15 +17,16 @@ void KytStudioView::drawZigZag(QMouseEvent* event)
     if (!lastAtom)
         return;
     const ZigZag chain = zigZag({lastAtom->x(), lastAtom->y()}, {newx, newy}, fixedLengthValue);
-    bool first = true;
-    for (const ZigZag::Step& step : chain.steps) {
+    for (std::size_t i = 0; i < chain.steps.size(); ++i) {
+        const ZigZag::Step& step = chain.steps[i];
         KytAtom* before = lastAtom;
         KytAtom* apex = chainAtom(step.apex.x(), step.apex.y(), before);
-        if (first)
-            apex->setMolecule(before->getMolecule());
-        else
+        // All that hangs together moves to the molecule of the last apex, and only once: as often as there are apexes,
+        // a long chain would take for ever.
+        if (i > 0 && i + 1 == chain.steps.size())
             before->setMolecule(apex->getMolecule());
-        first = false;
+        else
+            apex->setMolecule(before->getMolecule());
         if (step.hasLine) {
             KytAtom* line = chainAtom(step.line.x(), step.line.y(), apex);
             line->setMolecule(apex->getMolecule());

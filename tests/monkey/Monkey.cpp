@@ -98,7 +98,7 @@ QPointF middleOf(const QCanvasItem* item)
 
 int coordinate(double value)
 {
-    constexpr double farthest = 1e6; // events carry ints
+    constexpr double farthest = 5000; // pixels; no screen is wider, so no pointer comes further
     return static_cast<int>(std::clamp(value, -farthest, farthest));
 }
 

@@ -16,6 +16,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include <unistd.h>
@@ -102,8 +103,10 @@ Steps stepsOf(const Options& options)
     if (options.file.isEmpty())
         return stepsFromSeed(options.firstSeed, options.steps);
     const std::optional<Steps> steps = stepsFromText(QString::fromUtf8(readFile(options.file)));
-    if (!steps)
-        qFatal("%s holds something that is no step", qPrintable(options.file));
+    if (!steps) {
+        print(options.file + QStringLiteral(" holds something that is no step, or cannot be read\n"));
+        std::exit(2);
+    }
     return *steps;
 }
 
@@ -238,11 +241,12 @@ bool watch(const Options& options, Statistics& statistics)
     const QStringList arguments = options.file.isEmpty()
         ? QStringList{"--seed", QString::number(options.firstSeed), "--steps", QString::number(options.steps)}
         : QStringList{"--file", options.file};
+    const Steps steps = stepsOf(options);
     QElapsedTimer clock;
     clock.start();
     const Trial trial = play(options, arguments);
     if (!trial.fault.isEmpty()) {
-        report(options, source, arguments, trial, stepsOf(options));
+        report(options, source, arguments, trial, steps);
         return false;
     }
     addText(statistics, trial.output);
