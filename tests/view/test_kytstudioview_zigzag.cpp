@@ -1,5 +1,6 @@
 #include "ViewFixture.h"
 
+#include "model/KytMolecule.h"
 #include "view/DrawingGeometry.h"
 
 #include <QWindow>
@@ -56,6 +57,8 @@ private slots:
     void chainInEveryDirection();
     void longChainHasAsManyAtomsAsCounted_data();
     void longChainHasAsManyAtomsAsCounted();
+    void chainOfAHundredThousandAtomsIsDrawn();
+    void everyAtomButTheLastApexIsListedOnce();
     void chainAtomsAreOrdinaryAtoms();
     void chainKeepsTheStartAtomsDepth();
     void chainStartsAtAnExistingAtom();
@@ -289,6 +292,44 @@ void TestKytStudioViewZigZag::longChainHasAsManyAtomsAsCounted()
     for (int i = 0; i <= steps; ++i)
         STANDS_AT(chain[i], 50 + i * chainStep, i % 2 == 0 ? 300 : 284.998236);
     verifyChain(chain);
+}
+
+// Were all atoms moved to another molecule at every apex, this would take longer than anybody waits.
+void TestKytStudioViewZigZag::chainOfAHundredThousandAtomsIsDrawn()
+{
+    ViewFixture f(KYTVS_zigzag);
+    KytAtom* start = f.atom(-2600000, 300);
+    f.view->lastAtom = start;
+    f.view->isLastAtom = 1;
+    f.move({50, 300});
+    const int counted = f.counts.value(0);
+    QVERIFY2(counted > 100000, qPrintable(QString::number(counted)));
+    f.press({50, 300});
+    const QList<KytAtom*> atoms = f.atoms();
+    QCOMPARE(atoms.size(), counted);
+    for (qsizetype i = 1; i < atoms.size(); ++i) {
+        QVERIFY(atoms[i - 1]->isConnected(atoms[i]));
+        QCOMPARE(atoms[i]->getMolecule(), start->getMolecule());
+    }
+}
+
+void TestKytStudioViewZigZag::everyAtomButTheLastApexIsListedOnce()
+{
+    ViewFixture f(KYTVS_zigzag);
+    KytAtom* neighbour = f.atom(50, 250);
+    KytAtom* start = f.atom(50, 300);
+    f.bond(neighbour, start);
+    f.click({50, 300});
+    f.click({50 + 160, 300});
+    QList<KytAtom*> members = f.atoms();
+    QCOMPARE(members.size(), 8);
+    // All others have joined the first molecule of the last apex, in which that one itself does not stand.
+    members.removeAt(6);
+    KytMolecule* molecule = start->getMolecule();
+    QCOMPARE(molecule->getAtomsCount(), 7);
+    QCOMPARE(molecule->atomsCount, 7);
+    for (int i = 0; i < 7; ++i)
+        QVERIFY(members.removeOne(molecule->atoms.at(i)));
 }
 
 void TestKytStudioViewZigZag::chainAtomsAreOrdinaryAtoms()
