@@ -102,7 +102,6 @@ void Answers::answer(QWidget* front)
 
 void Answers::answerMenu(QMenu* menu)
 {
-    // Never the slow windows behind a menu, the printer's and the leaving; these have steps of their own.
     const QPointer<QMenu> alive = menu;
     for (int i = chance.below(6); i > 0 && alive; --i)
         QTest::keyClick(menu, chance.percent(80) ? Qt::Key_Down : Qt::Key_Up);
@@ -110,16 +109,31 @@ void Answers::answerMenu(QMenu* menu)
         QTest::keyClick(menu, chance.percent(60) ? Qt::Key_Return : Qt::Key_Escape);
 }
 
+/// Now and then no button is pressed: true when it was a key, or the window's own close button.
+bool Answers::closeByKey(QDialog* dialog)
+{
+    const QString name = dialog->windowTitle().section(u'/', -1).left(30);
+    switch (chance.below(9)) {
+    case 0:
+        count(QStringLiteral("answer ") + name + QStringLiteral(": Escape"));
+        QTest::keyClick(dialog, Qt::Key_Escape);
+        return true;
+    case 1:
+        count(QStringLiteral("answer ") + name + QStringLiteral(": Return"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+        return true;
+    case 2:
+        count(QStringLiteral("answer ") + name + QStringLiteral(": closed"));
+        dialog->close();
+        return true;
+    default:
+        return false;
+    }
+}
+
 void Answers::answerMessage(QMessageBox* box)
 {
-    const int drawn = chance.below(10);
-    if (drawn == 0) {
-        QTest::keyClick(box, Qt::Key_Escape);
-    } else if (drawn == 1) {
-        QTest::keyClick(box, Qt::Key_Return);
-    } else if (drawn == 2) {
-        box->close();
-    } else {
+    if (!closeByKey(box)) {
         QAbstractButton* button = box->buttons().value(chance.below(static_cast<int>(box->buttons().size())));
         count(QStringLiteral("answer ") + box->windowTitle().section(u'/', -1).left(30) + QStringLiteral(": ")
               + button->text());
@@ -170,16 +184,8 @@ void Answers::answerForm(QDialog* dialog)
         else if (chance.percent(20))
             QTest::keyClicks(field, QStringLiteral("42"));
     }
-    const int drawn = chance.below(10);
-    if (drawn == 0) {
-        QTest::keyClick(dialog, Qt::Key_Escape);
-    } else if (drawn == 1) {
-        dialog->close();
-    } else if (drawn <= 3) {
-        QTest::keyClick(dialog, Qt::Key_Return);
-    } else {
+    if (!closeByKey(dialog))
         pressAnyButton(dialog);
-    }
 }
 
 void Answers::pressAnyButton(QDialog* dialog)

@@ -6,6 +6,7 @@
 
 #include <QPointer>
 
+class QDialog;
 class QFileDialog;
 class QMenu;
 class QMessageBox;
@@ -29,6 +30,7 @@ private:
     void answer(QWidget* front);
     void dismiss(QWidget* front);
 
+    bool closeByKey(QDialog* dialog);
     void answerMenu(QMenu* menu);
     void answerMessage(QMessageBox* box);
     void answerFileDialog(QFileDialog* dialog);

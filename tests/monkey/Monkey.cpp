@@ -5,10 +5,10 @@
 
 #include <QActionGroup>
 #include <QContextMenuEvent>
-#include <QElapsedTimer>
 #include <QEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -166,10 +166,12 @@ Monkey::Monkey(const Steps& steps, const PlantedFaults& planted, std::function<v
     , answers(std::make_unique<Answers>(folder, statistics))
 {
     qApp->installEventFilter(this);
+    connect((*window)->statusBar(), &QStatusBar::messageChanged, this, &Monkey::countMessage);
 }
 
 Monkey::~Monkey()
 {
+    (*window)->statusBar()->disconnect(this);
     answers.reset();
     rules.reset();
     window.reset();
@@ -203,13 +205,8 @@ void Monkey::goOn()
         alarm(longestStep);
         const Census before = rules->census();
         const KytViewState mode = (*window)->view->canvasState;
-        QElapsedTimer clock;
-        clock.start();
         const bool loopNext = perform(step);
-        statistics[QStringLiteral("microseconds in step ") + nameOf(step.kind)] += clock.nsecsElapsed() / 1000;
-        clock.start();
         check();
-        statistics[QStringLiteral("microseconds in checks")] += clock.nsecsElapsed() / 1000;
         countOutcome(step, before, mode);
         ++next;
         if (loopNext && found.isEmpty() && next < steps.size()) {
@@ -351,10 +348,19 @@ QString Monkey::plantedFault() const
     return QString();
 }
 
+/// Commands say in the status bar what they do and how they end.
+void Monkey::countMessage(const QString& text)
+{
+    QString words = text.section(u':', 0, 0);
+    words.remove(QRegularExpression(QStringLiteral("[0-9]+ *")));
+    if (!words.isEmpty())
+        ++statistics[QStringLiteral("status ") + words];
+}
+
 void Monkey::countOutcome(const Step& step, const Census& before, KytViewState mode)
 {
     const Census& after = rules->census();
-    qint64& most = statistics[QStringLiteral("most atoms in a drawing, summed over the seeds")];
+    qint64& most = statistics[mostAtomsName];
     most = std::max<qint64>(most, after.atoms);
     const auto count = [&](const char* what, int times = 1) {
         if (times > 0)

@@ -45,6 +45,7 @@ private:
     bool perform(const Step& step);
     void clearIfLarger(int atoms);
     void check();
+    void countMessage(const QString& text);
     void countOutcome(const Step& step, const Census& before, KytViewState mode);
     QString plantedFault() const;
 

@@ -3,8 +3,13 @@
 #include <QMap>
 #include <QString>
 
+#include <algorithm>
+
 /// How often each thing was done or happened, by name.
 using Statistics = QMap<QString, qint64>;
+
+/// The one entry that is not a number of times.
+inline const QString mostAtomsName = QStringLiteral("most atoms in a drawing");
 
 /// One line for each: the number and the name.
 inline QString toText(const Statistics& statistics)
@@ -22,7 +27,10 @@ inline void addText(Statistics& statistics, const QString& text)
         const QString trimmed = line.trimmed();
         bool isNumber = false;
         const qint64 number = trimmed.section(u' ', 0, 0).toLongLong(&isNumber);
-        if (isNumber)
-            statistics[trimmed.section(u' ', 1)] += number;
+        const QString name = trimmed.section(u' ', 1);
+        if (isNumber && name == mostAtomsName)
+            statistics[name] = std::max(statistics[name], number);
+        else if (isNumber)
+            statistics[name] += number;
     }
 }

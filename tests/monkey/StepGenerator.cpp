@@ -49,7 +49,7 @@ private:
         static constexpr Choice choices[] = {
             {30, &Generator::drawBond},   {8, &Generator::drawChain},    {22, &Generator::dragItem},
             {9, &Generator::rotate},      {13, &Generator::deleteItems}, {7, &Generator::askProperties},
-            {3, &Generator::addMolecule}, {4, &Generator::fileCommand},  {3, &Generator::setFixedDrawing},
+            {3, &Generator::addMolecule}, {6, &Generator::fileCommand},  {3, &Generator::setFixedDrawing},
             {6, &Generator::makeNoise},
         };
         int all = 0;
@@ -140,7 +140,7 @@ private:
 
     void addMolecule() { add(StepKind::Action, {24 + chance.below(6), salt()}); }
 
-    void fileCommand() { add(StepKind::Action, {chance.oneOf({0, 1, 1, 2, 3, 4, 11, 12}), salt()}); }
+    void fileCommand() { add(StepKind::Action, {chance.oneOf({0, 1, 1, 2, 2, 3, 3, 4, 11, 12}), salt()}); }
 
     void setFixedDrawing()
     {
@@ -266,7 +266,7 @@ private:
         step.numbers[PlaceNumber] = static_cast<int>(kind);
         step.numbers[XNumber] = chance.below(viewWidth);
         step.numbers[YNumber] = chance.below(viewHeight);
-        step.numbers[OffsetNumber] = chance.percent(60) ? 0 : chance.below(81);
+        step.numbers[OffsetNumber] = chance.percent(80) ? 0 : chance.below(81);
         return step;
     }
 
