@@ -50,7 +50,7 @@ private:
             {30, &Generator::drawBond},   {8, &Generator::drawChain},    {22, &Generator::dragItem},
             {9, &Generator::rotate},      {13, &Generator::deleteItems}, {7, &Generator::askProperties},
             {3, &Generator::addMolecule}, {6, &Generator::fileCommand},  {3, &Generator::setFixedDrawing},
-            {6, &Generator::makeNoise},
+            {6, &Generator::makeNoise},   {7, &Generator::interrupt},
         };
         int all = 0;
         for (const Choice& choice : choices)
@@ -128,6 +128,38 @@ private:
                 at(StepKind::Move, target, 0);
             click(target, keys(5));
         }
+    }
+
+    /// Something is grabbed or begun, goes or changes before it is finished, and is then gone on with.
+    void interrupt()
+    {
+        const int mode = chance.oneOf(
+            {KYTVS_view, KYTVS_view, KYTVS_rotate, KYTVS_drawSimpleBond, KYTVS_drawStereoUp, KYTVS_zigzag});
+        const Step where = place(chance.percent(70) ? PlaceKind::Atom : static_cast<PlaceKind>(chance.between(2, 4)));
+        setMode(mode);
+        at(StepKind::Press, where, LeftInput);
+        if (chance.percent(40))
+            moves(1, 0);
+        switch (chance.below(5)) {
+        case 0:
+        case 1:
+            setMode(KYTVS_deleteItem);
+            at(StepKind::Press, where, LeftInput);
+            break;
+        case 2:
+            add(StepKind::Action, {0, salt()});
+            break;
+        case 3:
+            fileCommand();
+            break;
+        default:
+            makeGesture();
+            break;
+        }
+        if (chance.percent(80))
+            setMode(mode);
+        moves(chance.below(3), keys(20));
+        at(StepKind::Release, anyPlace(), LeftInput | keys(20));
     }
 
     void askProperties()
