@@ -54,7 +54,10 @@ fi
 say "Building and starting KytStudio."
 install_missing "${build_packages[@]}"
 build release kytstudio -DKYTSTUDIO_WERROR=OFF
-# The editor finds icons/, lib/ and data/ in its working directory, and is made for X11.
+# The editor finds icons/, lib/, data/ and its translations in its working directory, and is made for X11.
 cd "$root"
+for translation in build/release/translations/kytstudio.*.qm; do
+    [ ! -e "$translation" ] || ln -sfn "$translation" .
+done
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-xcb}
 exec build/release/kytstudio

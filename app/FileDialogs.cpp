@@ -47,7 +47,7 @@ private:
         if (!QFileInfo::exists(fileName))
             return true;
         const QString question =
-            tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(fileName).fileName());
+            QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(fileName).fileName());
         return QMessageBox::warning(this, windowTitle(), question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
             == QMessageBox::Yes;
     }

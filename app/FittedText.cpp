@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QLabel>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int smallestFont = 5; // pixels
@@ -17,10 +19,23 @@ bool showsAll(const QLabel* label)
 
 void fitText(QLabel* label)
 {
-    QFont font = QApplication::font(label);
-    label->setFont(font);
-    for (int size = label->fontInfo().pixelSize(); size > smallestFont && !showsAll(label); --size) {
-        font.setPixelSize(size - 1);
-        label->setFont(font);
+    fitTexts({label});
+}
+
+void fitTexts(const QList<QLabel*>& labels)
+{
+    const auto setSize = [&](int size) {
+        for (QLabel* label : labels) {
+            QFont font = label->font();
+            font.setPixelSize(size);
+            label->setFont(font);
+        }
+    };
+    int size = smallestFont;
+    for (QLabel* label : labels) {
+        label->setFont(QApplication::font(label));
+        size = std::max(size, label->fontInfo().pixelSize());
     }
+    while (size > smallestFont && !std::all_of(labels.begin(), labels.end(), showsAll))
+        setSize(--size);
 }

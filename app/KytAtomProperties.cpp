@@ -62,8 +62,12 @@ void KytAtomProperties::languageChange()
     textLabel2_3->setText(tr("Blue"));
     textLabel2_2->setText(tr("Green"));
     textLabel2_1->setText(tr("Red"));
-    for (QLabel* label : {textLabel1, textLabel2, textLabel2_1, textLabel2_2, textLabel2_3})
-        fitText(label);
+    lineEdit_name->setAccessibleName(tr("Symbol"));
+    lineEdit_colorRed->setAccessibleName(tr("Red, 0 to 255"));
+    lineEdit_colorGreen->setAccessibleName(tr("Green, 0 to 255"));
+    lineEdit_colorBlue->setAccessibleName(tr("Blue, 0 to 255"));
+    fitTexts({textLabel1, textLabel2});
+    fitTexts({textLabel2_1, textLabel2_2, textLabel2_3});
 }
 
 void KytAtomProperties::setAtom(KytAtom* a)

@@ -44,6 +44,7 @@ void KytBondProperties::languageChange()
     lineEdit_angle->setToolTip(QString());
     textLabel1->setText(tr("Bond Projection Angle"));
     fitText(textLabel1);
+    lineEdit_angle->setAccessibleName(textLabel1->text());
 }
 
 void KytBondProperties::setBond(KytStereoBond* b)

@@ -1,6 +1,7 @@
 #include "app/kytstudio.h"
 
 #include "app/PendingInput.h"
+#include "app/Version.h"
 #include "doc/kytstudiodoc.h"
 #include "i3d/KytI3dView.h"
 #include "view/kytstudioview.h"
@@ -24,7 +25,7 @@ constexpr int readyTime = 4000;     // milliseconds
 KytStudioApp::KytStudioApp()
     : messages(statusBar())
 {
-    setWindowTitle(tr("KytStudio 1.1"));
+    setWindowTitle(tr(captionText));
     initDoc();
     initView();
     initActions();
@@ -54,6 +55,7 @@ void KytStudioApp::initView()
 {
     doc->newDoc();
     view = new KytStudioView(this, doc);
+    view->setAccessibleName(tr("Drawing"));
     setCentralWidget(view);
 }
 
@@ -126,7 +128,7 @@ void KytStudioApp::slotViewLibraryBar(bool toggle)
 
 void KytStudioApp::slotHelpAbout()
 {
-    QMessageBox::about(this, tr("About..."), tr("KytStudio\nVersion 1.1\n(c) 2026 by the KytStudio contributors"));
+    QMessageBox::about(this, tr("About..."), tr(aboutText));
 }
 
 void KytStudioApp::slotSelectI3DView()

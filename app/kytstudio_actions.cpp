@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <QWhatsThis>
 
 namespace {
@@ -236,6 +237,16 @@ QAction* makeAction(const Command& command, QObject* parent)
     return action;
 }
 
+/// The toolkit's action, with a picture that is seen on a dark toolbar too.
+QAction* whatsThisAction(QObject* parent)
+{
+    QAction* action = QWhatsThis::createAction(parent);
+    const QPixmap picture(QStringLiteral("icons/whatsthis.xpm"));
+    if (!picture.isNull())
+        action->setIcon(picture);
+    return action;
+}
+
 } // namespace
 
 void KytStudioApp::initActions()
@@ -285,6 +296,11 @@ QToolBar* KytStudioApp::makeToolBar(const QString& name, const QString& title, Q
     bar->setObjectName(name);
     bar->setIconSize(pictureSize);
     addToolBar(area, bar);
+    // The button that stands for those that a small window has no room for.
+    if (auto* more = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setAccessibleName(tr("More buttons"));
+        more->setToolTip(tr("More buttons"));
+    }
     return bar;
 }
 
@@ -295,7 +311,7 @@ void KytStudioApp::initToolBar()
     fileToolbar->addSeparator();
     fileToolbar->addActions({fileOpen, fileSave});
     fileToolbar->addSeparator();
-    fileToolbar->addAction(QWhatsThis::createAction(this));
+    fileToolbar->addAction(whatsThisAction(this));
 
     addToolBarBreak();
     drawToolBar = makeToolBar(QStringLiteral("draw operations"), tr("draw operations"), Qt::TopToolBarArea);
@@ -307,6 +323,9 @@ void KytStudioApp::initToolBar()
     drawToolBar->addSeparator();
     drawToolBar->addActions({fixedLength, fixedAngle});
     drawToolBar->addSeparator();
+    // Both wedges carry one text; whoever hears the buttons instead of seeing them is told which is which.
+    drawToolBar->widgetForAction(drawStereoUp)->setAccessibleName(tr("Add Stereo Bond, towards the viewer"));
+    drawToolBar->widgetForAction(drawStereoDown)->setAccessibleName(tr("Add Stereo Bond, away from the viewer"));
 
     drawToolBar = makeToolBar(QStringLiteral("I3D Model View"), tr("I3D Model View"), Qt::TopToolBarArea);
     drawToolBar->addAction(I3DView);

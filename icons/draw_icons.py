@@ -290,6 +290,15 @@ def i3d():
     return p
 
 
+def whatsthis():
+    p = Picture()
+    p.outlined(polygon([(2.6, 4.8), (2.6, 18.2), (5.8, 15.3), (8.0, 20.3), (10.4, 19.2), (8.2, 14.4), (12.2, 14.2)]),
+               lambda x, y: mix(PAPER, (205, 214, 226), max(0.0, min(1.0, (x + y - 12) / 14))), 1.15)
+    mark = union(arc(16.8, 6.8, 3.9, -170, 60, 2.4), stroke(18.2, 10.3, 16.8, 13.2, 2.4), circle(16.8, 17.8, 1.5))
+    p.outlined(mark, BOND, 0.9)
+    return p
+
+
 def benzene():
     p = Picture()
     ring = [polar(12, 12, 10.0, -90 + 60 * i) for i in range(6)]
@@ -365,7 +374,8 @@ def megaphon():
 
 
 PICTURES = {
-    "icons": (view, rotate, singlebond, dashedbond, stereoup, stereodown, zigzag, delete, fixedlength, fixedangle, i3d),
+    "icons": (view, rotate, singlebond, dashedbond, stereoup, stereodown, zigzag, delete, fixedlength, fixedangle, i3d,
+              whatsthis),
     "lib": (benzene, cubane, hexane, megaphon, prop, water),
 }
 

@@ -51,7 +51,7 @@ wait_closed() {
 start_editor() {
     build/release/kytstudio >"$out/output.log" 2>&1 &
     editor=$!
-    window=$(wait_window 'KytStudio 1.1') || exit 1
+    window=$(wait_window 'KytStudio [0-9.]+') || exit 1
     xdotool windowactivate --sync "$window"
     settle 1
     find_canvas
