@@ -493,7 +493,7 @@ static QStringList pictures()
 {
     QStringList files;
     for (const char* tool : {"view", "rotate", "singlebond", "dashedbond", "stereoup", "stereodown", "zigzag", "delete",
-                             "fixedlength", "fixedangle", "i3d"})
+                             "fixedlength", "fixedangle", "i3d", "whatsthis"})
         files.append(QString("icons/%1.xpm").arg(tool));
     for (const QString& name : names)
         files.append("lib/" + name + ".xpm");
