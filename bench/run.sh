@@ -25,11 +25,12 @@ done
 {
     machine
     tests/on_screen build/release/bench/kytstudio_bench
-    printf '\nDeep and dense drawings:\n\n```\n'
+    fence='```'
+    printf '\nDeep and dense drawings:\n\n%s\n' "$fence"
     tests/on_screen build/release/bench/deep_bench
-    printf '```\n\nThe 3D window:\n\n```\n'
+    printf '%s\n\nThe 3D window:\n\n%s\n' "$fence" "$fence"
     tests/on_screen build/release/bench/i3d_bench
-    printf '```\n'
+    printf '%s\n' "$fence"
 } | tee "$table"
 
 # Whatever stands between the two marks in the page is made here.
