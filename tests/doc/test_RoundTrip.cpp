@@ -1,3 +1,4 @@
+#include "bonds/GatheredLayout.h"
 #include "tests/support/RoundTrip.h"
 
 #include <QDir>
@@ -157,6 +158,7 @@ private:
     {
         const double dx = below(400) - 200;
         const double dy = below(400) - 200;
+        const GatheredLayout gathered(oneOf({qint64{0}, qint64{1000}}));
         const QList<KytAtom*> drawn = atomsOf(*canvas());
         for (KytAtom* atom : drawn)
             if (atom->getMolecule() == molecule)
