@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Shows the editor at work on a virtual screen: draws, saves, checks what was saved, and takes pictures on the way.
-# Leaves everything in build/demo/. With --update-pictures, also copies the pictures of README.md to docs/pictures/.
+# Leaves everything in build/demo/. With --update-pictures, also copies the pictures of the manual to docs/pictures/.
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 # shellcheck source=scripts/setup.sh
@@ -19,10 +19,11 @@ copy_picture() {
 
 if [ "${1:-}" = --update-pictures ]; then
     mkdir -p docs/pictures
-    for picture in alanine drawing chain library atom-properties bond-properties; do
+    for picture in alanine first-bond double-bond drawing fixed chain-count chain merging whole library \
+        atom-properties bond-properties close; do
         copy_picture $picture 550x400
     done
-    for picture in viewer-cubane viewer-hexane; do
+    for picture in viewer-wedges viewer-cubane viewer-hexane; do
         copy_picture $picture 400x300 -shave 8x8 -bordercolor black -border 1 -fuzz 5% -trim +repage -border 40
     done
 fi

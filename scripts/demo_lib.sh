@@ -170,22 +170,37 @@ click() {
     settle 0.2
 }
 
+# aim X Y: points at a point of the canvas.
+aim() {
+    point $((canvas_x + $1)) $((canvas_y + $2))
+}
+
 # bond X1 Y1 X2 Y2: draws in the current mode, by a click at either end.
 bond() {
     click "$1" "$2"
     click "$3" "$4"
 }
 
-# drag X1 Y1 X2 Y2: drags what is at the first point of the canvas to the second, in ten steps.
-drag() {
-    point $((canvas_x + $1)) $((canvas_y + $2))
+# take X Y: presses the button on what is at a point of the canvas, and keeps it down.
+take() {
+    aim "$1" "$2"
     xdotool mousedown 1
+}
+
+# carry X1 Y1 X2 Y2: moves the pointer over the canvas in ten steps.
+carry() {
     local i
     for i in $(seq 10); do
         xdotool mousemove --window "$window" $((canvas_x + $1 + ($3 - $1) * i / 10)) \
             $((canvas_y + $2 + ($4 - $2) * i / 10))
         sleep 0.03
     done
+}
+
+# drag X1 Y1 X2 Y2: drags what is at the first point of the canvas to the second.
+drag() {
+    take "$1" "$2"
+    carry "$@"
     xdotool mouseup 1
     settle 0.3
 }
@@ -225,6 +240,31 @@ save_as() {
     press alt+f
     press a
     save_dialog "$1"
+}
+
+# open_viewer: opens the 3D viewer, sets `viewer` and flies near to the model.
+open_viewer() {
+    press ctrl+f
+    viewer=$(wait_window 'MOLECULAR I3D VIEWER') || exit 1
+    settle 2
+    press o
+    fly_nearer 420
+}
+
+# turn KEY TIMES: taps a key in the 3D viewer.
+turn() {
+    local i
+    for i in $(seq "$2"); do
+        hold "$1" 0.1
+    done
+}
+
+# close_viewer: closes it, and waits until the editor listens again.
+close_viewer() {
+    press Escape
+    wait_closed 'MOLECULAR I3D VIEWER'
+    xdotool windowactivate --sync "$window"
+    settle 2
 }
 
 # fly_nearer WIDTH: flies towards the model in the 3D viewer until it is that many pixels wide on the screen.

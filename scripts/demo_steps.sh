@@ -11,9 +11,13 @@ picture start
 
 say "Bonds: single, double, a wedge up, a wedge down, dashed."
 button singlebond
-bond 60 125 103 100
+click 60 125
+aim 103 100
+picture first-bond
+xdotool click 1
 bond 103 100 147 125
 bond 60 125 103 100
+picture double-bond
 button stereoup
 bond 147 125 190 100
 button stereodown
@@ -61,6 +65,68 @@ save_as edited
 expect_saved edited
 expect_lines edited 1 '^  ATOM OH 200 75 [^ ]+ 255 0 0$' 'atoms renamed to OH'
 
+say "The wedges are seen from the side, in the 3D viewer."
+open_viewer
+turn x 12
+picture viewer-wedges "$viewer"
+close_viewer
+
+say "A ring of bonds of fixed length, at fixed angles, with Control held."
+press ctrl+n
+button fixedlength
+button fixedangle
+button singlebond
+click 150 180
+xdotool keydown ctrl
+click 165 154
+click 195 154
+click 210 180
+click 195 206
+click 165 206
+aim 152 183
+picture fixed
+xdotool keyup ctrl
+click 150 180
+button fixedlength
+button fixedangle
+save_as ring
+expect_saved ring
+expect_lines ring 6 '^  ATOM C ' 'atoms of the ring'
+expect_lines ring 6 '^  BOND [0-9]+ [0-9]+ 1 1$' 'bonds of the ring'
+
+say "An atom is dropped on another one."
+press ctrl+n
+button singlebond
+bond 70 150 130 115
+bond 230 115 290 150
+button view
+take 230 115
+carry 230 115 133 116
+picture merging
+xdotool mouseup 1
+save_as merged
+expect_saved merged
+expect_lines merged 1 '^ MOLECULE 3 2$' 'molecules of three atoms'
+
+say "Whole molecules are moved and turned."
+press ctrl+n
+button benzene
+drag 95 82 235 122
+button benzene
+button rotate
+drag 47 109 51 109
+picture whole
+save_as whole
+expect_saved whole
+expect_lines whole 2 '^ MOLECULE 12 12$' 'benzenes'
+expect_lines whole 1 '^  ATOM C 234\.593 121\.678 ' 'benzenes that were moved as a whole'
+expect_lines whole 0 '^  ATOM C 94\.5929 81\.6784 ' 'benzenes that were not turned'
+press ctrl+w
+dialog=$(wait_window 'Close !') || exit 1
+picture close "$dialog"
+press Escape
+wait_closed 'Close !'
+
 say "The samples are opened, and saved again."
 for sample in alanine caffeine; do
     press ctrl+o
@@ -101,11 +167,7 @@ for molecule in cubane hexane; do
     say "The 3D viewer: $molecule."
     press ctrl+n
     button $molecule
-    press ctrl+f
-    viewer=$(wait_window 'MOLECULAR I3D VIEWER') || exit 1
-    settle 2
-    press o
-    fly_nearer 420
+    open_viewer
     picture viewer-$molecule-front "$viewer"
     hold x 0.4
     hold e 0.4
@@ -113,8 +175,7 @@ for molecule in cubane hexane; do
     if cmp -s "$out/viewer-$molecule-front.png" "$out/viewer-$molecule.png"; then
         fail "The model did not turn."
     fi
-    press Escape
-    wait_closed 'MOLECULAR I3D VIEWER'
+    close_viewer
 done
 
 say "The editor is left."
