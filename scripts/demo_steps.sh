@@ -111,16 +111,16 @@ expect_lines merged 1 '^ MOLECULE 3 2$' 'molecules of three atoms'
 say "Whole molecules are moved and turned."
 press ctrl+n
 button benzene
-drag 95 82 235 122
-button benzene
+drag 95 82 95 162
+button hexane
 button rotate
-drag 47 109 51 109
+drag 121 37 124 37
 picture whole
 save_as whole
 expect_saved whole
-expect_lines whole 2 '^ MOLECULE 12 12$' 'benzenes'
-expect_lines whole 1 '^  ATOM C 234\.593 121\.678 ' 'benzenes that were moved as a whole'
-expect_lines whole 0 '^  ATOM C 94\.5929 81\.6784 ' 'benzenes that were not turned'
+expect_lines whole 1 '^  ATOM C 94\.5929 161\.678 ' 'atoms of a benzene that was moved as a whole'
+expect_lines whole 1 '^  ATOM C 120\.662 36\.6123 ' 'atoms that the hexane was turned about'
+expect_lines whole 0 '^  ATOM C 142\.862 19\.2918 ' 'atoms of a hexane that was not turned'
 press ctrl+w
 dialog=$(wait_window 'Close !') || exit 1
 picture close "$dialog"
