@@ -44,6 +44,12 @@ expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 3$' 'wedges down'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 0$' 'dashed bonds'
 expect_lines drawing 1 '^  ATOM C 200 75 ' 'atoms where the wedge was dragged to'
 
+say "The wedges are seen from the side, in the 3D viewer."
+open_viewer
+turn x 12
+picture viewer-wedges "$viewer"
+close_viewer
+
 say "An atom is renamed and coloured, and a wedge gets another angle."
 click 200 75 3
 dialog=$(wait_window 'Atom Properties') || exit 1
@@ -64,12 +70,6 @@ wait_closed 'Bond Properties'
 save_as edited
 expect_saved edited
 expect_lines edited 1 '^  ATOM OH 200 75 [^ ]+ 255 0 0$' 'atoms renamed to OH'
-
-say "The wedges are seen from the side, in the 3D viewer."
-open_viewer
-turn x 12
-picture viewer-wedges "$viewer"
-close_viewer
 
 say "A ring of bonds of fixed length, at fixed angles, with Control held."
 press ctrl+n
