@@ -32,6 +32,6 @@ for argument in "$@"; do
 done
 
 say "Building KytStudio ($preset), then running all of its tests."
-install_missing "${build_packages[@]}" "${screen_packages[@]}" "${packaging_packages[@]}"
+install_missing "${build_packages[@]}" "${converter_packages[@]}" "${screen_packages[@]}" "${packaging_packages[@]}"
 build "$preset" all -DKYTSTUDIO_WERROR="${KYTSTUDIO_WERROR:-OFF}" -DBUILD_TESTING=ON
 exec ctest --preset "$preset" --parallel "${KYTSTUDIO_JOBS:-$(nproc)}"

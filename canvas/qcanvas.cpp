@@ -138,6 +138,12 @@ QCanvasItemList QCanvas::visibleItems(const QRect& area) const
     return QCanvasItemList(found.begin(), found.end());
 }
 
+void QCanvas::paint(QPainter& painter, const QRect& area) const
+{
+    for (QCanvasItem* item : visibleItems(area))
+        item->draw(painter);
+}
+
 void QCanvas::deleteItems(int rtti)
 {
     std::vector<Place> chosen;

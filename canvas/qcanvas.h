@@ -75,6 +75,10 @@ public:
     /// later created first, which is the one painted on top.
     QCanvasItemList collisions(const QPoint& p) const;
 
+    /// Paints the visible items that touch `area` (canvas pixels) as the views show them, without a background. The
+    /// painter works in canvas pixels.
+    void paint(QPainter& painter, const QRect& area) const;
+
     /// Deletes every item whose rtti() is `rtti`, in the order of creation. All of them are told first
     /// (QCanvasItem::aboutToBeCleared), so that items that hold on to each other can let go in linear time. A kept item
     /// is only taken off.

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QtGlobal>
 
 #include <vector>
 
@@ -12,6 +13,13 @@ class KytMolecule;
 class KytStudioDoc;
 class QCanvas;
 class QTextStream;
+
+/// Something that the reader of workspaces met and had not expected.
+struct WorkspaceFault {
+    qint64 word;  ///< the number of the word at which it was seen, from 1; one past the last word at the file's end
+    QString text; ///< what is wrong, and what the reader does about it
+    bool loses;   ///< something is not read as it stands in the file
+};
 
 /// Writes and reads workspaces: all molecules of a canvas, word by word, as text.
 ///
@@ -41,6 +49,8 @@ public:
     int bondsCount = 0;
     QList<KytAtom*> atomsArr;       ///< the molecule's atoms; the position is the index in the file
     std::vector<BondCell> bondsArr; ///< while writing: the molecule's bonds by from-atom, then by to-atom
+
+    std::vector<WorkspaceFault>* faults = nullptr; ///< where readWorkspace adds what is wrong; not owned, may be null
 
 private:
     void writeAtoms(QTextStream& stream, const QList<KytAtom*>& atoms);

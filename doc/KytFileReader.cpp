@@ -40,8 +40,11 @@ public:
         QString next;
         while ((next = word()) == QLatin1String("MOLECULE"))
             readMolecule();
-        if (next == endOfFile)
+        if (next == endOfFile) {
+            if (io.faults && !word().isEmpty())
+                note("text behind END_KYTFILE; it is not read", true);
             return true;
+        }
         meet(next.isEmpty() ? "it ends before END_KYTFILE" : "something other than a molecule; the rest is not read");
         return false;
     }
@@ -59,7 +62,7 @@ private:
         for (int i = 0; i < io.atomsCount && !ended; ++i)
             readAtom();
         for (int i = 0; i < io.bondsCount && !ended; ++i) {
-            keyword();
+            recordKeyword(QLatin1String("BOND"));
             readBond();
         }
         if (ended)
@@ -74,22 +77,25 @@ private:
     /// Reads to the closing word of the molecule, and the bonds that stand before it.
     void readFurtherBonds()
     {
-        while (!ended && word() == QLatin1String("BOND")) {
+        QString next;
+        while (!ended && (next = word()) == QLatin1String("BOND")) {
             meet("more bonds than announced");
             readBond();
         }
+        if (!ended && next != endOfMolecule)
+            note("something in place of END_MOLECULE; it is taken for that", true);
     }
 
     void readAtom()
     {
-        keyword();
+        recordKeyword(QLatin1String("ATOM"));
         const QString symbol = ended ? QString() : word();
         const float x = real();
         const float y = real();
         const float z = real();
-        const QString red = keyword();
-        const QString green = keyword();
-        const QString blue = keyword();
+        const QString red = colorComponent();
+        const QString green = colorComponent();
+        const QString blue = colorComponent();
         if (ended)
             return;
 
@@ -111,11 +117,23 @@ private:
         if (ended)
             return;
         KytBond* bond = newBond(from, to);
+        if (lines == 0)
+            note("a bond without lines");
         for (int i = 0; i < lines && !ended; ++i) {
             const auto kind = static_cast<KytBondType>(integer());
             if (bond && !ended)
-                bond->addBond(kind, isWedgeKind(kind) ? wedgeAngle(bond) : defaultAngle);
+                addLine(bond, kind);
         }
+    }
+
+    void addLine(KytBond* bond, KytBondType kind)
+    {
+        const int linesBefore = bond->bondCount;
+        bond->addBond(kind, isWedgeKind(kind) ? wedgeAngle(bond) : defaultAngle);
+        if (bond->bondCount == linesBefore)
+            note("a line or wedge that its bond has no room for; it is left out", true);
+        else if (!isLineKind(kind) && !isWedgeKind(kind))
+            note("a line of a kind that is not drawn");
     }
 
     /// A bond between the atoms at two indices; null where there can be none.
@@ -144,6 +162,7 @@ private:
     /// The next word, empty at the end of the stream.
     QString word()
     {
+        ++wordsRead;
         QString next;
         stream >> next;
         return next;
@@ -156,6 +175,23 @@ private:
         QString next = ended ? QString() : word();
         ended = next.isEmpty() || next == endOfMolecule;
         return next;
+    }
+
+    /// The word that a record begins with; anything is taken for it.
+    void recordKeyword(QLatin1String expected)
+    {
+        const QString found = keyword();
+        if (!ended && found != expected)
+            note("something in place of ATOM or BOND; it is taken for that", true);
+    }
+
+    QString colorComponent()
+    {
+        const QString component = keyword();
+        const int number = wholeInteger(component).value_or(-1);
+        if (!ended && (number < 0 || number > 255))
+            note("a part of a colour that is no number from 0 to 255");
+        return component;
     }
 
     int integer()
@@ -182,7 +218,18 @@ private:
         return std::max(0, number);
     }
 
-    void meet(const char* trouble) { met.insert(QString::fromLatin1(trouble)); }
+    /// Something that the log is to tell, too.
+    void meet(const char* trouble)
+    {
+        met.insert(QString::fromLatin1(trouble));
+        note(trouble, true);
+    }
+
+    void note(const char* trouble, bool loses = false)
+    {
+        if (io.faults)
+            io.faults->push_back({wordsRead, QString::fromLatin1(trouble), loses});
+    }
 
     QTextStream& stream;
     KytStudioDoc* doc;
@@ -190,6 +237,7 @@ private:
     KytFileIO& io;
     KytMolecule* molecule = nullptr; // the one being read
     bool ended = false;              // it has ended
+    qint64 wordsRead = 0;
     std::set<QString> met;
 };
 

@@ -11,6 +11,8 @@ build_packages=(
     fonts-liberation
 )
 screen_packages=(xvfb openbox xdotool x11-utils imagemagick)
+# What kytconvert is built with beyond that; the editor needs none of it.
+converter_packages=(librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev qt6-svg-dev)
 # What makes a Debian package and checks it, its metadata, its icons and the project's scripts.
 packaging_packages=(
     dpkg-dev fakeroot file lintian

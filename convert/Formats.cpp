@@ -1,0 +1,25 @@
+#include "convert/Formats.h"
+
+#include <QFileInfo>
+#include <QHash>
+
+std::optional<Format> formatNamed(const QString& name)
+{
+    static const QHash<QString, Format> formats = {
+        {"kyt", Format::Workspace}, {"kyf", Format::Workspace}, {"mol", Format::Molfile}, {"mdl", Format::Molfile},
+        {"sdf", Format::SdFile},    {"sd", Format::SdFile},     {"smi", Format::Smiles},  {"smiles", Format::Smiles},
+        {"svg", Format::Svg},       {"png", Format::Png},       {"pdf", Format::Pdf},
+    };
+    const auto known = formats.constFind(name.toLower());
+    return known != formats.cend() ? std::optional(*known) : std::nullopt;
+}
+
+std::optional<Format> formatOfFile(const QString& fileName)
+{
+    return formatNamed(QFileInfo(fileName).suffix());
+}
+
+bool isPicture(Format format)
+{
+    return format == Format::Svg || format == Format::Png || format == Format::Pdf;
+}

@@ -1,0 +1,137 @@
+#include "convert/Placement.h"
+
+#include "bonds/BondGeometry.h"
+#include "canvas/truncate.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr double canvasSize = 2000; // pixels
+constexpr double gap = 45;          // pixels between drawings side by side: an atom's label fits
+constexpr float drawnAngle = 60;    // degrees, of a wedge drawn by hand
+const double drawnSlope = std::tan(drawnAngle * std::numbers::pi / 180);
+
+// What a label, which hangs to the lower right of its atom, takes beside the atoms' centres; in pixels.
+constexpr QMarginsF labelSpace(7, 7, 14, 22);
+
+double placeAlong(double length, double first, double last)
+{
+    const double room = last - first - length;
+    return room > 0 ? first + room / 2 : first;
+}
+
+/// Where the corner of something of this size goes.
+QPointF cornerFor(const QSizeF& size)
+{
+    const QRectF room = shownPart.marginsRemoved(labelSpace);
+    return {placeAlong(size.width(), room.left(), room.right()), placeAlong(size.height(), room.top(), room.bottom())};
+}
+
+void moveTo(Sketch& sketch, const QPointF& corner)
+{
+    const QRectF extent = extentOf(sketch);
+    shift(sketch, corner.x() - extent.x(), corner.y() - extent.y());
+}
+
+/// The indices of the wedges, each behind the one that ends where it starts as far as there is such an order.
+std::vector<std::size_t> wedgesInOrder(const SketchMolecule& molecule)
+{
+    std::vector<std::size_t> endingAt(molecule.atoms.size(), molecule.bonds.size());
+    for (std::size_t i = 0; i < molecule.bonds.size(); ++i)
+        if (isWedge(molecule.bonds[i]))
+            endingAt[molecule.bonds[i].to] = i;
+
+    std::vector<std::size_t> order;
+    std::vector<bool> met(molecule.bonds.size());
+    for (std::size_t i = 0; i < molecule.bonds.size(); ++i) {
+        std::vector<std::size_t> path;
+        for (std::size_t next = i; next < molecule.bonds.size() && isWedge(molecule.bonds[next]) && !met[next];
+             next = endingAt[molecule.bonds[next].from]) {
+            met[next] = true;
+            path.push_back(next);
+        }
+        order.insert(order.end(), path.rbegin(), path.rend());
+    }
+    return order;
+}
+
+} // namespace
+
+QRectF extentOf(const Sketch& sketch)
+{
+    bool any = false;
+    double left = 0, right = 0, top = 0, bottom = 0;
+    for (const SketchMolecule& molecule : sketch.molecules) {
+        for (const SketchAtom& atom : molecule.atoms) {
+            left = any ? std::min(left, atom.x) : atom.x;
+            right = any ? std::max(right, atom.x) : atom.x;
+            top = any ? std::min(top, atom.y) : atom.y;
+            bottom = any ? std::max(bottom, atom.y) : atom.y;
+            any = true;
+        }
+    }
+    return QRectF(left, top, right - left, bottom - top);
+}
+
+void shift(Sketch& sketch, double dx, double dy)
+{
+    for (SketchMolecule& molecule : sketch.molecules) {
+        for (SketchAtom& atom : molecule.atoms) {
+            atom.x += dx;
+            atom.y += dy;
+        }
+    }
+}
+
+void place(Sketch& sketch)
+{
+    if (!std::exchange(sketch.placed, true))
+        moveTo(sketch, cornerFor(extentOf(sketch).size()));
+}
+
+Sketch sideBySide(std::vector<Sketch> sketches)
+{
+    Sketch all;
+    all.placed = true;
+    all.laidOut = !sketches.empty()
+        && std::all_of(sketches.begin(), sketches.end(), [](const Sketch& sketch) { return sketch.laidOut; });
+    QPointF pen(0, 0);
+    double rowHeight = 0;
+    for (Sketch& sketch : sketches) {
+        const QSizeF size = extentOf(sketch).size();
+        if (pen.x() > 0 && pen.x() + size.width() > canvasSize - 2 * gap) {
+            pen = {0, pen.y() + rowHeight + gap};
+            rowHeight = 0;
+        }
+        if (sketches.size() > 1)
+            moveTo(sketch, pen);
+        else
+            place(sketch);
+        pen.rx() += size.width() + gap;
+        rowHeight = std::max(rowHeight, size.height());
+        std::move(sketch.molecules.begin(), sketch.molecules.end(), std::back_inserter(all.molecules));
+    }
+    if (sketches.size() > 1)
+        moveTo(all, cornerFor(extentOf(all).size()));
+    return all;
+}
+
+void liftWedges(SketchMolecule& molecule)
+{
+    for (const std::size_t index : wedgesInOrder(molecule)) {
+        SketchBond& wedge = molecule.bonds[index];
+        const SketchAtom& from = molecule.atoms[wedge.from];
+        SketchAtom& to = molecule.atoms[wedge.to];
+        if (from.depth == to.depth) {
+            const double rise = drawnSlope * distance({from.x, from.y}, {to.x, to.y});
+            to.depth = narrowed(wedge.kinds.front() == KYTBT_StereoUp ? from.depth + rise : from.depth - rise);
+            wedge.angle = drawnAngle;
+        } else {
+            const double length = pixelDistance({from.x, from.y}, {to.x, to.y});
+            wedge.angle = narrowed(projectionAngle(double{from.depth} - to.depth, length));
+        }
+    }
+}

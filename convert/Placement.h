@@ -1,0 +1,27 @@
+#pragma once
+
+#include "convert/Sketch.h"
+
+#include <QRectF>
+
+/// The part of the canvas that a fresh window shows, in canvas pixels.
+constexpr QRectF shownPart(0, 0, 385, 240);
+
+/// The rectangle around the atoms' centres; null where there are none.
+QRectF extentOf(const Sketch& sketch);
+
+/// Moves everything by (dx, dy) canvas pixels.
+void shift(Sketch& sketch, double dx, double dy);
+
+/// Puts the sketch into the middle of the part of the canvas that a fresh window shows, or, where it is too large for
+/// that, to its left or upper edge. A sketch that is placed already stays.
+void place(Sketch& sketch);
+
+/// One drawing with all the sketches. A single one keeps its place; several are laid out side by side, in rows that are
+/// as wide as the canvas at most.
+Sketch sideBySide(std::vector<Sketch> sketches);
+
+/// Gives every wedge whose ends lie at equal depths the angle of 60 degrees and lifts or lowers its wide end to match,
+/// as when it is drawn by hand, a wedge before those that start from its wide end. The other wedges get the angle that
+/// their depths give.
+void liftWedges(SketchMolecule& molecule);

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <utility>
+#include <vector>
+
+/// A record of an SD file, or a molfile.
+struct SdRecord {
+    int firstLine = 1;                             ///< of the record in its file, from 1
+    QByteArray block;                              ///< the molfile, up to "M  END"
+    std::vector<std::pair<QString, QString>> data; ///< the properties behind it: name and text
+};
+
+/// The records of a file. Lines may end in any way; blank lines behind the last record are none.
+std::vector<SdRecord> splitRecords(const QByteArray& text);
+
+/// Throws ConversionError where the record announces more than it has lines for, so that whoever reads it need not make
+/// room for it in vain.
+void checkAnnouncements(const SdRecord& record);

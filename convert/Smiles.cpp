@@ -1,0 +1,198 @@
+#include "convert/Chemistry.h"
+#include "convert/Deadline.h"
+#include "convert/Placement.h"
+#include "convert/RDKitMolecule.h"
+#include "convert/Symbols.h"
+
+#include <GraphMol/Depictor/RDDepictor.h>
+#include <GraphMol/FileParsers/MolFileStereochem.h>
+#include <GraphMol/MolOps.h>
+#include <GraphMol/SmilesParse/SmilesParse.h>
+#include <GraphMol/SmilesParse/SmilesWrite.h>
+#include <RDGeneral/RDLog.h>
+
+#include <QRegularExpression>
+
+#include <clocale>
+
+using namespace RDKit;
+
+namespace {
+
+// The layout needs memory with the square of the atoms.
+constexpr unsigned mostAtoms = 2000;
+constexpr qsizetype longestLine = 16 * 1024;     // characters
+constexpr std::size_t mostAtomsToWrite = 10'000; // RDKit walks along a molecule on the machine stack
+
+/// A line of a SMILES file.
+struct Line {
+    QString smiles; ///< with its extension in vertical bars, if it has one
+    QString name;
+};
+
+Line parseLine(const QString& text)
+{
+    static const QRegularExpression form(QStringLiteral(R"(\A(\S+(?:\s+\|[^|]*\|)?)(?:\s+(.*))?\z)"));
+    const QRegularExpressionMatch match = form.match(text);
+    return {match.captured(1), match.captured(2).simplified()};
+}
+
+std::vector<ChosenWedge> chooseWedges(const RWMol& molecule)
+{
+    std::vector<ChosenWedge> chosen;
+    const INT_MAP_INT wedges = pickBondsToWedge(molecule);
+    for (const auto& [index, narrowEnd] : wedges) {
+        const Bond* bond = molecule.getBondWithIdx(index);
+        const Bond::BondDir direction = DetermineBondWedgeState(bond, wedges, &molecule.getConformer());
+        if (bond->getBondType() != Bond::SINGLE || (direction != Bond::BEGINWEDGE && direction != Bond::BEGINDASH))
+            continue;
+        chosen.push_back({static_cast<unsigned>(index), static_cast<unsigned>(narrowEnd),
+                          direction == Bond::BEGINWEDGE ? KYTBT_StereoUp : KYTBT_StereoDown});
+    }
+    return chosen;
+}
+
+SketchMolecule layOut(RWMol& molecule, Notes& notes)
+{
+    for (const Bond* bond : molecule.bonds())
+        if (bond->getBondType() == Bond::DOUBLE && bond->getStereo() == Bond::STEREOANY)
+            notes.add("double bonds of unknown stereo, which a drawing cannot show");
+    MolOps::Kekulize(molecule, true);
+    RDDepict::compute2DCoords(molecule, nullptr, true);
+    SketchMolecule drawn = sketchOf(molecule, chooseWedges(molecule), notes);
+    liftWedges(drawn);
+    return drawn;
+}
+
+SketchMolecule readLine(const QString& text, Notes& notes)
+{
+    const Line line = parseLine(text);
+    if (text.size() > longestLine)
+        throw ConversionError(QStringLiteral("the line is longer than %1 characters").arg(longestLine));
+    SmilesParserParams params;
+    params.parseName = false;
+    const std::unique_ptr<RWMol> molecule(SmilesToMol(line.smiles.toStdString(), params));
+    if (!molecule)
+        throw ConversionError(QStringLiteral("not a SMILES that can be read: ") + line.smiles.left(60));
+    if (molecule->getNumAtoms() > mostAtoms)
+        throw ConversionError(QStringLiteral("%1 atoms are too many to be laid out (%2 at most)")
+                                  .arg(molecule->getNumAtoms())
+                                  .arg(mostAtoms));
+    if (molecule->getNumAtoms() == 0)
+        throw ConversionError(QStringLiteral("no atoms"));
+    SketchMolecule drawn = layOut(*molecule, notes);
+    drawn.name = line.name;
+    return drawn;
+}
+
+/// Tells the labels of atoms that are no element's, as the extended SMILES does.
+bool labelAtoms(RWMol& molecule, const SketchMolecule& drawn)
+{
+    bool any = false;
+    for (Atom* atom : molecule.atoms()) {
+        const QString& symbol = drawn.atoms[atom->getIdx()].symbol;
+        if (atom->getAtomicNum() != 0 || parseSymbol(symbol))
+            continue;
+        atom->setProp(common_properties::atomLabel, symbol.toStdString());
+        any = true;
+    }
+    return any;
+}
+
+/// As it is drawn, where the chemistry is not possible.
+std::string plainSmiles(const SketchMolecule& drawn, Notes& notes)
+{
+    notes.add("molecules that are not possible as they are drawn; they are written without stereo");
+    Notes ignored;
+    const std::unique_ptr<RWMol> molecule = moleculeOf(drawn, MoleculeUse::Chemistry, ignored);
+    molecule->clearConformers();
+    for (Bond* bond : molecule->bonds())
+        bond->setBondDir(Bond::NONE);
+    molecule->updatePropertyCache(false);
+    MolOps::fastFindRings(*molecule);
+    return MolToSmiles(*molecule);
+}
+
+qsizetype hydrogenBonds(const SketchMolecule& drawn)
+{
+    return std::count_if(drawn.bonds.begin(), drawn.bonds.end(), [](const SketchBond& bond) {
+        return bond.kinds.size() == 1 && bond.kinds.front() == KYTBT_DashedLine;
+    });
+}
+
+} // namespace
+
+void startChemistry()
+{
+    boost::logging::disable_logs("rdApp.*");
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+std::vector<Sketch> readSmiles(const QByteArray& text, const QString& name, Notes& notes)
+{
+    std::vector<Sketch> sketches;
+    int number = 0;
+    for (const QByteArray& bytes : text.split('\n')) {
+        ++number;
+        const QString line = QString::fromUtf8(bytes).trimmed();
+        if (line.isEmpty() || line.startsWith(u'#'))
+            continue;
+        const Deadline deadline(QStringLiteral("%1:%2").arg(name).arg(number));
+        try {
+            Sketch sketch;
+            sketch.laidOut = true;
+            sketch.molecules.push_back(readLine(line, notes));
+            place(sketch);
+            sketch.placed = false;
+            sketches.push_back(std::move(sketch));
+        } catch (const std::exception& fault) {
+            throw ConversionError(QStringLiteral("%1:%2: %3").arg(name).arg(number).arg(fault.what()));
+        }
+    }
+    if (sketches.empty())
+        throw ConversionError(name + QStringLiteral(": there is no SMILES in it"));
+    return sketches;
+}
+
+QString smilesOf(const SketchMolecule& drawn, Notes& notes)
+{
+    if (drawn.atoms.size() > mostAtomsToWrite)
+        throw ConversionError(QStringLiteral("a molecule of %1 atoms is too large for SMILES (%2 at most)")
+                                  .arg(drawn.atoms.size())
+                                  .arg(mostAtomsToWrite));
+    const Deadline deadline(QStringLiteral("the SMILES of a molecule"));
+    notes.add("hydrogen bonds, which SMILES does not have", hydrogenBonds(drawn));
+    const std::unique_ptr<RWMol> molecule = moleculeOf(drawn, MoleculeUse::Chemistry, notes);
+    const bool labelled = labelAtoms(*molecule, drawn);
+    std::string smiles;
+    try {
+        perceive(*molecule);
+        molecule->clearConformers();
+        if (labelled)
+            smiles = MolToCXSmiles(*molecule, SmilesWriteParams(), SmilesWrite::CX_ATOM_LABELS);
+        else
+            smiles = MolToSmiles(*molecule);
+    } catch (const MolSanitizeException&) {
+        if (labelled)
+            notes.add("labels that are no elements, which become *");
+        smiles = plainSmiles(drawn, notes);
+    }
+    return QString::fromStdString(smiles);
+}
+
+QByteArray smilesOf(const std::vector<Sketch>& sketches, Notes& notes)
+{
+    QByteArray text;
+    for (const Sketch& sketch : sketches) {
+        for (const SketchMolecule& molecule : sketch.molecules) {
+            if (!sketch.laidOut)
+                notes.add("molecules whose places, depths and colours SMILES cannot carry");
+            notes.add("further properties of records, which SMILES does not have", std::ssize(molecule.data));
+            text += smilesOf(molecule, notes).toUtf8();
+            if (!molecule.name.isEmpty())
+                text += '\t' + molecule.name.toUtf8();
+            text += '\n';
+        }
+    }
+    return text;
+}

@@ -1,0 +1,133 @@
+#include "convert/Symbols.h"
+
+#include <QHash>
+#include <QRegularExpression>
+
+#include <iterator>
+
+namespace {
+
+const char* const names[] = {"*",  "H",  "He", "Li", "Be", "B",  "C",  "N",  "O",  "F",  "Ne", "Na", "Mg", "Al", "Si",
+                             "P",  "S",  "Cl", "Ar", "K",  "Ca", "Sc", "Ti", "V",  "Cr", "Mn", "Fe", "Co", "Ni", "Cu",
+                             "Zn", "Ga", "Ge", "As", "Se", "Br", "Kr", "Rb", "Sr", "Y",  "Zr", "Nb", "Mo", "Tc", "Ru",
+                             "Rh", "Pd", "Ag", "Cd", "In", "Sn", "Sb", "Te", "I",  "Xe", "Cs", "Ba", "La", "Ce", "Pr",
+                             "Nd", "Pm", "Sm", "Eu", "Gd", "Tb", "Dy", "Ho", "Er", "Tm", "Yb", "Lu", "Hf", "Ta", "W",
+                             "Re", "Os", "Ir", "Pt", "Au", "Hg", "Tl", "Pb", "Bi", "Po", "At", "Rn", "Fr", "Ra", "Ac",
+                             "Th", "Pa", "U",  "Np", "Pu", "Am", "Cm", "Bk", "Cf", "Es", "Fm", "Md", "No", "Lr", "Rf",
+                             "Db", "Sg", "Bh", "Hs", "Mt", "Ds", "Rg", "Cn", "Nh", "Fl", "Mc", "Lv", "Ts", "Og"};
+constexpr int elements = static_cast<int>(std::size(names)) - 1;
+
+constexpr int highestCharge = 15;
+
+const QHash<QString, int>& numbers()
+{
+    static const QHash<QString, int> known = [] {
+        QHash<QString, int> table;
+        for (int number = 0; number <= elements; ++number)
+            table.insert(QString::fromLatin1(names[number]), number);
+        return table;
+    }();
+    return known;
+}
+
+/// The charge that `text` says: "+", "2+", "+2", "--"; nothing where it says none that could be drawn.
+std::optional<int> parseCharge(const QString& text)
+{
+    if (text.isEmpty())
+        return 0;
+    const bool negative = !text.contains(u'+');
+    QString digits = text;
+    digits.removeIf([](QChar c) { return !c.isDigit(); });
+    const int size = digits.isEmpty() ? static_cast<int>(text.size()) : digits.toInt();
+    if (size < 1 || size > highestCharge)
+        return std::nullopt;
+    return negative ? -size : size;
+}
+
+/// Red, green and blue of one element or several.
+struct Color {
+    const char* elements;
+    const char* rgb[3];
+};
+
+const Color colors[] = {
+    {"H D T", {"255", "255", "255"}},
+    {"C", {"64", "64", "64"}},
+    {"N", {"48", "80", "255"}},
+    {"O", {"255", "0", "0"}},
+    {"F Cl", {"0", "200", "0"}},
+    {"Br", {"160", "40", "0"}},
+    {"I At", {"130", "0", "160"}},
+    {"S Se Te", {"230", "200", "0"}},
+    {"P As", {"255", "140", "0"}},
+    {"B", {"255", "180", "180"}},
+    {"Si", {"200", "160", "100"}},
+    {"He Ne Ar Kr Xe Rn", {"0", "200", "200"}},
+    {"Li Na K Rb Cs Fr", {"120", "0", "220"}},
+    {"Be Mg Ca Sr Ba Ra", {"0", "110", "0"}},
+    {"Fe", {"200", "100", "0"}},
+};
+
+} // namespace
+
+std::optional<ElementSymbol> parseSymbol(QStringView symbol)
+{
+    static const QRegularExpression form(QStringLiteral(
+        R"(\A([1-9][0-9]{0,2})?(\*|[A-Z][a-z]?)([0-9]{0,2}[+\-\x{2212}]|[+\-\x{2212}][0-9]{1,2}|\+{2,4}|-{2,4})?\z)"));
+    const QRegularExpressionMatch match = form.match(symbol);
+    if (!match.hasMatch())
+        return std::nullopt;
+
+    ElementSymbol element;
+    element.isotope = match.captured(1).toInt();
+    const QString name = match.captured(2);
+    if ((name == QLatin1String("D") || name == QLatin1String("T")) && element.isotope == 0) {
+        element.number = 1;
+        element.isotope = name == QLatin1String("D") ? 2 : 3;
+    } else {
+        element.number = numbers().value(name, -1);
+    }
+    const std::optional<int> charge = parseCharge(match.captured(3));
+    if (element.number < 0 || !charge)
+        return std::nullopt;
+    element.charge = *charge;
+    return element;
+}
+
+QString symbolOf(const ElementSymbol& element)
+{
+    QString text;
+    if (element.isotope > 0)
+        text += QString::number(element.isotope);
+    text += elementName(element.number);
+    if (element.charge == 0)
+        return text;
+    if (std::abs(element.charge) > 1)
+        text += QString::number(std::abs(element.charge));
+    return text + (element.charge > 0 ? u'+' : u'-');
+}
+
+QString elementName(int number)
+{
+    return QString::fromLatin1(names[number >= 0 && number <= elements ? number : 0]);
+}
+
+std::array<QString, 3> elementColor(QStringView symbol)
+{
+    static const QHash<QString, std::array<QString, 3>> table = [] {
+        QHash<QString, std::array<QString, 3>> byElement;
+        for (const Color& color : colors)
+            for (const QString& name : QString::fromLatin1(color.elements).split(u' '))
+                byElement.insert(name, {color.rgb[0], color.rgb[1], color.rgb[2]});
+        return byElement;
+    }();
+    const std::optional<ElementSymbol> element = parseSymbol(symbol);
+    if (element && element->number > 0)
+        return table.value(elementName(element->number), {"255", "20", "150"});
+    // A label such as "OH" or "CH3" is coloured by the element that it begins with.
+    static const QRegularExpression start(QStringLiteral(R"(\A[0-9]*([A-Z][a-z]?))"));
+    QString name = start.match(symbol).captured(1);
+    while (!name.isEmpty() && !table.contains(name))
+        name.chop(1);
+    return table.value(name, {"128", "128", "128"});
+}

@@ -1,0 +1,39 @@
+# bash completion for kytconvert
+# shellcheck shell=bash
+
+_kytconvert() {
+    local current=${COMP_WORDS[COMP_CWORD]}
+    local previous=${COMP_WORDS[COMP_CWORD - 1]}
+    COMPREPLY=()
+    case $previous in
+    --from)
+        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles" -- "$current")
+        return
+        ;;
+    --to)
+        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles svg png pdf" -- "$current")
+        return
+        ;;
+    --background)
+        mapfile -t COMPREPLY < <(compgen -W "white transparent black" -- "$current")
+        return
+        ;;
+    --scale | --margin) return ;;
+    esac
+    if [[ $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "-o --output --from --to --v3000 --scale --margin --background --check \
+            --info --json --help --version" -- "$current")
+        return
+    fi
+    local endings='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles)'
+    [[ $previous == -o || $previous == --output ]] && endings='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|svg|png|pdf)'
+    local extglob
+    extglob=$(shopt -p extglob)
+    shopt -s extglob
+    mapfile -t COMPREPLY < <(
+        compgen -d -- "$current"
+        compgen -f -X "!*.$endings" -- "$current"
+    )
+    eval "$extglob"
+}
+complete -o filenames -F _kytconvert kytconvert

@@ -1,0 +1,505 @@
+#include "convert/Chemistry.h"
+#include "convert/Conversion.h"
+#include "convert/Placement.h"
+#include "convert/Symbols.h"
+
+#include <GraphMol/SmilesParse/SmilesParse.h>
+#include <GraphMol/SmilesParse/SmilesWrite.h>
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace {
+
+constexpr double tolerance = 1e-4 * pixelsPerAngstrom; // pixels
+
+QByteArray contentsOf(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+std::vector<Sketch> read(const QByteArray& text, Format format)
+{
+    Notes notes;
+    return readSketches(text, format, "test", notes);
+}
+
+QByteArray write(const std::vector<Sketch>& sketches, Format format, bool v3000 = false)
+{
+    Notes notes;
+    OutputStyle style;
+    style.v3000 = v3000;
+    return writeSketches(sketches, format, style, notes);
+}
+
+std::vector<SketchBond> inOrder(std::vector<SketchBond> bonds)
+{
+    std::sort(bonds.begin(), bonds.end(), [](const SketchBond& a, const SketchBond& b) {
+        return std::pair(a.from, a.to) < std::pair(b.from, b.to);
+    });
+    return bonds;
+}
+
+/// How two molecules differ; empty where they are the same.
+QString difference(const SketchMolecule& a, const SketchMolecule& b)
+{
+    if (a.atoms.size() != b.atoms.size() || a.bonds.size() != b.bonds.size())
+        return QStringLiteral("%1 atoms, %2 bonds; %3 atoms, %4 bonds")
+            .arg(a.atoms.size())
+            .arg(a.bonds.size())
+            .arg(b.atoms.size())
+            .arg(b.bonds.size());
+    for (std::size_t i = 0; i < a.atoms.size(); ++i) {
+        const SketchAtom& one = a.atoms[i];
+        const SketchAtom& other = b.atoms[i];
+        if (one.symbol != other.symbol)
+            return QStringLiteral("atom %1: %2, %3").arg(i).arg(one.symbol, other.symbol);
+        if (one.color != other.color)
+            return QStringLiteral("atom %1: colours").arg(i);
+        if (std::fabs(one.x - other.x) > tolerance || std::fabs(one.y - other.y) > tolerance
+            || std::fabs(one.depth - other.depth) > tolerance)
+            return QStringLiteral("atom %1: (%2, %3, %4), (%5, %6, %7)")
+                .arg(i)
+                .arg(one.x)
+                .arg(one.y)
+                .arg(double{one.depth})
+                .arg(other.x)
+                .arg(other.y)
+                .arg(double{other.depth});
+    }
+    const std::vector<SketchBond> bonds = inOrder(a.bonds);
+    const std::vector<SketchBond> others = inOrder(b.bonds);
+    for (std::size_t i = 0; i < bonds.size(); ++i) {
+        if (bonds[i].from != others[i].from || bonds[i].to != others[i].to)
+            return QStringLiteral("bond %1: ends").arg(i);
+        if (bonds[i].kinds != others[i].kinds)
+            return QStringLiteral("bond %1: kinds").arg(i);
+        if (isWedge(bonds[i]) && std::fabs(bonds[i].angle - others[i].angle) > 0.1F)
+            return QStringLiteral("bond %1: angles %2, %3")
+                .arg(i)
+                .arg(double{bonds[i].angle})
+                .arg(double{others[i].angle});
+    }
+    return {};
+}
+
+QString difference(const std::vector<Sketch>& a, const std::vector<Sketch>& b)
+{
+    if (a.size() != 1 || b.size() != 1 || a[0].molecules.size() != b[0].molecules.size())
+        return QStringLiteral("not one drawing each with as many molecules");
+    for (std::size_t i = 0; i < a[0].molecules.size(); ++i)
+        if (const QString found = difference(a[0].molecules[i], b[0].molecules[i]); !found.isEmpty())
+            return QStringLiteral("molecule %1, ").arg(i) + found;
+    return {};
+}
+
+/// Through a molfile or an SD file and back.
+QString lossThrough(const QByteArray& workspace, Format format, bool v3000)
+{
+    const std::vector<Sketch> before = read(workspace, Format::Workspace);
+    const std::vector<Sketch> between = read(write(before, format, v3000), format);
+    return difference(before, read(write(between, Format::Workspace), Format::Workspace));
+}
+
+SketchMolecule randomMolecule(QRandomGenerator& random)
+{
+    const QStringList symbols = {"C",    "C",   "C",    "N",    "O",   "H",  "N+",
+                                 "O-",   "13C", "Fe3+", "Ca+2", "D",   "OH", "CH3",
+                                 "R1",   "*",   "NH2",  "Cl",   "Br",  "2H", "18F-",
+                                 "X",    "A",   "Q",    "L",    "Pol", "M",  QStringLiteral("\u03b1"),
+                                 "$$$$", "END"};
+    const std::vector<std::vector<KytBondType>> kinds = {
+        {KYTBT_SingleBond},
+        {KYTBT_SingleBond, KYTBT_SingleBond},
+        {KYTBT_SingleBond, KYTBT_SingleBond, KYTBT_SingleBond},
+        {KYTBT_DashedLine},
+        {KYTBT_SingleBond, KYTBT_DashedLine},
+        {KYTBT_StereoUp},
+        {KYTBT_StereoDown},
+    };
+    SketchMolecule molecule;
+    const int atoms = 1 + random.bounded(40);
+    for (int i = 0; i < atoms; ++i) {
+        const auto part = [&] { return QString::number(random.bounded(256)); };
+        molecule.atoms.push_back({symbols[random.bounded(symbols.size())],
+                                  1 + random.bounded(998.0),
+                                  1 + random.bounded(998.0),
+                                  static_cast<float>(random.bounded(400.0) - 200),
+                                  {part(), part(), part()}});
+    }
+    for (int i = 1; i < atoms; ++i) {
+        const int other = random.bounded(i);
+        const bool swap = random.bounded(2) == 1;
+        molecule.bonds.push_back({swap ? i : other, swap ? other : i, kinds[random.bounded(kinds.size())], 0});
+    }
+    return molecule;
+}
+
+Sketch randomSketch(QRandomGenerator& random)
+{
+    Sketch sketch;
+    sketch.placed = true;
+    for (int i = random.bounded(4); i >= 0; --i)
+        sketch.molecules.push_back(randomMolecule(random));
+    return sketch;
+}
+
+struct Known {
+    QString smiles;
+    QString name;
+    bool survives;
+};
+
+QList<Known> knownMolecules()
+{
+    QList<Known> known;
+    for (const QByteArray& bytes : contentsOf("tests/convert/molecules.smi").split('\n')) {
+        const QString line = QString::fromUtf8(bytes);
+        if (line.isEmpty() || line.startsWith(u'#'))
+            continue;
+        const QString behind = line.section(u' ', 1);
+        known.append({line.section(u' ', 0, 0), behind.section(QStringLiteral(" ! "), 0, 0),
+                      !behind.contains(QStringLiteral(" ! "))});
+    }
+    return known;
+}
+
+/// What RDKit makes of a SMILES without any drawing.
+QString canonical(const QString& smiles)
+{
+    const std::unique_ptr<RDKit::RWMol> molecule(RDKit::SmilesToMol(smiles.toStdString()));
+    return molecule ? QString::fromStdString(RDKit::MolToSmiles(*molecule)) : QString();
+}
+
+QString throughADrawing(const QString& smiles)
+{
+    const QByteArray workspace = write(read(smiles.toUtf8(), Format::Smiles), Format::Workspace);
+    return QString::fromUtf8(write(read(workspace, Format::Workspace), Format::Smiles)).section(u'\t', 0, 0).trimmed();
+}
+
+QStringList notesOf(const QByteArray& text, Format from, Format to)
+{
+    Notes notes;
+    writeSketches(readSketches(text, from, "test", notes), to, OutputStyle(), notes);
+    return notes.lines();
+}
+
+QByteArray workspaceWith(const QByteArray& bonds, int atoms = 3)
+{
+    QByteArray text =
+        "KYTFILE\n MOLECULE " + QByteArray::number(atoms) + ' ' + QByteArray::number(bonds.count("BOND")) + '\n';
+    for (int i = 0; i < atoms; ++i)
+        text += "ATOM C " + QByteArray::number(100 + 30 * i) + " 100 0 64 64 64\n";
+    return text + bonds + "\nEND_MOLECULE\nEND_KYTFILE\n";
+}
+
+} // namespace
+
+class test_Interchange : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { startChemistry(); }
+
+    void libraryAndSamplesSurviveMolfiles_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<Format>("format");
+        QTest::addColumn<bool>("v3000");
+        for (const char* name : {"lib/benzene.kyf", "lib/cubane.kyf", "lib/hexane.kyf", "lib/megaphon.kyf",
+                                 "lib/prop.kyf", "lib/water.kyf", "data/alanine.kyt", "data/caffeine.kyt"}) {
+            for (const Format format : {Format::Molfile, Format::SdFile}) {
+                for (const bool v3000 : {false, true})
+                    QTest::addRow("%s %s %s", name, format == Format::Molfile ? "molfile" : "SD file",
+                                  v3000 ? "V3000" : "V2000")
+                        << name << format << v3000;
+            }
+        }
+    }
+    void libraryAndSamplesSurviveMolfiles()
+    {
+        QFETCH(QString, fileName);
+        QFETCH(Format, format);
+        QFETCH(bool, v3000);
+        const QByteArray text = contentsOf(fileName);
+        QVERIFY(!text.isEmpty());
+        QCOMPARE(lossThrough(text, format, v3000), QString());
+    }
+
+    void randomDrawingsSurviveMolfiles_data()
+    {
+        QTest::addColumn<Format>("format");
+        QTest::addColumn<bool>("v3000");
+        QTest::newRow("molfile V2000") << Format::Molfile << false;
+        QTest::newRow("molfile V3000") << Format::Molfile << true;
+        QTest::newRow("SD file V2000") << Format::SdFile << false;
+        QTest::newRow("SD file V3000") << Format::SdFile << true;
+    }
+    void randomDrawingsSurviveMolfiles()
+    {
+        QFETCH(Format, format);
+        QFETCH(bool, v3000);
+        QRandomGenerator random(11);
+        for (int round = 0; round < 100; ++round)
+            QCOMPARE(lossThrough(write({randomSketch(random)}, Format::Workspace), format, v3000), QString());
+    }
+
+    void moreThanAV2000FileHoldsIsWrittenAsV3000()
+    {
+        Sketch sketch;
+        sketch.placed = true;
+        sketch.molecules.emplace_back();
+        for (int i = 0; i < 1200; ++i) {
+            sketch.molecules[0].atoms.push_back({"C", i % 60 * 30.0, i / 60 * 30.0, 0, {"1", "2", "3"}});
+            if (i > 0)
+                sketch.molecules[0].bonds.push_back({i - 1, i, {KYTBT_SingleBond}, 0});
+        }
+        const QByteArray text = write({sketch}, Format::Molfile);
+        QVERIFY(text.contains("V3000"));
+        QCOMPARE(difference({sketch}, read(text, Format::Molfile)), QString());
+    }
+
+    void scaleAndAxesOfAMolfile()
+    {
+        const QByteArray text =
+            write(read("KYTFILE MOLECULE 1 0 ATOM N+ 130 45 -30 1 2 3 END_MOLECULE END_KYTFILE", Format::Workspace),
+                  Format::Molfile);
+        QVERIFY(text.contains("    6.5000   -2.2500   -1.5000 N "));
+        QVERIFY(text.contains("M  CHG  1   1   1"));
+        QVERIFY(text.contains("KYTSTUDIO_COLORS>\n1 1 2 3\n"));
+    }
+
+    void wedgesAreWrittenWithTheNarrowEndFirst()
+    {
+        const QByteArray text =
+            write(read(workspaceWith("BOND 2 1 1 2\nBOND 1 0 1 3"), Format::Workspace), Format::Molfile);
+        QVERIFY(text.contains("  3  2  1  1"));
+        QVERIFY(text.contains("  2  1  1  6"));
+    }
+
+    void aHydrogenBondIsOfAnyKindInV2000AndOfItsOwnInV3000()
+    {
+        const std::vector<Sketch> sketches = read(workspaceWith("BOND 0 1 1 0"), Format::Workspace);
+        QVERIFY(write(sketches, Format::Molfile).contains("  1  2  8  0"));
+        QVERIFY(write(sketches, Format::Molfile, true).contains("M  V30 1 10 1 2"));
+    }
+
+    void whatIsLostIsNamedWithACount_data()
+    {
+        QTest::addColumn<QByteArray>("bonds");
+        QTest::addColumn<Format>("format");
+        QTest::addColumn<QString>("note");
+        QTest::newRow("hydrogen bonds") << QByteArray("BOND 0 1 1 0\nBOND 1 2 1 0") << Format::Molfile
+                                        << "hydrogen bonds, which become bonds of any kind (8) in a V2000 file (2)";
+        QTest::newRow("dashed double bond") << QByteArray("BOND 0 1 2 0 0") << Format::Molfile
+                                            << "bonds of two or three dashed lines, which become solid (1)";
+        QTest::newRow("dashed line first")
+            << QByteArray("BOND 0 1 2 0 1") << Format::Molfile
+            << "aromatic bonds whose first line is the dashed one, which becomes the second (1)";
+        QTest::newRow("triple bond with a dash") << QByteArray("BOND 0 1 3 1 1 0") << Format::Molfile
+                                                 << "triple bonds with a dashed line, which become aromatic bonds (1)";
+        QTest::newRow("two bonds") << QByteArray("BOND 0 1 1 1\nBOND 1 0 1 1") << Format::Molfile
+                                   << "second bonds between the same two atoms, which are left out (1)";
+        QTest::newRow("no lines") << QByteArray("BOND 0 1 0") << Format::Molfile
+                                  << "bonds without lines, which are left out (1)";
+        QTest::newRow("hydrogen bond in SMILES")
+            << QByteArray("BOND 0 1 1 0") << Format::Smiles << "hydrogen bonds, which SMILES does not have (1)";
+    }
+    void whatIsLostIsNamedWithACount()
+    {
+        QFETCH(QByteArray, bonds);
+        QFETCH(Format, format);
+        QFETCH(QString, note);
+        const QStringList notes = notesOf(workspaceWith(bonds), Format::Workspace, format);
+        QVERIFY2(notes.contains(note), qPrintable(notes.join(u'\n')));
+    }
+
+    void aSoundDrawingIsWrittenWithoutAWord()
+    {
+        QCOMPARE(notesOf(contentsOf("lib/benzene.kyf"), Format::Workspace, Format::Molfile), QStringList());
+    }
+
+    void aDrawingReadLandsInAFreshWindow()
+    {
+        const std::vector<Sketch> sketches = read("CC(=O)Oc1ccccc1C(=O)O aspirin", Format::Smiles);
+        QVERIFY(shownPart.contains(extentOf(sketches[0])));
+        for (const SketchBond& bond : sketches[0].molecules[0].bonds) {
+            const SketchAtom& from = sketches[0].molecules[0].atoms[bond.from];
+            const SketchAtom& to = sketches[0].molecules[0].atoms[bond.to];
+            QVERIFY(std::fabs(std::hypot(from.x - to.x, from.y - to.y) - 30) < 1);
+        }
+    }
+
+    void anAliasIsTheSymbol()
+    {
+        const QByteArray text = "\n  test\n\n  2  1  0  0  0  0  0  0  0  0999 V2000\n"
+                                "    0.0000    0.0000    0.0000 C   0  0\n"
+                                "    1.5000    0.0000    0.0000 C   0  0\n  1  2  1  0\nA    2\nOMe\nM  END\n";
+        QCOMPARE(read(text, Format::Molfile)[0].molecules[0].atoms[1].symbol, QString("OMe"));
+    }
+
+    void labelsSurviveSmiles()
+    {
+        const QByteArray smiles = write(read(contentsOf("data/alanine.kyt"), Format::Workspace), Format::Smiles);
+        const std::vector<Sketch> sketches = read(smiles, Format::Smiles);
+        QStringList symbols;
+        for (const SketchAtom& atom : sketches[0].molecules[0].atoms)
+            symbols.append(atom.symbol);
+        for (const char* label : {"CH3", "OH", "NH2"})
+            QVERIFY2(symbols.contains(label), smiles.constData());
+    }
+
+    void propertiesAndNamesPassFromSdFileToSdFile()
+    {
+        QByteArray text = write(read("CCO ethanol", Format::Smiles), Format::SdFile);
+        text.replace("M  END\n", "M  END\n> 25 <BOILING.POINT>\n78.4\nC\n\n");
+        const QByteArray again = write(read(text, Format::SdFile), Format::SdFile);
+        QVERIFY(again.startsWith("ethanol\n"));
+        QVERIFY(again.contains("<BOILING.POINT>\n78.4\nC\n"));
+    }
+
+    void knownMoleculesKeepTheirCanonicalSmiles()
+    {
+        const QList<Known> known = knownMolecules();
+        QVERIFY(known.size() >= 300);
+        QStringList failures;
+        int surviving = 0;
+        for (const Known& molecule : known) {
+            const QString before = canonical(molecule.smiles);
+            if (before.isEmpty()) {
+                failures.append(molecule.name + ": not a SMILES");
+                continue;
+            }
+            const QString after = throughADrawing(molecule.smiles);
+            surviving += before == after;
+            if ((before == after) != molecule.survives)
+                failures.append(molecule.name + ": " + before + " became " + after);
+        }
+        QVERIFY2(failures.isEmpty(), qPrintable('\n' + failures.join(u'\n')));
+        QVERIFY(surviving >= 300);
+    }
+
+    void knownFormulas_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("formula");
+        QTest::addColumn<double>("weight");
+        QTest::addColumn<int>("rings");
+        QTest::newRow("water") << "water"
+                               << "H2O" << 18.015 << 0;
+        QTest::newRow("caffeine") << "caffeine"
+                                  << "C8H10N4O2" << 194.19 << 2;
+        QTest::newRow("aspirin") << "aspirin"
+                                 << "C9H8O4" << 180.16 << 1;
+        QTest::newRow("ibuprofen") << "ibuprofen"
+                                   << "C13H18O2" << 206.28 << 1;
+        QTest::newRow("cholesterol") << "cholesterol"
+                                     << "C27H46O" << 386.65 << 4;
+        QTest::newRow("penicillin") << "benzylpenicillin"
+                                    << "C16H18N2O4S" << 334.39 << 3;
+        QTest::newRow("paclitaxel") << "paclitaxel"
+                                    << "C47H51NO14" << 853.9 << 7;
+        QTest::newRow("erythromycin") << "erythromycin"
+                                      << "C37H67NO13" << 733.93 << 3;
+        QTest::newRow("morphine") << "morphine"
+                                  << "C17H19NO3" << 285.34 << 5;
+        QTest::newRow("strychnine") << "strychnine"
+                                    << "C21H22N2O2" << 334.41 << 7;
+        QTest::newRow("sucrose") << "sucrose"
+                                 << "C12H22O11" << 342.3 << 2;
+        QTest::newRow("ATP") << "ATP"
+                             << "C10H16N5O13P3" << 507.18 << 3;
+        QTest::newRow("cubane") << "cubane"
+                                << "C8H8" << 104.15 << 5;
+        QTest::newRow("coronene") << "coronene"
+                                  << "C24H12" << 300.36 << 7;
+        QTest::newRow("quinine") << "quinine"
+                                 << "C20H24N2O2" << 324.42 << 4;
+        QTest::newRow("heavy water") << "heavy water"
+                                     << "H2O" << 20.028 << 0;
+        QTest::newRow("sodium chloride") << "sodium chloride"
+                                         << "ClNa" << 58.44 << 0;
+        QTest::newRow("paraquat") << "paraquat"
+                                  << "C12H14N22+" << 186.26 << 2;
+        QTest::newRow("vitamin D3") << "cholecalciferol"
+                                    << "C27H44O" << 384.65 << 3;
+        QTest::newRow("simvastatin") << "simvastatin"
+                                     << "C25H38O5" << 418.57 << 3;
+    }
+    void knownFormulas()
+    {
+        QFETCH(QString, name);
+        QFETCH(double, weight);
+        const QList<Known> known = knownMolecules();
+        const auto found = std::find_if(known.begin(), known.end(), [&](const Known& one) { return one.name == name; });
+        QVERIFY(found != known.end());
+        const MoleculeInfo info = infoOf(read(found->smiles.toUtf8(), Format::Smiles)[0].molecules[0]);
+        QTEST(info.formula, "formula");
+        QVERIFY2(std::fabs(info.weight - weight) < 0.02, qPrintable(QString::number(info.weight)));
+        QTEST(info.rings, "rings");
+        QCOMPARE(info.complaints, QStringList());
+    }
+
+    void aCarbonWithFiveBondsIsComplainedAbout()
+    {
+        const std::vector<Sketch> sketches = read(workspaceWith("BOND 0 1 3 1 1 1\nBOND 1 2 2 1 1"), Format::Workspace);
+        const MoleculeInfo info = infoOf(sketches[0].molecules[0]);
+        QCOMPARE(info.complaints, QStringList("atom 2 (C): more bonds than its valence allows"));
+        QCOMPARE(info.bonds, 2);
+    }
+
+    void badInputIsRefusedWithItsPlace_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<Format>("format");
+        QTest::addColumn<QString>("place");
+        const QByteArray good = write(read("CCO", Format::Smiles), Format::SdFile);
+        const qsizetype goodLines = good.count('\n');
+        QByteArray badSymbol = good;
+        badSymbol.replace(" O   0", " Xx  0");
+        QTest::newRow("SMILES") << QByteArray("CCO\n\nC1CC\n") << Format::Smiles << "test:3: ";
+        QTest::newRow("SMILES of a wrong valence") << QByteArray("C(C)(C)(C)(C)C") << Format::Smiles << "test:1: ";
+        QTest::newRow("no SMILES") << QByteArray("# nothing\n") << Format::Smiles << "test: ";
+        QTest::newRow("binary as SMILES") << QByteArray("\0\1\2\377\376", 5) << Format::Smiles << "test:1: ";
+        QTest::newRow("too many atoms") << QByteArray(5000, 'C') << Format::Smiles << "test:1: ";
+        QTest::newRow("long line") << QByteArray(100'000, 'C') << Format::Smiles << "test:1: ";
+        QTest::newRow("nested") << QByteArray(8000, '(') << Format::Smiles << "test:1: ";
+        QTest::newRow("empty SD file") << QByteArray() << Format::SdFile << "test: ";
+        QTest::newRow("binary as molfile") << QByteArray("\0\1\2\377\376", 5) << Format::Molfile << "test:1: ";
+        QTest::newRow("unknown symbol in the second record")
+            << good + badSymbol << Format::SdFile << QStringLiteral("test:%1: ").arg(goodLines + 7);
+        QTest::newRow("cut off") << good.left(good.indexOf("M  END") - 20) << Format::SdFile << "test:";
+        QTest::newRow("huge count") << QByteArray("\n\n\n  0  0  0     0  0            999 V3000\nM  V30 BEGIN CTAB\n"
+                                                  "M  V30 COUNTS 2000000000 0 0 0 0\nM  V30 END CTAB\nM  END\n")
+                                    << Format::Molfile << "test:6: ";
+        QTest::newRow("huge list") << QByteArray(
+            "\n\n\n  0  0  0     0  0            999 V3000\nM  V30 BEGIN CTAB\nM  V30 COUNTS 1 0 1 0 0\n"
+            "M  V30 BEGIN ATOM\nM  V30 1 C 0 0 0 0\nM  V30 END ATOM\nM  V30 BEGIN SGROUP\n"
+            "M  V30 1 DAT 0 ATOMS=(2000000000 1)\nM  V30 END SGROUP\nM  V30 END CTAB\nM  END\n")
+                                   << Format::Molfile << "test:11: ";
+        QTest::newRow("a workspace that is cut off")
+            << QByteArray("KYTFILE\n MOLECULE 1 0\n ATOM C 1") << Format::Workspace << "test:3:10: ";
+    }
+    void badInputIsRefusedWithItsPlace()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(Format, format);
+        QFETCH(QString, place);
+        try {
+            read(text, format);
+            QFAIL("it was read");
+        } catch (const ConversionError& fault) {
+            QVERIFY2(fault.text().startsWith(place), qPrintable(fault.text()));
+            QVERIFY(!fault.text().contains(u'\n'));
+        }
+    }
+};
+
+QTEST_MAIN(test_Interchange)
+#include "test_Interchange.moc"

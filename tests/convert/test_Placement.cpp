@@ -1,0 +1,138 @@
+#include "convert/Placement.h"
+
+#include <QTest>
+
+#include <cmath>
+
+namespace {
+
+Sketch chain(std::initializer_list<QPointF> places)
+{
+    Sketch sketch;
+    sketch.molecules.emplace_back();
+    for (const QPointF& place : places)
+        sketch.molecules[0].atoms.push_back({"C", place.x(), place.y(), 0, {"1", "2", "3"}});
+    return sketch;
+}
+
+SketchMolecule wedge(float fromDepth, float toDepth, KytBondType kind)
+{
+    SketchMolecule molecule = chain({{0, 0}, {30, 0}}).molecules[0];
+    molecule.atoms[0].depth = fromDepth;
+    molecule.atoms[1].depth = toDepth;
+    molecule.bonds.push_back({0, 1, {kind}, 0});
+    return molecule;
+}
+
+const float rise = static_cast<float>(30 * std::sqrt(3.0));
+
+} // namespace
+
+class test_Placement : public QObject {
+    Q_OBJECT
+
+private slots:
+    void whatFitsLiesInTheMiddleOfAFreshWindow()
+    {
+        Sketch sketch = chain({{-1000, 5000}, {-940, 5030}});
+        place(sketch);
+        QVERIFY(sketch.placed);
+        const QRectF extent = extentOf(sketch);
+        QCOMPARE(extent.size(), QSizeF(60, 30));
+        QVERIFY(shownPart.contains(extent));
+        QVERIFY(std::fabs(extent.center().x() - shownPart.center().x()) < 10);
+        QVERIFY(std::fabs(extent.center().y() - shownPart.center().y()) < 10);
+    }
+
+    void whatDoesNotFitBeginsAtTheEdge()
+    {
+        Sketch sketch = chain({{-1000, 0}, {1000, 10}});
+        place(sketch);
+        QCOMPARE(extentOf(sketch).left(), 7.0);
+        QVERIFY(extentOf(sketch).top() > 50 && extentOf(sketch).bottom() < 200);
+    }
+
+    void whatIsPlacedStays()
+    {
+        Sketch sketch = chain({{1500, 1600}});
+        sketch.placed = true;
+        place(sketch);
+        QCOMPARE(extentOf(sketch).topLeft(), QPointF(1500, 1600));
+    }
+
+    void oneSketchKeepsItsPlaceOnADrawing()
+    {
+        Sketch sketch = chain({{1500, 1600}});
+        sketch.placed = true;
+        QCOMPARE(extentOf(sideBySide({sketch})).topLeft(), QPointF(1500, 1600));
+    }
+
+    void severalSketchesDoNotOverlapAndKeepWithinTheCanvas()
+    {
+        std::vector<Sketch> sketches;
+        for (int i = 0; i < 60; ++i)
+            sketches.push_back(chain({{0, 0}, {100.0 + i, 50.0 + i % 7}}));
+        const Sketch all = sideBySide(sketches);
+        QCOMPARE(all.molecules.size(), sketches.size());
+        QVERIFY(QRectF(0, 0, 2000, 2000).contains(extentOf(all)));
+        std::vector<QRectF> taken;
+        for (const SketchMolecule& molecule : all.molecules) {
+            Sketch one;
+            one.molecules = {molecule};
+            const QRectF extent = extentOf(one);
+            for (const QRectF& other : taken)
+                QVERIFY(!other.adjusted(-40, -40, 40, 40).intersects(extent));
+            taken.push_back(extent);
+        }
+    }
+
+    void twoSmallSketchesStandSideBySideInAFreshWindow()
+    {
+        const Sketch all = sideBySide({chain({{900, 900}, {960, 900}}), chain({{900, 900}, {960, 900}})});
+        QVERIFY(shownPart.contains(extentOf(all)));
+        QVERIFY(all.molecules[0].atoms[1].x < all.molecules[1].atoms[0].x);
+        QCOMPARE(all.molecules[0].atoms[0].y, all.molecules[1].atoms[0].y);
+    }
+
+    void aFlatWedgeLiftsItsEndBySixtyDegrees()
+    {
+        SketchMolecule up = wedge(10, 10, KYTBT_StereoUp);
+        liftWedges(up);
+        QCOMPARE(up.bonds[0].angle, 60.0F);
+        QCOMPARE(up.atoms[0].depth, 10.0F);
+        QCOMPARE(up.atoms[1].depth, 10 + rise);
+        SketchMolecule down = wedge(10, 10, KYTBT_StereoDown);
+        liftWedges(down);
+        QCOMPARE(down.atoms[1].depth, 10 - rise);
+    }
+
+    void aSteepWedgeKeepsItsDepthsAndTakesTheirAngle()
+    {
+        SketchMolecule molecule = wedge(0, 30, KYTBT_StereoUp);
+        liftWedges(molecule);
+        QCOMPARE(molecule.atoms[1].depth, 30.0F);
+        QCOMPARE(molecule.bonds[0].angle, 45.0F);
+    }
+
+    void wedgesOneBehindTheOtherAllRiseBySixtyDegrees()
+    {
+        SketchMolecule molecule = chain({{0, 0}, {30, 0}, {60, 0}}).molecules[0];
+        molecule.bonds = {{1, 2, {KYTBT_StereoUp}, 0}, {0, 1, {KYTBT_StereoUp}, 0}};
+        liftWedges(molecule);
+        QCOMPARE(molecule.atoms[1].depth, rise);
+        QCOMPARE(molecule.atoms[2].depth, 2 * rise);
+        QCOMPARE(molecule.bonds[0].angle, 60.0F);
+    }
+
+    void aRingOfWedgesEnds()
+    {
+        SketchMolecule molecule = chain({{0, 0}, {30, 0}, {15, 26}}).molecules[0];
+        molecule.bonds = {{0, 1, {KYTBT_StereoUp}, 0}, {1, 2, {KYTBT_StereoDown}, 0}, {2, 0, {KYTBT_StereoUp}, 0}};
+        liftWedges(molecule);
+        for (const SketchBond& bond : molecule.bonds)
+            QVERIFY(bond.angle > 0 && bond.angle < 90);
+    }
+};
+
+QTEST_APPLESS_MAIN(test_Placement)
+#include "test_Placement.moc"

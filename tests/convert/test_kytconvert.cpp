@@ -1,0 +1,335 @@
+#include "convert/Canvas.h"
+#include "convert/Picture.h"
+#include "view/kytstudioview.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPainter>
+#include <QProcess>
+#include <QSvgRenderer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+#include <unistd.h>
+
+namespace {
+
+struct Outcome {
+    int status = -1; // -1 where the program did not end by itself
+    QByteArray out;
+    QString err;
+};
+
+/// Runs the program without a display.
+Outcome convert(const QStringList& arguments, const QByteArray& input = {}, const QString& folder = {})
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("DISPLAY");
+    program.setProcessEnvironment(environment);
+    if (!folder.isEmpty())
+        program.setWorkingDirectory(folder);
+    program.start(KYTCONVERT_PROGRAM, arguments);
+    program.write(input);
+    program.closeWriteChannel();
+    Outcome outcome;
+    if (program.waitForFinished(120'000) && program.exitStatus() == QProcess::NormalExit)
+        outcome.status = program.exitCode();
+    outcome.out = program.readAllStandardOutput();
+    outcome.err = QString::fromUtf8(program.readAllStandardError());
+    return outcome;
+}
+
+QByteArray contentsOf(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void put(const QString& fileName, const QByteArray& contents)
+{
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(contents), contents.size());
+}
+
+/// What the editor shows of a file, where the picture of it is to be.
+QImage screenshot(const QString& fileName)
+{
+    Canvas canvas;
+    canvas.doc.load(fileName, false);
+    KytStudioView view(nullptr, &canvas.doc);
+    view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view.resize(900, 700);
+    view.show();
+    if (!QTest::qWaitForWindowExposed(&view))
+        return {};
+    const QRect area = pictureArea(*canvas.doc.canvas, PictureStyle());
+    return view.viewport()->grab().toImage().copy(area).convertToFormat(QImage::Format_RGB32);
+}
+
+QImage pictureIn(const QByteArray& file, const QString& format, const QSize& size)
+{
+    if (format == "png")
+        return QImage::fromData(file, "PNG").convertToFormat(QImage::Format_RGB32);
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QSvgRenderer renderer(file);
+    QPainter painter(&image);
+    renderer.render(&painter);
+    return image;
+}
+
+int lightness(QRgb color)
+{
+    return qGray(color);
+}
+
+/// The share of pixels that have nothing like them within a pixel's distance in the other picture.
+double unlikePixels(const QImage& a, const QImage& b)
+{
+    int unlike = 0;
+    for (int y = 1; y < a.height() - 1; ++y) {
+        for (int x = 1; x < a.width() - 1; ++x) {
+            int nearest = 255;
+            for (int dy = -1; dy <= 1; ++dy)
+                for (int dx = -1; dx <= 1; ++dx)
+                    nearest =
+                        std::min(nearest, std::abs(lightness(a.pixel(x, y)) - lightness(b.pixel(x + dx, y + dy))));
+            unlike += nearest > 48;
+        }
+    }
+    return double(unlike) / (a.width() * a.height());
+}
+
+double inkShare(const QImage& image)
+{
+    int ink = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            ink += image.pixel(x, y) != qRgb(255, 255, 255);
+    return double(ink) / (image.width() * image.height());
+}
+
+} // namespace
+
+class test_kytconvert : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QApplication::setFont(QFont("helvetica", 12)); }
+
+    void init() { folder = std::make_unique<QTemporaryDir>(); }
+
+    void helpFitsAScreenAndShowsExamples()
+    {
+        const Outcome outcome = convert({"--help"});
+        QCOMPARE(outcome.status, 0);
+        const QList<QByteArray> lines = outcome.out.trimmed().split('\n');
+        QVERIFY2(lines.size() <= 24, qPrintable(QString::number(lines.size())));
+        for (const QByteArray& line : lines)
+            QVERIFY2(line.size() < 80, line.constData());
+        QVERIFY(outcome.out.contains("Examples:"));
+        QVERIFY(convert({"--version"}).out.startsWith("kytconvert "));
+    }
+
+    void aFileBecomesAnotherByItsEnding_data()
+    {
+        QTest::addColumn<QString>("ending");
+        QTest::addColumn<QByteArray>("start");
+        QTest::newRow("kyt") << "kyt" << QByteArray("KYTFILE\n MOLECULE 12 12\n");
+        QTest::newRow("kyf") << "KYF" << QByteArray("KYTFILE\n MOLECULE 12 12\n");
+        QTest::newRow("mol") << "mol" << QByteArray("\n     RDKit          2D\n\n 12 12");
+        QTest::newRow("sdf") << "sdf" << QByteArray("\n     RDKit          2D\n\n 12 12");
+        QTest::newRow("smi") << "smi" << QByteArray("c1ccccc1\n");
+        QTest::newRow("svg") << "svg" << QByteArray("<?xml");
+        QTest::newRow("png") << "png" << QByteArray("\x89PNG\r\n");
+        QTest::newRow("pdf") << "pdf" << QByteArray("%PDF-1.");
+    }
+    void aFileBecomesAnotherByItsEnding()
+    {
+        QFETCH(QString, ending);
+        QFETCH(QByteArray, start);
+        const QString output = folder->filePath("out.") + ending;
+        const Outcome outcome = convert({"lib/benzene.kyf", "-o", output});
+        QVERIFY2(outcome.status == 0, qPrintable(outcome.err));
+        const QByteArray contents = contentsOf(output);
+        QVERIFY2(contents.startsWith(start), contents.left(60).constData());
+        QCOMPARE(QDir(folder->path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
+
+    void aPipeNeedsNoFiles()
+    {
+        const Outcome outcome = convert({"--from", "smi", "--to", "smi", "-", "-o", "-"}, "C1=CC=CC=C1 benzene\n");
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.out, QByteArray("c1ccccc1\tbenzene\n"));
+        QCOMPARE(outcome.err, QString());
+    }
+
+    void aWorkspaceThroughTheProgramStaysAsItIs()
+    {
+        const Outcome outcome = convert({"data/caffeine.kyt", "--to", "kyt"});
+        QCOMPARE(outcome.out, contentsOf("data/caffeine.kyt"));
+    }
+
+    void severalInputsShareADrawing()
+    {
+        const Outcome outcome = convert({"lib/water.kyf", "lib/benzene.kyf", "--to", "kyt"});
+        QCOMPARE(outcome.out.count("MOLECULE "), 2);
+        QCOMPARE(outcome.out.count("ATOM "), 15);
+    }
+
+    void numberedOutputsHoldAMoleculeEach()
+    {
+        const Outcome outcome = convert({"--from", "smi", "-", "-o", folder->filePath("m%03d.smi")}, "C\nCC\nCCC\n");
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(contentsOf(folder->filePath("m001.smi")), QByteArray("C\n"));
+        QCOMPARE(contentsOf(folder->filePath("m003.smi")), QByteArray("CCC\n"));
+    }
+
+    void picturesShowWhatTheEditorShows_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("format");
+        for (const char* file : {"data/alanine.kyt", "data/caffeine.kyt", "lib/benzene.kyf"})
+            for (const char* format : {"png", "svg"})
+                QTest::addRow("%s as %s", file, format) << file << format;
+    }
+    void picturesShowWhatTheEditorShows()
+    {
+        QFETCH(QString, fileName);
+        QFETCH(QString, format);
+        const QImage shown = screenshot(fileName);
+        const Outcome outcome = convert({fileName, "--to", format});
+        QCOMPARE(outcome.status, 0);
+        const QImage picture = pictureIn(outcome.out, format, shown.size());
+        QCOMPARE(picture.size(), shown.size());
+        QVERIFY(inkShare(shown) > 0.02);
+        const double unlike = std::max(unlikePixels(picture, shown), unlikePixels(shown, picture));
+        QVERIFY2(unlike < (format == "png" ? 0.0005 : 0.005), qPrintable(QString::number(unlike)));
+    }
+
+    void scaleMarginAndBackgroundOfAPicture()
+    {
+        const QImage plain = QImage::fromData(convert({"lib/water.kyf", "--to", "png"}).out);
+        const QImage large = QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--scale", "2"}).out);
+        QCOMPARE(large.size(), plain.size() * 2);
+        const QImage wide = QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--margin", "25"}).out);
+        QCOMPARE(wide.size(), plain.size() + QSize(30, 30));
+        const QImage red = QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--background", "#ff0000"}).out);
+        QCOMPARE(red.pixel(0, 0), qRgb(255, 0, 0));
+        const QImage clear =
+            QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--background", "transparent"}).out);
+        QCOMPARE(qAlpha(clear.pixel(0, 0)), 0);
+    }
+
+    void checkIsSilentForASoundFileAndTellsFaultsByTheirPlace()
+    {
+        const Outcome sound = convert({"--check", "data/alanine.kyt"});
+        QCOMPARE(sound.status, 0);
+        QCOMPARE(sound.out, QByteArray());
+        QCOMPARE(sound.err, QString());
+        put(folder->filePath("bad.kyt"), "KYTFILE\n MOLECULE 1 0\n  ATOM C 1 x 0 1 1 1\n END_MOLECULE\n");
+        const Outcome bad = convert({"--check", "bad.kyt"}, {}, folder->path());
+        QCOMPARE(bad.status, 1);
+        QCOMPARE(bad.out,
+                 QByteArray("bad.kyt:3:10: a number that cannot be read; 0 is taken\n"
+                            "bad.kyt:5:1: it ends before END_KYTFILE\n"));
+    }
+
+    void infoIsATableOrJson()
+    {
+        const Outcome table = convert({"--info", "lib/benzene.kyf"});
+        QCOMPARE(table.status, 0);
+        const QList<QByteArray> lines = table.out.split('\n');
+        QCOMPARE(lines[0].simplified(), QByteArray("Molecule Formula Weight Atoms Bonds Rings Complaints"));
+        QCOMPARE(lines[1].simplified(), QByteArray("lib/benzene.kyf C6H6 78.114 12 12 1 0"));
+
+        const Outcome json = convert({"--info", "--json", "--from", "smi", "-"}, "CCO ethanol\n[Na+].[Cl-] salt\n");
+        const QJsonArray molecules = QJsonDocument::fromJson(json.out).array();
+        QCOMPARE(molecules.size(), 2);
+        QCOMPARE(molecules[0].toObject()["formula"].toString(), QString("C2H6O"));
+        QCOMPARE(molecules[0].toObject()["name"].toString(), QString("ethanol"));
+        QCOMPARE(molecules[0].toObject()["weight"].toDouble(), 46.069);
+        QCOMPARE(molecules[1].toObject()["atoms"].toInt(), 2);
+    }
+
+    void badInputGivesOneLineAndNoOutput_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QString>("line");
+        const QStringList toFile = {"-o", "out.svg"};
+        QTest::newRow("missing file") << QStringList{"none.kyt"} + toFile << QByteArray() << "none.kyt: ";
+        QTest::newRow("folder") << QStringList{"--from", "kyt", "."} + toFile << QByteArray() << ".: is a folder";
+        QTest::newRow("empty") << QStringList{"--from", "kyt", "-"} + toFile << QByteArray() << ":1:1: ";
+        QTest::newRow("binary") << QStringList{"--from", "mol", "-"} + toFile << QByteArray("\0\xff\x01", 3) << ":1: ";
+        QTest::newRow("bad SMILES") << QStringList{"--from", "smi", "-"} + toFile << QByteArray("CC\nC(C\n") << ":2: ";
+        QTest::newRow("unknown ending") << QStringList{"none.xyz"} + toFile << QByteArray() << "none.xyz: ";
+        QTest::newRow("unknown format") << QStringList{"--from", "xyz", "-"} + toFile << QByteArray() << "xyz";
+        QTest::newRow("unknown option") << QStringList{"--bogus"} << QByteArray() << "bogus";
+        QTest::newRow("no input") << QStringList() << QByteArray() << "no input";
+        QTest::newRow("a picture is no input")
+            << QStringList{"--from", "png", "-"} + toFile << QByteArray() << "written";
+        QTest::newRow("bad scale") << QStringList{"--scale", "0", "-"} + toFile << QByteArray() << "--scale";
+        QTest::newRow("bad colour") << QStringList{"--background", "blau", "-"} + toFile << QByteArray() << "blau";
+        QTest::newRow("far away") << QStringList{"--from", "kyt", "-"} + toFile
+                                  << QByteArray("KYTFILE MOLECULE 1 0 ATOM C 1e30 0 0 1 1 1 END_MOLECULE END_KYTFILE")
+                                  << "too large";
+        QTest::newRow("announces much") << QStringList{"--from", "kyt", "-"} + toFile
+                                        << QByteArray("KYTFILE MOLECULE 2000000000 0") << ":1:";
+    }
+    void badInputGivesOneLineAndNoOutput()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, input);
+        QFETCH(QString, line);
+        put(folder->filePath("out.svg"), "the old one");
+        const Outcome outcome = convert(arguments, input, folder->path());
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.err.startsWith("kytconvert: ") && outcome.err.contains(line), qPrintable(outcome.err));
+        QCOMPARE(outcome.err.count(u'\n'), 1);
+        QCOMPARE(outcome.out, QByteArray());
+        QCOMPARE(contentsOf(folder->filePath("out.svg")), QByteArray("the old one"));
+        QCOMPARE(QDir(folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList("out.svg"));
+    }
+
+    void anOutputThatCannotBeWrittenIsTold()
+    {
+        const QString missing = folder->filePath("none/out.svg");
+        const Outcome outcome = convert({"lib/water.kyf", "-o", missing});
+        QCOMPARE(outcome.status, 2);
+        QVERIFY(outcome.err.contains("none/out.svg: cannot be written"));
+        const Outcome onFolder = convert({"lib/water.kyf", "--to", "svg", "-o", folder->path()});
+        QCOMPARE(onFolder.status, 2);
+        const Outcome full = convert({"lib/water.kyf", "--to", "svg", "-o", "/dev/full"});
+        QCOMPARE(full.status, 2);
+        QVERIFY(QFile::exists("/dev/full"));
+    }
+
+    void warningsNameWhatIsLostOnce()
+    {
+        const QByteArray text = "KYTFILE MOLECULE 3 2 ATOM C 1 1 0 1 1 1 ATOM C 31 1 0 1 1 1 ATOM C 61 1 0 1 1 1 "
+                                "BOND 0 1 1 0 BOND 1 2 1 0 END_MOLECULE END_KYTFILE";
+        const Outcome outcome = convert({"--from", "kyt", "--to", "mol", "-"}, text);
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(
+            outcome.err,
+            QString("kytconvert: warning: hydrogen bonds, which become bonds of any kind (8) in a V2000 file (2)\n"));
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> folder;
+};
+
+QTEST_MAIN(test_kytconvert)
+#include "test_kytconvert.moc"
