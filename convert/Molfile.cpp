@@ -25,7 +25,14 @@ const QString sizesProperty = QStringLiteral("KYTSTUDIO_MOLECULES");
 const QString drawingProperty = QStringLiteral("KYTSTUDIO_DRAWING");
 
 constexpr double largestInV2000 = 9999;  // angstroms, that the columns of a V2000 file hold
+constexpr double farthest = 1e9;         // angstroms, that an atom may be from the origin
 constexpr std::size_t mostInV2000 = 999; // atoms, and bonds
+
+/// False for what is not finite, too.
+bool isNear(double angstroms)
+{
+    return std::fabs(angstroms) < farthest;
+}
 
 /// What a fault says, with the line in the file instead of that in the record.
 QString faultText(const char* what, const SdRecord& record, const QString& name)
@@ -54,8 +61,8 @@ std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
             throw ConversionError(QStringLiteral("no places"));
         for (unsigned i = 0; i < molecule->getNumAtoms(); ++i) {
             const RDGeom::Point3D& place = molecule->getConformer().getAtomPos(i);
-            if (!std::isfinite(place.x) || !std::isfinite(place.y) || !std::isfinite(place.z))
-                throw ConversionError(QStringLiteral("atom %1 has no finite place").arg(i + 1));
+            if (!isNear(place.x) || !isNear(place.y) || !isNear(place.z))
+                throw ConversionError(QStringLiteral("atom %1 lies too far away").arg(i + 1));
         }
         return molecule;
     } catch (const std::exception& fault) {
@@ -189,8 +196,8 @@ bool fitsV2000(const SketchMolecule& molecule)
 {
     return molecule.atoms.size() <= mostInV2000 && molecule.bonds.size() <= mostInV2000
         && std::all_of(molecule.atoms.begin(), molecule.atoms.end(), [](const SketchAtom& atom) {
-               const double farthest = std::max({std::fabs(atom.x), std::fabs(atom.y), std::fabs(double{atom.depth})});
-               return farthest < largestInV2000 * pixelsPerAngstrom;
+               const double most = std::max({std::fabs(atom.x), std::fabs(atom.y), std::fabs(double{atom.depth})});
+               return most < largestInV2000 * pixelsPerAngstrom;
            });
 }
 
@@ -210,6 +217,10 @@ void noteFalseDepths(const SketchMolecule& molecule, Notes& notes)
 QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, const QString& sizes, Notes& notes)
 {
     v3000 = v3000 || !fitsV2000(molecule);
+    for (const SketchAtom& atom : molecule.atoms)
+        for (const double place : {atom.x, atom.y, double{atom.depth}})
+            if (!isNear(place / pixelsPerAngstrom))
+                throw ConversionError(QStringLiteral("an atom lies too far away for a molfile"));
     noteFalseDepths(molecule, notes);
     const std::unique_ptr<RWMol> made = moleculeOf(molecule, v3000 ? MoleculeUse::V3000 : MoleculeUse::V2000, notes);
     QByteArray text = QByteArray::fromStdString(MolToMolBlock(*made, false, -1, false, v3000));

@@ -110,13 +110,13 @@ QString helpText()
     return QStringLiteral(R"(Usage: kytconvert [options] INPUT... -o OUTPUT
        kytconvert --check FILE...     kytconvert --info [--json] FILE...
 
-Converts KytStudio drawings. Reads kyt, kyf, mol, mdl, sdf, smi; writes these and
-svg, png, pdf. "-" is standard input or output. Several inputs that go onto one
-drawing are laid out side by side; "%d" in OUTPUT makes one file per molecule.
+Converts drawings. Reads kyt, kyf, mol, mdl, sdf and smi, and writes these and
+svg, png and pdf. "-" is standard input or output. Several inputs that go onto
+one drawing stand side by side; "%d" in OUTPUT makes one file per molecule.
 
   -o, --output FILE    what to write; its ending says the format
   --from, --to FORMAT  where no ending says it
-  --v3000              write molfiles and SD files as V3000, also where V2000 does
+  --v3000              write molfiles and SD files as V3000 in any case
   --scale NUMBER       size of a picture (1)
   --margin PIXELS      space around a picture's drawing (10)
   --background COLOUR  of a picture: a name, #rrggbb, transparent (white)

@@ -247,6 +247,8 @@ SketchMolecule sketchOf(const ROMol& molecule, const std::vector<ChosenWedge>& w
     if (molecule.getPropIfPresent(common_properties::_Name, name))
         drawn.name = QString::fromUtf8(name.c_str()).simplified();
 
+    if (molecule.getNumAtoms() == 0)
+        return drawn;
     const Conformer& conformer = molecule.getConformer();
     for (const Atom* atom : molecule.atoms()) {
         const RDGeom::Point3D& place = conformer.getAtomPos(atom->getIdx());

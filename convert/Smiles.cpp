@@ -20,7 +20,7 @@ using namespace RDKit;
 namespace {
 
 // The layout needs memory with the square of the atoms.
-constexpr unsigned mostAtoms = 2000;
+constexpr unsigned mostAtoms = 1000;
 constexpr qsizetype longestLine = 16 * 1024;     // characters
 constexpr std::size_t mostAtomsToWrite = 10'000; // RDKit walks along a molecule on the machine stack
 
