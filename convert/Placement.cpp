@@ -121,11 +121,16 @@ Sketch sideBySide(std::vector<Sketch> sketches)
 
 void liftWedges(SketchMolecule& molecule)
 {
+    std::vector<bool> isFlat;
+    for (const SketchBond& bond : molecule.bonds)
+        isFlat.push_back(molecule.atoms[bond.from].depth == molecule.atoms[bond.to].depth);
+    std::vector<bool> isLifted(molecule.atoms.size());
     for (const std::size_t index : wedgesInOrder(molecule)) {
         SketchBond& wedge = molecule.bonds[index];
         const SketchAtom& from = molecule.atoms[wedge.from];
         SketchAtom& to = molecule.atoms[wedge.to];
-        if (from.depth == to.depth) {
+        if (isFlat[index] && !isLifted[wedge.to]) {
+            isLifted[wedge.to] = true;
             const double rise = drawnSlope * distance({from.x, from.y}, {to.x, to.y});
             to.depth = narrowed(wedge.kinds.front() == KYTBT_StereoUp ? from.depth + rise : from.depth - rise);
             wedge.angle = drawnAngle;

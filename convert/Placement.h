@@ -22,6 +22,6 @@ void place(Sketch& sketch);
 Sketch sideBySide(std::vector<Sketch> sketches);
 
 /// Gives every wedge whose ends lie at equal depths the angle of 60 degrees and lifts or lowers its wide end to match,
-/// as when it is drawn by hand, a wedge before those that start from its wide end. The other wedges get the angle that
-/// their depths give.
+/// as when it is drawn by hand, a wedge before those that start from its wide end. An end is lifted once. The other
+/// wedges get the angle that their depths give.
 void liftWedges(SketchMolecule& molecule);

@@ -88,7 +88,7 @@ private slots:
 
     void twoSmallSketchesStandSideBySideInAFreshWindow()
     {
-        const Sketch all = sideBySide({chain({{900, 900}, {960, 900}}), chain({{900, 900}, {960, 900}})});
+        const Sketch all = sideBySide({chain({{900, 900}, {960, 940}}), chain({{900, 900}, {960, 940}})});
         QVERIFY(shownPart.contains(extentOf(all)));
         QVERIFY(all.molecules[0].atoms[1].x < all.molecules[1].atoms[0].x);
         QCOMPARE(all.molecules[0].atoms[0].y, all.molecules[1].atoms[0].y);
