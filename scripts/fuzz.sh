@@ -9,8 +9,8 @@ usage() {
 Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
 
 Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
-lets libFuzzer feed them for SECONDS each (60 unless told otherwise). TARGET is workspace
-or tree; without one, both run, one after the other. What is new in coverage gathers in
+lets libFuzzer feed them for SECONDS each (60 unless told otherwise). TARGET is workspace,
+tree, molfile or smiles; without one, all run, one after the other. What is new in coverage gathers in
 build/fuzz/corpus, and the next run goes on from there. What fails is copied to
 tests/fuzz/found, which ./test.sh replays; the run of its target ends there.
 
@@ -31,7 +31,7 @@ for argument in "$@"; do
         usage
         exit 0
         ;;
-    workspace | tree) targets+=("$argument") ;;
+    workspace | tree | molfile | smiles) targets+=("$argument") ;;
     *)
         if [ -n "$seconds" ] || ! [[ $argument =~ ^[1-9][0-9]*$ ]]; then
             echo "fuzz.sh: \"$argument\" is neither a number of seconds nor a target; --help tells more." >&2
@@ -41,7 +41,7 @@ for argument in "$@"; do
         ;;
     esac
 done
-[ ${#targets[@]} -gt 0 ] || targets=(workspace tree)
+[ ${#targets[@]} -gt 0 ] || targets=(workspace tree molfile smiles)
 
 # Leaks are looked for after every input that may have left something.
 export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=8
@@ -87,7 +87,7 @@ fuzz() {
     fi
 }
 
-install_missing "${build_packages[@]}" "${fuzz_packages[@]}"
+install_missing "${build_packages[@]}" "${converter_packages[@]}" "${fuzz_packages[@]}"
 build fuzz fuzz
 status=0
 for target in "${targets[@]}"; do
