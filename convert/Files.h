@@ -10,5 +10,5 @@ QByteArray readAll(const QString& fileName);
 /// Throws ConversionError where it cannot be written.
 void writeAll(const QString& fileName, const QByteArray& contents);
 
-/// The name of a file in messages.
+/// The name of an input in messages.
 QString shownName(const QString& fileName);

@@ -21,8 +21,8 @@ namespace {
 
 // The layout needs memory with the square of the atoms.
 constexpr unsigned mostAtoms = 1000;
-constexpr qsizetype longestLine = 16 * 1024;     // characters
-constexpr std::size_t mostAtomsToWrite = 10'000; // RDKit walks along a molecule on the machine stack
+constexpr qsizetype longestLine = 16 * 1024;    // characters
+constexpr std::size_t mostAtomsToWrite = 2'000; // RDKit walks along a molecule on the machine stack
 
 /// A line of a SMILES file.
 struct Line {
@@ -64,20 +64,31 @@ SketchMolecule layOut(RWMol& molecule, Notes& notes)
     return drawn;
 }
 
+std::unique_ptr<RWMol> parse(const std::string& smiles, bool understand)
+{
+    SmilesParserParams params;
+    params.parseName = false;
+    params.sanitize = understand;
+    params.removeHs = understand;
+    std::unique_ptr<RWMol> molecule(SmilesToMol(smiles, params));
+    if (!molecule)
+        throw ConversionError(QStringLiteral("not a SMILES that can be read: ")
+                              + QString::fromStdString(smiles).left(60));
+    return molecule;
+}
+
 SketchMolecule readLine(const QString& text, Notes& notes)
 {
     const Line line = parseLine(text);
     if (text.size() > longestLine)
         throw ConversionError(QStringLiteral("the line is longer than %1 characters").arg(longestLine));
-    SmilesParserParams params;
-    params.parseName = false;
-    const std::unique_ptr<RWMol> molecule(SmilesToMol(line.smiles.toStdString(), params));
-    if (!molecule)
-        throw ConversionError(QStringLiteral("not a SMILES that can be read: ") + line.smiles.left(60));
-    if (molecule->getNumAtoms() > mostAtoms)
-        throw ConversionError(QStringLiteral("%1 atoms are too many to be laid out (%2 at most)")
-                                  .arg(molecule->getNumAtoms())
-                                  .arg(mostAtoms));
+    const std::string smiles = line.smiles.toStdString();
+    // Understanding a molecule takes long where it is large, so its atoms are counted first.
+    const unsigned atoms = parse(smiles, false)->getNumAtoms();
+    if (atoms > mostAtoms)
+        throw ConversionError(
+            QStringLiteral("%1 atoms are too many to be laid out (%2 at most)").arg(atoms).arg(mostAtoms));
+    const std::unique_ptr<RWMol> molecule = parse(smiles, true);
     if (molecule->getNumAtoms() == 0)
         throw ConversionError(QStringLiteral("no atoms"));
     SketchMolecule drawn = layOut(*molecule, notes);

@@ -136,7 +136,8 @@ SketchMolecule randomMolecule(QRandomGenerator& random)
     for (int i = 1; i < atoms; ++i) {
         const int other = random.bounded(i);
         const bool swap = random.bounded(2) == 1;
-        molecule.bonds.push_back({swap ? i : other, swap ? other : i, kinds[random.bounded(std::ssize(kinds))], 0});
+        molecule.bonds.push_back(
+            {swap ? i : other, swap ? other : i, kinds[random.bounded(static_cast<int>(kinds.size()))], 0});
     }
     return molecule;
 }
