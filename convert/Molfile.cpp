@@ -34,17 +34,27 @@ bool isNear(double angstroms)
     return std::fabs(angstroms) < farthest;
 }
 
-/// What a fault says, with the line in the file instead of that in the record.
+/// How many lines stand before the first one with `word`; 0 where there is none.
+qsizetype linesBefore(const QByteArray& block, const QByteArray& word)
+{
+    return block.left(std::max<qsizetype>(0, block.indexOf(' ' + word + ' '))).count('\n');
+}
+
+/// What a fault says, with the line in the file instead of that in the record. Where it names no line but a word, the
+/// line is that of the word.
 QString faultText(const char* what, const SdRecord& record, const QString& name)
 {
     static const QRegularExpression lineNumber(QStringLiteral(R"(\s*(?:on|at)?\s*\bline:?\s*(?:number\s*)?(\d+))"),
                                                QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression quoted(QStringLiteral("'([^']+)'"));
     QString text = QString::fromUtf8(what);
     const QRegularExpressionMatch match = lineNumber.match(text);
     int line = record.firstLine;
     if (match.hasMatch()) {
         line += std::max(0, match.captured(1).toInt() - 1);
         text.remove(match.capturedStart(), match.capturedLength());
+    } else if (const QRegularExpressionMatch word = quoted.match(text); word.hasMatch()) {
+        line += static_cast<int>(linesBefore(record.block, word.captured(1).toUtf8()));
     }
     return QStringLiteral("%1:%2: %3").arg(name).arg(line).arg(text.simplified());
 }
