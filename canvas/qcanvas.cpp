@@ -130,12 +130,12 @@ QCanvasItemList QCanvas::collisions(const QPoint& p) const
 
 QCanvasItemList QCanvas::visibleItems(const QRect& area) const
 {
-    std::vector<QCanvasItem*> found = index->touching(area);
-    std::erase_if(found, [](const QCanvasItem* item) { return !item->isVisible(); });
+    QCanvasItemList found = index->touching(area);
+    found.removeIf([](const QCanvasItem* item) { return !item->isVisible(); });
     std::sort(found.begin(), found.end(), [](const QCanvasItem* a, const QCanvasItem* b) {
         return a->z() != b->z() ? a->z() < b->z() : a->serial < b->serial;
     });
-    return QCanvasItemList(found.begin(), found.end());
+    return found;
 }
 
 void QCanvas::paint(QPainter& painter, const QRect& area) const

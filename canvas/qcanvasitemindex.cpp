@@ -87,9 +87,9 @@ void QCanvasItemIndex::remove(QCanvasItem* item)
     item->cell = -1;
 }
 
-std::vector<QCanvasItem*> QCanvasItemIndex::touching(const QRect& area) const
+QList<QCanvasItem*> QCanvasItemIndex::touching(const QRect& area) const
 {
-    std::vector<QCanvasItem*> found;
+    QList<QCanvasItem*> found;
     const QRect wanted = withinReach(area);
     for (const Grid& grid : grids) {
         if (grid.items == 0)
@@ -100,7 +100,7 @@ std::vector<QCanvasItem*> QCanvasItemIndex::touching(const QRect& area) const
             for (int column = grid.columnOf(around.left()); column <= grid.columnOf(around.right()); ++column)
                 for (QCanvasItem* item : cells[grid.first + row * grid.columns + column])
                     if (item->reach.intersects(wanted))
-                        found.push_back(item);
+                        found.append(item);
     }
     return found;
 }

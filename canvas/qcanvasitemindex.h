@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QRect>
 #include <QRectF>
 #include <QSize>
@@ -28,7 +29,7 @@ public:
     void remove(QCanvasItem* item);
 
     /// The items whose rectangles touch `area`, in no order.
-    std::vector<QCanvasItem*> touching(const QRect& area) const;
+    QList<QCanvasItem*> touching(const QRect& area) const;
 
 private:
     /// One grid: its cells stand row by row from `first` on.
