@@ -122,7 +122,7 @@ QCanvasItemList QCanvas::allItems() const
 QCanvasItemList QCanvas::collisions(const QPoint& p) const
 {
     const QPointF centre(p.x() + 0.5, p.y() + 0.5);
-    QCanvasItemList hit = visibleItems(QRect(p, QSize(1, 1)));
+    QCanvasItemList hit = visibleItems(QRect(p, p));
     hit.removeIf([&](const QCanvasItem* item) { return !item->hits(centre); });
     std::reverse(hit.begin(), hit.end());
     return hit;

@@ -3,6 +3,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 
@@ -41,7 +42,9 @@ QString difference(const QCanvas& canvas, std::mt19937& random)
 {
     for (int i = 0; i < 60; ++i) {
         const QPoint p = anyPoint(random);
-        if (canvas.collisions(p) != asked(canvas, p))
+        const QCanvasItemList found = canvas.collisions(p);
+        const QCanvasItemList expected = asked(canvas, p);
+        if (!std::equal(found.begin(), found.end(), expected.begin(), expected.end()))
             return QStringLiteral("at (%1, %2)").arg(p.x()).arg(p.y());
     }
     return QString();
@@ -99,12 +102,12 @@ private slots:
         item->show();
         QCOMPARE(one.collisions(QPoint(50, 50)), QCanvasItemList{item});
         item->setCanvas(&other);
-        QCOMPARE(one.collisions(QPoint(50, 50)), QCanvasItemList());
+        QVERIFY(one.collisions(QPoint(50, 50)).isEmpty());
         QCOMPARE(other.collisions(QPoint(50, 50)), QCanvasItemList{item});
         item->setCanvas(nullptr);
         item->move(20, 20);
         item->setCanvas(&one);
-        QCOMPARE(other.collisions(QPoint(50, 50)), QCanvasItemList());
+        QVERIFY(other.collisions(QPoint(50, 50)).isEmpty());
         QCOMPARE(one.collisions(QPoint(20, 20)), QCanvasItemList{item});
     }
 
@@ -134,13 +137,13 @@ private slots:
         item->show();
         for (const double far : {1e9, -1e9, 1e300, -1e300}) {
             item->move(far, -far);
-            QCOMPARE(canvas.collisions(QPoint(10, 10)), QCanvasItemList());
+            QVERIFY(canvas.collisions(QPoint(10, 10)).isEmpty());
         }
         constexpr int least = std::numeric_limits<int>::min();
         constexpr int most = std::numeric_limits<int>::max();
         item->move(0, 0);
         for (const QPoint& p : {QPoint(least, least), QPoint(most, most), QPoint(least, most), QPoint(0, most)})
-            QCOMPARE(canvas.collisions(p), QCanvasItemList());
+            QVERIFY(canvas.collisions(p).isEmpty());
         QCOMPARE(canvas.collisions(QPoint(0, 0)), QCanvasItemList{item});
     }
 };
