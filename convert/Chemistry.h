@@ -44,4 +44,4 @@ struct MoleculeInfo {
     QStringList labels;     ///< symbols that are not elements
     QStringList complaints; ///< about valences and aromatic bonds
 };
-MoleculeInfo infoOf(const SketchMolecule& molecule);
+MoleculeInfo infoOf(const SketchMolecule& drawn);
