@@ -30,7 +30,7 @@ std::vector<Sketch> readSmiles(const QByteArray& text, const QString& name, Note
 QByteArray smilesOf(const std::vector<Sketch>& sketches, Notes& notes);
 
 /// The canonical SMILES of one molecule, without its name.
-QString smilesOf(const SketchMolecule& molecule, Notes& notes);
+QString smilesOf(const SketchMolecule& drawn, Notes& notes);
 
 /// What is drawn, in a chemist's words.
 struct MoleculeInfo {

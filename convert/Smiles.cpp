@@ -21,8 +21,8 @@ namespace {
 
 // The layout needs memory with the square of the atoms.
 constexpr unsigned mostAtoms = 1000;
-constexpr qsizetype longestLine = 16 * 1024;    // characters
-constexpr std::size_t mostAtomsToWrite = 2'000; // RDKit walks along a molecule on the machine stack
+constexpr qsizetype longestLine = qsizetype{16} * 1024; // characters
+constexpr std::size_t mostAtomsToWrite = 2'000;         // RDKit walks along a molecule on the machine stack
 
 /// A line of a SMILES file.
 struct Line {
