@@ -187,7 +187,7 @@ private:
 
     QString colorComponent()
     {
-        const QString component = keyword();
+        QString component = keyword();
         const int number = wholeInteger(component).value_or(-1);
         if (!ended && (number < 0 || number > 255))
             note("a part of a colour that is no number from 0 to 255");
