@@ -31,6 +31,8 @@
 #include <map>
 #include <string>
 
+#include <unistd.h>
+
 namespace {
 
 constexpr int rounds = 5;
@@ -330,17 +332,16 @@ double startRatio(const QString& program, const QString& emptyWindow)
     return median(own) / median(empty);
 }
 
-/// Seconds of processor time that all threads of the process have taken so far.
+/// Seconds of processor time that the process has taken so far, threads that have ended included.
 double processorSeconds(qint64 process)
 {
-    double sum = 0;
-    const QDir threads(QStringLiteral("/proc/%1/task").arg(process));
-    for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        QFile file(threads.filePath(thread + QStringLiteral("/schedstat")));
-        if (file.open(QIODevice::ReadOnly))
-            sum += file.readAll().split(' ').value(0).toDouble() * 1e-9;
-    }
-    return sum;
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        fail("the editor's processor time cannot be read");
+    const QByteArray text = file.readAll();
+    const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
+    constexpr int userTime = 11; // counted behind the program's name; the system's time follows
+    return (fields.value(userTime).toDouble() + fields.value(userTime + 1).toDouble()) / double(sysconf(_SC_CLK_TCK));
 }
 
 double residentMemory(qint64 process)
