@@ -8,11 +8,11 @@
 #include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
 #include "tests/support/LargeDrawings.h"
+#include "tests/support/LargeGestures.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
 #include <QFont>
-#include <QMouseEvent>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -42,30 +42,11 @@ const Shape shapes[] = {
 
 using Times = std::map<std::string, std::vector<double>>;
 
-/// Drags or turns by one step of the mouse, with the molecule's first atom as the grip.
-void moveOneStep(KytStudioView* view, KytAtom* grip, KytViewState mode)
-{
-    view->canvasState = mode;
-    view->moving = grip;
-    view->moving_start = QPoint(0, 0);
-    _x = 0;
-    QMouseEvent event(QEvent::MouseMove, QPointF(1, 1), QPointF(1, 1), Qt::NoButton, Qt::LeftButton,
-                      Qt::ControlModifier);
-    view->contentsMouseMoveEvent(&event);
-    view->moving = nullptr;
-    view->canvasState = KYTVS_view;
-}
-
 /// The atom with the most bonds of those around the middle: the centre of a star.
 KytAtom* busiestAtom(const QList<KytAtom*>& atoms)
 {
     KytAtom* busiest = atoms[atoms.size() / 2];
     return atoms.first()->getBondCount() > busiest->getBondCount() ? atoms.first() : busiest;
-}
-
-KytBond* anyBondOf(const KytAtom* atom)
-{
-    return atom->outList.isEmpty() ? atom->inList.first() : atom->outList.first();
 }
 
 bool measureOnce(KytStudioDoc& doc, const QString& fileName, qsizetype expectedAtoms, Times& times)

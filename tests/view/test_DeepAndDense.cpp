@@ -1,9 +1,8 @@
 #include "model/DrawnMolecules.h"
 #include "tests/support/Drawing.h"
 #include "tests/support/LargeDrawings.h"
-#include "view/kytstudioview.h"
+#include "tests/support/LargeGestures.h"
 
-#include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,24 +14,6 @@
 namespace {
 
 using Maker = LargeDrawing (*)(int, bool);
-
-/// Drags or turns the molecule of `grip` by one step of the mouse.
-void moveOneStep(KytStudioView* view, KytAtom* grip, KytViewState mode)
-{
-    view->canvasState = mode;
-    view->moving = grip;
-    view->moving_start = QPoint(0, 0);
-    _x = 0;
-    QMouseEvent event(QEvent::MouseMove, QPointF(1, 1), QPointF(1, 1), Qt::NoButton, Qt::LeftButton,
-                      Qt::ControlModifier);
-    view->contentsMouseMoveEvent(&event);
-    view->moving = nullptr;
-}
-
-KytBond* anyBondOf(const KytAtom* atom)
-{
-    return atom->outList.isEmpty() ? atom->inList.first() : atom->outList.first();
-}
 
 std::vector<QPointF> placesOf(const QList<KytAtom*>& atoms)
 {
