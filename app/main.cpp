@@ -5,10 +5,14 @@
 #include <QFont>
 #include <QIcon>
 #include <QLocale>
+#include <QTimer>
 #include <QTranslator>
 
 #include <csignal>
 #include <cstdlib>
+#include <thread>
+
+#include <fontconfig/fontconfig.h>
 
 namespace {
 
@@ -36,9 +40,11 @@ int main(int argc, char* argv[])
     // A save beyond the limit on file sizes is to fail, not to end the program.
     std::signal(SIGXFSZ, SIG_IGN);
 
+    // The fonts' configuration takes as long to read as the connection to the X server takes to set up.
+    std::thread fonts(FcInit);
     QApplication application(argc, argv);
+    fonts.join();
     QApplication::setDesktopFileName(QStringLiteral("kytstudio"));
-    QApplication::setWindowIcon(applicationIcon());
     QApplication::setFont(QFont(QStringLiteral("helvetica"), 12));
 
     QTranslator translator;
@@ -48,6 +54,8 @@ int main(int argc, char* argv[])
     // Left to the end of the process, with its document and its viewer.
     static auto* const window = new KytStudioApp;
     window->show();
+    // Reading and sending the icon takes longer than showing the window.
+    QTimer::singleShot(0, window, [] { QApplication::setWindowIcon(applicationIcon()); });
 
     editor = window;
     const TerminationWatch watch(keepCopy);

@@ -6,7 +6,7 @@
 build_packages=(
     cmake ninja-build g++
     qt6-base-dev libsdl1.2-dev libgl-dev libopengl-dev libglu1-mesa-dev libgl1-mesa-dri
-    libx11-dev libxcb1-dev libxi-dev
+    libx11-dev libxcb1-dev libxi-dev libfontconfig-dev
     qt6-l10n-tools qt6-translations-l10n
     fonts-liberation
 )
