@@ -70,6 +70,8 @@ void sendDepth(KytAtom* source)
 
 void sendDepthAlong(KytBond* bond)
 {
+    if (bond->endDepth().value_or(bond->getToAtom()->atomZ) == bond->getToAtom()->atomZ)
+        return;
     Wave wave;
     bond->getFromAtom()->visit = wave.number;
     wave.passAlong(bond);

@@ -19,12 +19,19 @@ void startRingAtItsFirstBond(std::vector<KytBond*>& path)
     std::rotate(ring, first + 1, path.end());
 }
 
+quint64 nextNumber()
+{
+    static quint64 last = 0;
+    return ++last;
+}
+
 } // namespace
 
 GatheredLayout* GatheredLayout::outermost = nullptr;
 
 GatheredLayout::GatheredLayout(qint64 waveBonds)
-    : affordable(waveBonds)
+    : number(nextNumber())
+    , affordable(waveBonds)
 {
     if (!outermost)
         outermost = this;
@@ -37,26 +44,31 @@ GatheredLayout::~GatheredLayout()
     if (passed > affordable)
         settleDepths();
     outermost = nullptr;
-    for (KytBond* bond : remembered) {
-        if (!bond)
-            continue;
-        bond->layoutPlace = -1;
-        bond->depthTurn = 0;
-        bond->layOut();
-    }
+    for (const Remembered& one : remembered)
+        if (one.bond && !one.laidOut)
+            one.bond->drawLines();
 }
 
 void GatheredLayout::remember(KytBond* bond)
 {
-    if (bond->layoutPlace >= 0)
+    if (bond->gathering != number) {
+        bond->gathering = number;
+        bond->layoutPlace = static_cast<int>(remembered.size());
+        bond->depthTurn = 0;
+        remembered.push_back({bond, movedAtoms});
         return;
-    bond->layoutPlace = static_cast<int>(remembered.size());
-    remembered.push_back(bond);
+    }
+    Remembered& one = remembered[bond->layoutPlace];
+    if (!one.laidOut && one.movedAtoms == movedAtoms)
+        return;
+    one.laidOut = true;
+    bond->drawLines();
 }
 
 void GatheredLayout::forget(const KytBond* bond)
 {
-    remembered[bond->layoutPlace] = nullptr;
+    if (bond->gathering == number)
+        remembered[bond->layoutPlace].bond = nullptr;
 }
 
 void GatheredLayout::sendDepth(KytBond* bond)
@@ -93,7 +105,7 @@ void GatheredLayout::settleDepths()
 std::vector<KytAtom*> GatheredLayout::chooseDecidingBonds()
 {
     std::vector<KytAtom*> decided;
-    for (KytBond* bond : remembered) {
+    for (const auto& [bond, movedAtoms, laidOut] : remembered) {
         if (!bond || bond->depthTurn == 0 || !bond->carriesDepth())
             continue;
         KytBond*& latest = deciding[bond->getToAtom()];

@@ -25,9 +25,13 @@ public:
     /// The outermost one alive, or null.
     static GatheredLayout* current() { return outermost; }
 
-    /// Remembers that `bond` is to be laid out.
+    /// An atom has moved; the bonds remembered from here on are remembered for its sake.
+    void atomMoved() { ++movedAtoms; }
+
+    /// Remembers that `bond` is to be laid out. Once that is for the sake of a second atom, the bond is laid out at
+    /// once: as a rule, both of its atoms have moved then, and are still at hand in the processor's caches.
     void remember(KytBond* bond);
-    /// `bond`, which was remembered, is being destroyed.
+    /// `bond` is being destroyed.
     void forget(const KytBond* bond);
 
     /// Sends the depth of the start of `bond`, a remembered one, along it: now, or when all is settled.
@@ -36,15 +40,23 @@ public:
     void count(qint64 bonds) { passed += bonds; }
 
 private:
+    struct Remembered {
+        KytBond* bond;  // null where the bond has gone
+        int movedAtoms; // how many had moved when it was first remembered
+        bool laidOut = false;
+    };
+
     void settleDepths();
     std::vector<KytAtom*> chooseDecidingBonds();
     std::vector<KytBond*> unsettledBondsAbove(KytAtom* atom, quint64 settled) const;
 
     static GatheredLayout* outermost;
 
+    const quint64 number; // tells this gathering's bonds from those of earlier ones
     const qint64 affordable;
     qint64 passed = 0;
+    int movedAtoms = 0;
     int turns = 0;
-    std::vector<KytBond*> remembered; // null where the bond has gone
+    std::vector<Remembered> remembered;
     std::unordered_map<const KytAtom*, KytBond*> deciding;
 };

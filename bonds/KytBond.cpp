@@ -40,10 +40,10 @@ void place(KytBondLine* line, const QLineF& where)
 } // namespace
 
 KytBond::KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc)
-    : doc(doc)
-    , toAtom(to)
+    : toAtom(to)
     , fromAtom(from)
     , bondlength(narrowed(distance(centreOf(from), centreOf(to))))
+    , doc(doc)
 {
     from->addOutBond(this);
     to->addInBond(this);
@@ -51,8 +51,8 @@ KytBond::KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc)
 
 KytBond::~KytBond()
 {
-    if (layoutPlace >= 0)
-        GatheredLayout::current()->forget(this);
+    if (GatheredLayout* gathered = GatheredLayout::current())
+        gathered->forget(this);
     const int lines = std::exchange(bondCount, -1);
     if (lines >= 3)
         delete bond3;

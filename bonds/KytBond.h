@@ -66,24 +66,26 @@ public:
     std::optional<float> endDepth() const;
     bool carriesDepth() const { return isCountable() && endDepth(); }
 
-    KytStudioDoc* doc;
-    KytBondType type = KYTBT_DashedLine; ///< not used
     KytAtom* toAtom;
     KytAtom* fromAtom;
-    float bondlength;  ///< 2D length, in canvas pixels
-    int bondCount = 0; ///< what was added, 0 to 3; -1 while the bond is destroyed
     KytBondLine* bond1 = nullptr;
-    KytBondLine* bond2 = nullptr;
-    KytBondLine* bond3 = nullptr;
     KytStereoBond* stereoBond = nullptr;
+    int bondCount = 0; ///< what was added, 0 to 3; -1 while the bond is destroyed
     KytBondType bond1Type = KYTBT_DashedLine;
+    quint64 gathering = 0; ///< scratch: the last GatheredLayout that remembered the bond
+    int layoutPlace = 0;   ///< scratch: the bond's place in that
+    int depthTurn = 0;     ///< scratch: when it was last to give its end atom a depth there; 0 for never
+    float bondlength;      ///< 2D length, in canvas pixels
     KytBondType bond2Type = KYTBT_DashedLine;
     KytBondType bond3Type = KYTBT_DashedLine;
-
-    int layoutPlace = -1; ///< scratch: the bond's place among those that are gathered, or -1
-    int depthTurn = 0;    ///< scratch: when it was last to give its end atom a depth; 0 for never
+    KytBondType type = KYTBT_DashedLine; ///< not used
+    KytBondLine* bond2 = nullptr;
+    KytBondLine* bond3 = nullptr;
+    KytStudioDoc* doc;
 
 private:
+    friend class GatheredLayout;
+
     bool isCountable() const;
     void drawLines();
     bool isStereo() const { return isWedgeKind(bond1Type); }

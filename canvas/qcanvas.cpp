@@ -119,6 +119,15 @@ QCanvasItemList QCanvas::allItems() const
     return list;
 }
 
+QCanvasItemList QCanvas::itemsOfKind(int rtti) const
+{
+    QCanvasItemList list;
+    for (const Place& place : places)
+        if (place.isOf(rtti))
+            list.append(place.item);
+    return list;
+}
+
 QCanvasItemList QCanvas::collisions(const QPoint& p) const
 {
     const QPointF centre(p.x() + 0.5, p.y() + 0.5);
@@ -148,9 +157,16 @@ void QCanvas::deleteItems(int rtti)
 {
     std::vector<Place> chosen;
     for (const Place& place : places)
-        if (place.item && place.item->rtti() == rtti)
+        if (place.isOf(rtti))
             chosen.push_back(place);
     deletePlaces(chosen);
+}
+
+bool QCanvas::Place::isOf(int rtti) const
+{
+    if (item && kind < 0)
+        kind = item->rtti();
+    return item && kind == rtti;
 }
 
 std::vector<QCanvas::Place>::iterator QCanvas::placeOf(quint64 serial)
@@ -211,7 +227,7 @@ void QCanvas::markChanged(const QRect& changedArea)
     if (rectangle.isEmpty())
         return;
     scheduleUpdate();
-    if (!changedAreas.empty() && changedAreas.back().contains(rectangle))
+    if (!changedAreas.empty() && (changedAreas.back().contains(rectangle) || changedAreas.front().contains(rectangle)))
         return;
     if (changedAreas.size() == mostChangedAreas) {
         QRect around;

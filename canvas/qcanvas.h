@@ -71,6 +71,9 @@ public:
     /// Every item on the canvas, shown or hidden, in the order of creation.
     QCanvasItemList allItems() const;
 
+    /// Those of them whose rtti() is `rtti`, in the same order.
+    QCanvasItemList itemsOfKind(int rtti) const;
+
     /// The visible items whose hit area takes in the pixel `p`, topmost first: higher z first, and among equal z the
     /// later created first, which is the one painted on top.
     QCanvasItemList collisions(const QPoint& p) const;
@@ -97,7 +100,10 @@ private:
 
     struct Place {
         quint64 serial;
-        QCanvasItem* item; // null where the item has gone
+        QCanvasItem* item;     // null where the item has gone
+        mutable int kind = -1; // its rtti() once that was asked for; most searches need not touch the item
+
+        bool isOf(int rtti) const;
     };
 
     QRect area() const { return QRect(QPoint(0, 0), extent); }
@@ -185,17 +191,18 @@ private:
 
     void measure();
 
+    // What a move reads and writes stands together: when thousands of items move, memory is what takes the time.
     QCanvas* home = nullptr;
-    const quint64 serial; // rises with creation
-    QRect reach;          // the item's rectangle with the fringe of antialiasing, as it last was while visible
-    bool stale = true;    // it has changed since
-    int cell = -1;        // where the canvas's index has the item; -1 while it has not
-    int placeInCell = 0;
     double xPosition = 0;
     double yPosition = 0;
-    double zPosition = 0;
+    QRect reach;   // the item's rectangle with the fringe of antialiasing, as it last was while visible
+    int cell = -1; // where the canvas's index has the item; -1 while it has not
+    int placeInCell = 0;
+    bool stale = true; // the rectangle has changed since
     bool visible = false;
     bool keptByOwner = false;
+    double zPosition = 0;
+    const quint64 serial; // rises with creation
 };
 
 /// An item with an area: filled with a brush, never outlined with the pen (a line uses only the pen).
@@ -203,9 +210,9 @@ class QCanvasPolygonalItem : public QCanvasItem {
 public:
     explicit QCanvasPolygonalItem(QCanvas* canvas);
 
-    QPen pen() const { return itsPen; }
+    const QPen& pen() const { return itsPen; }
     virtual void setPen(const QPen& pen);
-    QBrush brush() const { return itsBrush; }
+    const QBrush& brush() const { return itsBrush; }
     virtual void setBrush(const QBrush& brush);
 
 private:
@@ -316,10 +323,10 @@ private:
     const Layout& layout() const;
     static std::shared_ptr<const Layout> sharedLayout(const QString& text, const QFont& font);
 
+    mutable std::shared_ptr<const Layout> itsLayout; // made when first needed, shared by all equal texts
     QString itsText;
     std::optional<QFont> itsFont;
     QColor itsColor = Qt::black;
-    mutable std::shared_ptr<const Layout> itsLayout; // made when first needed, shared by all equal texts
 };
 
 /// A scrolling window onto a canvas, with the canvas's top-left corner at its own.

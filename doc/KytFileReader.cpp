@@ -7,6 +7,7 @@
 #include "model/KytMolecule.h"
 
 #include <QLoggingCategory>
+#include <QSet>
 #include <QTextStream>
 
 #include <set>
@@ -89,7 +90,7 @@ private:
     void readAtom()
     {
         recordKeyword(QLatin1String("ATOM"));
-        const QString symbol = ended ? QString() : word();
+        const QString symbol = ended ? QString() : shared(word());
         const float x = real();
         const float y = real();
         const float z = real();
@@ -191,8 +192,11 @@ private:
         const int number = wholeInteger(component).value_or(-1);
         if (!ended && (number < 0 || number > 255))
             note("a part of a colour that is no number from 0 to 255");
-        return component;
+        return shared(component);
     }
+
+    /// `text` in the memory of an equal one read before: thousands of atoms have a few symbols and colours.
+    QString shared(const QString& text) { return *texts.insert(text); }
 
     int integer()
     {
@@ -239,6 +243,7 @@ private:
     bool ended = false;              // it has ended
     qint64 wordsRead = 0;
     std::set<QString> met;
+    QSet<QString> texts;
 };
 
 } // namespace

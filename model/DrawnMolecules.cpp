@@ -7,10 +7,10 @@
 QList<KytAtom*> drawnAtoms(const QCanvas& canvas)
 {
     QList<KytAtom*> atoms;
-    const QCanvasItemList items = canvas.allItems();
-    for (QCanvasItem* item : items)
-        if (item->rtti() == QCanvasItem::Rtti_Ellipse)
-            atoms.append(static_cast<KytAtom*>(item));
+    const QCanvasItemList ellipses = canvas.itemsOfKind(QCanvasItem::Rtti_Ellipse);
+    atoms.reserve(ellipses.size());
+    for (QCanvasItem* ellipse : ellipses)
+        atoms.append(static_cast<KytAtom*>(ellipse));
     return atoms;
 }
 

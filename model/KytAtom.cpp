@@ -39,13 +39,13 @@ KytAtom::KytAtom(QCanvas* canvas, float z, bool locked)
 
 KytAtom::KytAtom(QCanvas* canvas, const QString& symbol, float z, bool locked)
     : QCanvasEllipse(atomSize, atomSize, canvas)
+    , atomZ(narrowed(z))
     , locked(locked)
+    , molecule(makeFirstMolecule())
+    , canvasSymbol(new QCanvasText(symbol, canvas))
     , _atomColor{QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("0")}
     , name(symbol)
     , symbol(symbol)
-    , molecule(makeFirstMolecule())
-    , atomZ(narrowed(z))
-    , canvasSymbol(new QCanvasText(symbol, canvas))
 {
     ++molecule->pointingAtoms;
     setBrush(atomBrush);

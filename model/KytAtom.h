@@ -91,20 +91,19 @@ public:
 
     void aboutToBeCleared() override;
 
-    int deleted = 0;           ///< 1 from its destruction on
-    bool locked;               ///< dragging it drags its molecule, and bonds do not change its depth
-    QString _atomColor[3];     ///< red, green and blue as decimal texts "0".."255"
-    QString name;              ///< the atom's name
-    QString symbol;            ///< the chemical symbol in the label
-    KytMolecule* molecule;     ///< the molecule it belongs to, never null
-    int flag = 0;              ///< 1 while a connectivity walk is inside this atom
     float atomZ;               ///< depth, in canvas units
+    bool locked;               ///< dragging it drags its molecule, and bonds do not change its depth
+    quint64 visit = 0;         ///< scratch: the last wave that entered this atom, a number from newVisit
+    KytMolecule* molecule;     ///< the molecule it belongs to, never null
     QCanvasText* canvasSymbol; ///< the label; owned
     QList<KytBond*> inList;    ///< bonds that end here, in the order added; not owned
     QList<KytBond*> outList;   ///< bonds that start here, in the order added; not owned
-
-    int rank = 0;      ///< scratch: the atom's index in the list that is being written or drawn
-    quint64 visit = 0; ///< scratch: the last wave that entered this atom, a number from newVisit
+    int rank = 0;              ///< scratch: the atom's index in the list that is being written or drawn
+    int flag = 0;              ///< 1 while a connectivity walk is inside this atom
+    int deleted = 0;           ///< 1 from its destruction on
+    QString _atomColor[3];     ///< red, green and blue as decimal texts "0".."255"
+    QString name;              ///< the atom's name
+    QString symbol;            ///< the chemical symbol in the label
 
     /// A number that no wave has had before.
     static quint64 newVisit();

@@ -51,6 +51,8 @@ void KytAtom::moveBy(double dx, double dy)
     if (!std::isfinite(dx) || !std::isfinite(dy))
         return;
     QCanvasEllipse::moveBy(dx, dy);
+    if (GatheredLayout* gathered = GatheredLayout::current())
+        gathered->atomMoved();
     layOutBonds();
     canvasSymbol->moveBy(dx, dy);
 }

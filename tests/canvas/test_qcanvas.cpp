@@ -111,6 +111,7 @@ private slots:
 
     void allItemsComeInTheOrderOfCreation();
     void allItemsIncludesHiddenOnes();
+    void itemsOfOneKindComeInTheOrderOfCreation();
     void olderItemPutOnLaterTakesItsPlaceByCreation();
     void orderSurvivesDeletions();
 
@@ -272,6 +273,25 @@ void TestQCanvas::allItemsIncludesHiddenOnes()
     QCOMPARE(canvas.allItems(), (QCanvasItemList{shown, hidden}));
     shown->hide();
     QCOMPARE(canvas.allItems(), (QCanvasItemList{shown, hidden}));
+}
+
+void TestQCanvas::itemsOfOneKindComeInTheOrderOfCreation()
+{
+    QCanvas canvas(100, 100);
+    auto* first = new QCanvasLine(&canvas);
+    new QCanvasEllipse(3, 3, &canvas);
+    auto* second = new QCanvasLine(&canvas);
+    auto* third = new QCanvasLine(&canvas);
+    third->show();
+    QCOMPARE(canvas.itemsOfKind(QCanvasItem::Rtti_Line), (QCanvasItemList{first, second, third}));
+    QVERIFY(canvas.itemsOfKind(QCanvasItem::Rtti_Polygon).isEmpty());
+
+    delete second;
+    auto* fourth = new QCanvasLine(&canvas);
+    first->setCanvas(nullptr);
+    QCOMPARE(canvas.itemsOfKind(QCanvasItem::Rtti_Line), (QCanvasItemList{third, fourth}));
+    first->setCanvas(&canvas);
+    QCOMPARE(canvas.itemsOfKind(QCanvasItem::Rtti_Line), (QCanvasItemList{first, third, fourth}));
 }
 
 void TestQCanvas::olderItemPutOnLaterTakesItsPlaceByCreation()
