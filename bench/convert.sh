@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Measures kytconvert: 1 000 molecules from SMILES to pictures and to one SD file, and a drawing of 20 000 atoms to SVG.
+# Measures kytconvert and prints a table in Markdown: a row for each run of the program, with medians of five runs.
 # Usage: bench/convert.sh [KYTCONVERT]
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
@@ -7,19 +7,19 @@ program=$(readlink -f "${1:-$root/build/release/kytconvert}")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# measure TITLE COUNT ARGUMENT...: runs the program and prints what it took.
+# measure FROM TO COUNT THINGS ARGUMENT...: runs the program and prints its row.
 measure() {
     python3 - "$program" "$@" <<'END'
-import resource, subprocess, sys, time
-program, title, count, *arguments = sys.argv[1:]
-before = resource.getrusage(resource.RUSAGE_CHILDREN)
-start = time.monotonic()
-subprocess.run([program, *arguments], check=True, stderr=subprocess.DEVNULL)
-seconds = time.monotonic() - start
-used = resource.getrusage(resource.RUSAGE_CHILDREN)
-processor = used.ru_utime + used.ru_stime - before.ru_utime - before.ru_stime
-print(f"{title}: {seconds:.2f} s, {processor:.2f} s of processor time, "
-      f"{int(count) / processor:.0f} a second of it, {used.ru_maxrss / 1024:.0f} MB")
+import resource, statistics, subprocess, sys, time
+program, source, target, count, things, *arguments = sys.argv[1:]
+times = []
+for run in range(5):
+    start = time.monotonic()
+    subprocess.run([program, *arguments], check=True, stderr=subprocess.DEVNULL)
+    times.append(time.monotonic() - start)
+seconds = statistics.median(times)
+memory = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss / 1024
+print(f"| {source} | {target} | {seconds:.2f} s | {int(count) / seconds:.0f} {things} | {memory:.0f} MiB |")
 END
 }
 
@@ -40,11 +40,11 @@ print(" END_MOLECULE\nEND_KYTFILE")
 END
 
 mkdir "$work/pictures"
-measure "1000 SMILES to 1000 SVG pictures" 1000 "$work/molecules.smi" -o "$work/pictures/%04d.svg"
-measure "1000 SMILES to 1000 PNG pictures" 1000 "$work/molecules.smi" -o "$work/pictures/%04d.png"
-measure "1000 SMILES to one SD file" 1000 "$work/molecules.smi" -o "$work/molecules.sdf"
-measure "one SD file of 1000 to SMILES" 1000 "$work/molecules.sdf" -o "$work/again.smi"
-measure "20000 atoms to SVG" 20000 "$work/sheet.kyt" -o "$work/sheet.svg"
-measure "20000 atoms to PDF" 20000 "$work/sheet.kyt" -o "$work/sheet.pdf"
-measure "20000 atoms to a molfile" 20000 "$work/sheet.kyt" -o "$work/sheet.mol"
-printf "the SVG file has %d bytes\n" "$(stat -c %s "$work/sheet.svg")"
+printf '| from | to | time | in a second | memory |\n|---|---|---|---|---|\n'
+measure "1 000 molecules as SMILES" "one SD file" 1000 molecules "$work/molecules.smi" -o "$work/molecules.sdf"
+measure "the same" "1 000 SVG pictures" 1000 molecules "$work/molecules.smi" -o "$work/pictures/%04d.svg"
+measure "the same" "1 000 PNG pictures" 1000 molecules "$work/molecules.smi" -o "$work/pictures/%04d.png"
+measure "that SD file" "SMILES" 1000 molecules "$work/molecules.sdf" -o "$work/again.smi"
+measure "a drawing of 20 000 atoms" "SVG" 20000 atoms "$work/sheet.kyt" -o "$work/sheet.svg"
+measure "the same" "PDF" 20000 atoms "$work/sheet.kyt" -o "$work/sheet.pdf"
+measure "the same" "molfile" 20000 atoms "$work/sheet.kyt" -o "$work/sheet.mol"

@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr int rounds = 3;
+constexpr int rounds = 5;
 constexpr double growthLimit = 1.6; // of the time per bond, from the small drawing to the large one
 constexpr double leastTime = 1;     // milliseconds; less is noise
 

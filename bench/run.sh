@@ -17,8 +17,8 @@ machine() {
         "$(. /etc/os-release && printf '%s' "$PRETTY_NAME")" "$(qtpaths6 --query QT_VERSION)"
 }
 
-install_missing "${build_packages[@]}" "${screen_packages[@]}" libxcb-xtest0-dev
-for target in kytstudio kytstudio_bench empty_window deep_bench i3d_bench; do
+install_missing "${build_packages[@]}" "${converter_packages[@]}" "${screen_packages[@]}" libxcb-xtest0-dev
+for target in kytstudio kytconvert kytstudio_bench empty_window deep_bench i3d_bench; do
     build release "$target"
 done
 
@@ -30,7 +30,8 @@ done
     tests/on_screen build/release/bench/deep_bench
     printf '%s\n\nThe 3D window:\n\n%s\n' "$fence" "$fence"
     tests/on_screen build/release/bench/i3d_bench
-    printf '%s\n' "$fence"
+    printf '%s\n\nThe converter:\n\n' "$fence"
+    bench/convert.sh
 } | tee "$table"
 
 # Whatever stands between the two marks in the page is made here.
