@@ -69,7 +69,8 @@ const Row rows[] = {
     {"3D: from the command to the first frame, 1 000 atoms", "first frame", 1000, "ms", 500},
 };
 
-const char* const growing[] = {"open", "save", "new", "drag atom", "drag molecule", "turn molecule", "delete"};
+const char* const growing[] = {"open",          "save",          "new",    "hover",      "drag atom",
+                               "drag molecule", "turn molecule", "delete", "first frame"};
 constexpr double mostGrowth = 6;
 constexpr double mostHoverRatio = 3;
 
