@@ -8,6 +8,9 @@
 
 namespace {
 
+// A turned atom asks for its bonds twice.
+constexpr int mostEarlyLayouts = 2;
+
 /// The path ends in a ring, in which each bond waits for another: the one whose turn came first goes first.
 void startRingAtItsFirstBond(std::vector<KytBond*>& path)
 {
@@ -45,7 +48,7 @@ GatheredLayout::~GatheredLayout()
         settleDepths();
     outermost = nullptr;
     for (const Remembered& one : remembered)
-        if (one.bond && !one.laidOut)
+        if (one.bond && one.waits)
             one.bond->drawLines();
 }
 
@@ -59,9 +62,12 @@ void GatheredLayout::remember(KytBond* bond)
         return;
     }
     Remembered& one = remembered[bond->layoutPlace];
-    if (!one.laidOut && one.movedAtoms == movedAtoms)
+    if (one.layouts == 0 && one.movedAtoms == movedAtoms)
         return;
-    one.laidOut = true;
+    one.waits = one.layouts == mostEarlyLayouts;
+    if (one.waits)
+        return;
+    ++one.layouts;
     bond->drawLines();
 }
 
@@ -105,7 +111,8 @@ void GatheredLayout::settleDepths()
 std::vector<KytAtom*> GatheredLayout::chooseDecidingBonds()
 {
     std::vector<KytAtom*> decided;
-    for (const auto& [bond, movedAtoms, laidOut] : remembered) {
+    for (const Remembered& one : remembered) {
+        KytBond* bond = one.bond;
         if (!bond || bond->depthTurn == 0 || !bond->carriesDepth())
             continue;
         KytBond*& latest = deciding[bond->getToAtom()];

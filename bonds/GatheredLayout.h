@@ -29,7 +29,8 @@ public:
     void atomMoved() { ++movedAtoms; }
 
     /// Remembers that `bond` is to be laid out. Once that is for the sake of a second atom, the bond is laid out at
-    /// once: as a rule, both of its atoms have moved then, and are still at hand in the processor's caches.
+    /// once: as a rule, both of its atoms have moved then, and are still at hand in the processor's caches. What is
+    /// remembered over and over is laid out once more in the end.
     void remember(KytBond* bond);
     /// `bond` is being destroyed.
     void forget(const KytBond* bond);
@@ -41,9 +42,10 @@ public:
 
 private:
     struct Remembered {
-        KytBond* bond;  // null where the bond has gone
-        int movedAtoms; // how many had moved when it was first remembered
-        bool laidOut = false;
+        KytBond* bond;   // null where the bond has gone
+        int movedAtoms;  // how many had moved when it was first remembered
+        int layouts = 0; // that it had before the end
+        bool waits = true;
     };
 
     void settleDepths();
