@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace {
 
 constexpr double canvasSize = 2000; // pixels
 constexpr double gap = 45;          // pixels between drawings side by side: an atom's label fits
+constexpr double letterWidth = 12;  // pixels, of a wide letter in a label
 constexpr float drawnAngle = 60;    // degrees, of a wedge drawn by hand
 const double drawnSlope = std::tan(drawnAngle * std::numbers::pi / 180);
 
@@ -34,6 +36,37 @@ void moveTo(Sketch& sketch, const QPointF& corner)
 {
     const QRectF extent = extentOf(sketch);
     shift(sketch, corner.x() - extent.x(), corner.y() - extent.y());
+}
+
+/// The size of the sketch with its labels, as far as they do not fit the gap beside it.
+QSizeF roomFor(const Sketch& sketch)
+{
+    QRectF room = extentOf(sketch);
+    for (const SketchMolecule& molecule : sketch.molecules)
+        for (const SketchAtom& atom : molecule.atoms)
+            room.setRight(std::max(room.right(), atom.x + letterWidth * double(atom.symbol.size()) - gap));
+    return room.size();
+}
+
+/// For each atom the number of its piece, counted in the order of the pieces' first atoms.
+std::vector<std::size_t> piecesOf(const SketchMolecule& molecule)
+{
+    std::vector<std::size_t> rootOf(molecule.atoms.size());
+    std::iota(rootOf.begin(), rootOf.end(), std::size_t{0});
+    const auto root = [&](std::size_t atom) {
+        while (rootOf[atom] != atom)
+            atom = rootOf[atom] = rootOf[rootOf[atom]];
+        return atom;
+    };
+    for (const SketchBond& bond : molecule.bonds) {
+        const auto [first, second] = std::minmax({root(bond.from), root(bond.to)});
+        rootOf[second] = first;
+    }
+    std::vector<std::size_t> pieceOf(molecule.atoms.size());
+    std::size_t pieces = 0;
+    for (std::size_t i = 0; i < pieceOf.size(); ++i)
+        pieceOf[i] = root(i) == i ? pieces++ : pieceOf[root(i)];
+    return pieceOf;
 }
 
 /// The indices of the wedges, each behind the one that ends where it starts as far as there is such an order.
@@ -101,7 +134,7 @@ Sketch sideBySide(std::vector<Sketch> sketches)
     QPointF pen(0, 0);
     double rowHeight = 0;
     for (Sketch& sketch : sketches) {
-        const QSizeF size = extentOf(sketch).size();
+        const QSizeF size = roomFor(sketch);
         if (pen.x() > 0 && pen.x() + size.width() > canvasSize - 2 * gap) {
             pen = {0, pen.y() + rowHeight + gap};
             rowHeight = 0;
@@ -117,6 +150,26 @@ Sketch sideBySide(std::vector<Sketch> sketches)
     if (sketches.size() > 1)
         moveTo(all, cornerFor(extentOf(all).size()));
     return all;
+}
+
+void spreadPieces(SketchMolecule& molecule)
+{
+    const std::vector<std::size_t> pieceOf = piecesOf(molecule);
+    const std::size_t pieces = pieceOf.empty() ? 0 : *std::max_element(pieceOf.begin(), pieceOf.end()) + 1;
+    double pen = 0;
+    for (std::size_t piece = 0; pieces > 1 && piece < pieces; ++piece) {
+        Sketch part;
+        part.molecules.emplace_back();
+        for (std::size_t i = 0; i < molecule.atoms.size(); ++i)
+            if (pieceOf[i] == piece)
+                part.molecules.front().atoms.push_back(molecule.atoms[i]);
+        moveTo(part, {pen, -extentOf(part).height() / 2});
+        pen += roomFor(part).width() + gap;
+        auto moved = part.molecules.front().atoms.begin();
+        for (std::size_t i = 0; i < molecule.atoms.size(); ++i)
+            if (pieceOf[i] == piece)
+                molecule.atoms[i] = std::move(*moved++);
+    }
 }
 
 void liftWedges(SketchMolecule& molecule)

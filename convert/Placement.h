@@ -21,6 +21,10 @@ void place(Sketch& sketch);
 /// as wide as the canvas at most.
 Sketch sideBySide(std::vector<Sketch> sketches);
 
+/// Sets the pieces of a molecule that no bond holds together, such as ions, beside one another in the order of their
+/// first atoms, so far apart that their labels stay legible.
+void spreadPieces(SketchMolecule& molecule);
+
 /// Gives every wedge whose ends lie at equal depths the angle of 60 degrees and lifts or lowers its wide end to match,
 /// as when it is drawn by hand, a wedge before those that start from its wide end. An end is lifted once. The other
 /// wedges get the angle that their depths give.

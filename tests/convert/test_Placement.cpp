@@ -86,6 +86,32 @@ private slots:
         }
     }
 
+    void aLongLabelDoesNotReachTheNextSketch()
+    {
+        std::vector<Sketch> sketches = {chain({{0, 0}}), chain({{0, 0}})};
+        sketches[0].molecules[0].atoms[0].symbol = "CO2CH2CH3";
+        const Sketch all = sideBySide(sketches);
+        QVERIFY(all.molecules[1].atoms[0].x - all.molecules[0].atoms[0].x > 100);
+    }
+
+    void ionsStandSideBySideWithRoomForTheirLabels()
+    {
+        SketchMolecule salt = chain({{0, 0}, {10, 0}, {20, 0}, {10, 0}}).molecules[0];
+        salt.bonds.push_back({0, 2, {KYTBT_SingleBond}, 0});
+        spreadPieces(salt);
+        QCOMPARE(salt.atoms[2].x - salt.atoms[0].x, 20.0);
+        QVERIFY(salt.atoms[1].x > salt.atoms[2].x + 40);
+        QVERIFY(salt.atoms[3].x > salt.atoms[1].x + 40);
+    }
+
+    void aMoleculeOfOnePieceIsNotSpread()
+    {
+        SketchMolecule molecule = chain({{5, 6}, {35, 6}}).molecules[0];
+        molecule.bonds.push_back({0, 1, {KYTBT_SingleBond}, 0});
+        spreadPieces(molecule);
+        QCOMPARE(QPointF(molecule.atoms[1].x, molecule.atoms[1].y), QPointF(35, 6));
+    }
+
     void twoSmallSketchesStandSideBySideInAFreshWindow()
     {
         const Sketch all = sideBySide({chain({{900, 900}, {960, 940}}), chain({{900, 900}, {960, 940}})});
