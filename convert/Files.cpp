@@ -6,7 +6,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -29,8 +31,12 @@ constexpr const char* standardStream = "-";
 
 void writeTo(QFileDevice& file, const QString& fileName, const QByteArray& contents)
 {
-    if (file.write(contents) != contents.size() || !file.flush())
-        failWriting(fileName, QStringLiteral("cannot be written: ") + file.errorString());
+    errno = 0;
+    if (file.write(contents) == contents.size() && file.flush())
+        return;
+    // A file that is saved as a whole forgets the reason.
+    const QString why = errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : file.errorString();
+    failWriting(fileName, QStringLiteral("cannot be written: ") + why);
 }
 
 } // namespace

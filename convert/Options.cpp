@@ -87,6 +87,10 @@ Options parseOptions(const QStringList& arguments)
     if (parser.isSet("from"))
         options.from = formatOption(parser, "from");
     options.json = parser.isSet("json");
+    if (options.json && options.task != Options::Task::Info)
+        refuse(QStringLiteral("--json goes with --info"));
+    if (options.task != Options::Task::Convert && (parser.isSet("output") || parser.isSet("to")))
+        refuse(QStringLiteral("--check and --info answer on standard output, without --output and --to"));
     if (options.task != Options::Task::Convert)
         return options;
 

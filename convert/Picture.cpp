@@ -32,6 +32,7 @@ QSizeF pictureSize(const QRect& area, const PictureStyle& style)
 void paint(QPainter& painter, const QCanvas& canvas, const QRect& area, const PictureStyle& style)
 {
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::NonCosmeticBrushPatterns); // the hatching of falling wedges grows with them
     painter.scale(style.scale, style.scale);
     painter.translate(-area.topLeft());
     if (style.background.alpha() > 0)

@@ -62,6 +62,22 @@ QString numberedName(QString pattern, const QRegularExpressionMatch& place, int 
                            QStringLiteral("%1").arg(number, digits, 10, QLatin1Char('0')));
 }
 
+/// A sketch for each molecule.
+std::vector<Sketch> eachAlone(std::vector<Sketch> sketches)
+{
+    std::vector<Sketch> alone;
+    for (Sketch& sketch : sketches) {
+        for (SketchMolecule& molecule : sketch.molecules) {
+            Sketch one;
+            one.molecules.push_back(std::move(molecule));
+            one.placed = sketch.placed;
+            one.laidOut = sketch.laidOut;
+            alone.push_back(std::move(one));
+        }
+    }
+    return alone;
+}
+
 void convert(const Options& options, Notes& notes)
 {
     static const QRegularExpression number(QStringLiteral("%(?:0([1-9]))?d"));
@@ -71,11 +87,13 @@ void convert(const Options& options, Notes& notes)
         writeAll(options.output, writeSketches(std::move(sketches), options.to, options.style, notes));
         return;
     }
+    // Nothing is written before all of it is known to be possible.
+    std::vector<QByteArray> files;
+    for (Sketch& sketch : eachAlone(std::move(sketches)))
+        files.push_back(writeSketches({std::move(sketch)}, options.to, options.style, notes));
     int count = 0;
-    for (Sketch& sketch : sketches) {
-        const QString fileName = numberedName(options.output, place, ++count);
-        writeAll(fileName, writeSketches({std::move(sketch)}, options.to, options.style, notes));
-    }
+    for (const QByteArray& contents : files)
+        writeAll(numberedName(options.output, place, ++count), contents);
 }
 
 /// Whether the file is sound; says what is not.
@@ -127,12 +145,15 @@ int perform(const Options& options)
     startChemistry();
     Notes notes;
     int status = success;
-    if (options.task == Options::Task::Check)
+    if (options.task == Options::Task::Check) {
         status = checkAll(options) ? success : faultsFound;
-    else if (options.task == Options::Task::Info)
+        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+            throw ConversionError(QStringLiteral("standard output: cannot be written"));
+    } else if (options.task == Options::Task::Info) {
         tell(options, notes);
-    else
+    } else {
         convert(options, notes);
+    }
     for (const QString& line : notes.lines())
         complain(QStringLiteral("warning: ") + line);
     return status;

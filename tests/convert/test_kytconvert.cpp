@@ -120,6 +120,19 @@ double inkShare(const QImage& image)
     return double(ink) / (image.width() * image.height());
 }
 
+/// How many stretches of ink the row with the most has.
+int mostStrokes(const QImage& image)
+{
+    int most = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        int strokes = 0;
+        for (int x = 1; x < image.width(); ++x)
+            strokes += lightness(image.pixel(x, y)) < 128 && lightness(image.pixel(x - 1, y)) >= 128;
+        most = std::max(most, strokes);
+    }
+    return most;
+}
+
 } // namespace
 
 class test_kytconvert : public QObject {
@@ -219,6 +232,65 @@ private slots:
         QVERIFY2(unlike < (format == "png" ? 0.0005 : 0.01), qPrintable(QString::number(unlike)));
     }
 
+    void numberedOutputsHoldAMoleculeOfADrawingEach()
+    {
+        const QByteArray two = "KYTFILE MOLECULE 1 0 ATOM C 1 1 0 1 1 1 END_MOLECULE MOLECULE 1 0 ATOM N 9 9 0 1 1 1 "
+                               "END_MOLECULE END_KYTFILE";
+        const Outcome outcome = convert({"--from", "kyt", "-", "-o", folder->filePath("m%d.smi")}, two);
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(contentsOf(folder->filePath("m1.smi")), QByteArray("C\n"));
+        QCOMPARE(contentsOf(folder->filePath("m2.smi")), QByteArray("N\n"));
+    }
+
+    void noneOfTheNumberedOutputsIsWrittenWhereOneCannotBe()
+    {
+        const QByteArray two =
+            "KYTFILE MOLECULE 1 0 ATOM C 1 1 0 1 1 1 END_MOLECULE MOLECULE 1 0 ATOM N 1e30 9 0 1 1 1 "
+            "END_MOLECULE END_KYTFILE";
+        const Outcome outcome = convert({"--from", "kyt", "-", "-o", folder->filePath("m%d.svg")}, two);
+        QCOMPARE(outcome.status, 2);
+        QCOMPARE(QDir(folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    }
+
+    void aFullDiskIsNamedAndTheOldFileStays()
+    {
+        put(folder->filePath("out.png"), "the old one");
+        QProcess shell;
+        shell.start("bash",
+                    {"-c", "ulimit -f 1; exec \"$0\" lib/megaphon.kyf --scale 9 -o \"$1\"", KYTCONVERT_PROGRAM,
+                     folder->filePath("out.png")});
+        QVERIFY(shell.waitForFinished(60'000));
+        QCOMPARE(shell.exitCode(), 2);
+        const QString told = QString::fromUtf8(shell.readAllStandardError());
+        QVERIFY2(told.contains("out.png: cannot be written: File too large"), qPrintable(told));
+        QCOMPARE(contentsOf(folder->filePath("out.png")), QByteArray("the old one"));
+        QCOMPARE(QDir(folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList("out.png"));
+    }
+
+    void faultsThatCannotBeToldAreNoAnswer()
+    {
+        put(folder->filePath("bad.kyt"), "KYTFILE");
+        QProcess shell;
+        shell.start("bash",
+                    {"-c", "exec \"$0\" --check \"$1\" > /dev/full", KYTCONVERT_PROGRAM, folder->filePath("bad.kyt")});
+        QVERIFY(shell.waitForFinished(60'000));
+        QCOMPARE(shell.exitCode(), 2);
+        QVERIFY(shell.readAllStandardError().contains("standard output: cannot be written"));
+    }
+
+    void theHatchingOfAFallingWedgeGrowsWithAPicture()
+    {
+        put(folder->filePath("wedge.kyt"),
+            "KYTFILE MOLECULE 2 1 ATOM C 100 100 0 1 1 1 ATOM C 190 100 9 1 1 1 BOND 0 1 1 3 END_MOLECULE END_KYTFILE");
+        const auto strokes = [&](const QString& scale) {
+            return mostStrokes(pictureIn(convert({folder->filePath("wedge.kyt"), "--to", "png", "--scale", scale}).out,
+                                         "png", QSize()));
+        };
+        const int plain = strokes("1");
+        QVERIFY2(plain >= 4, qPrintable(QString::number(plain)));
+        QVERIFY2(std::abs(strokes("8") - plain) <= 2, qPrintable(QString::number(strokes("8"))));
+    }
+
     void scaleMarginAndBackgroundOfAPicture()
     {
         const QImage plain = QImage::fromData(convert({"lib/water.kyf", "--to", "png"}).out);
@@ -283,6 +355,9 @@ private slots:
             << QStringList{"--from", "png", "-"} + toFile << QByteArray() << "written";
         QTest::newRow("bad scale") << QStringList{"--scale", "0", "-"} + toFile << QByteArray() << "--scale";
         QTest::newRow("bad colour") << QStringList{"--background", "blau", "-"} + toFile << QByteArray() << "blau";
+        QTest::newRow("--check writes no file") << QStringList{"--check", "-"} + toFile << QByteArray() << "--output";
+        QTest::newRow("--info converts nothing") << QStringList{"--info", "--to", "smi", "-"} << QByteArray() << "--to";
+        QTest::newRow("JSON of nothing") << QStringList{"--json", "-"} + toFile << QByteArray() << "--info";
         QTest::newRow("far away") << QStringList{"--from", "kyt", "-"} + toFile
                                   << QByteArray("KYTFILE MOLECULE 1 0 ATOM C 1e30 0 0 1 1 1 END_MOLECULE END_KYTFILE")
                                   << "too large";
