@@ -35,7 +35,7 @@ QString smilesOf(const SketchMolecule& drawn, Notes& notes);
 /// What is drawn, in a chemist's words.
 struct MoleculeInfo {
     QString name;
-    QString formula;   ///< in Hill's order, with the hydrogens that are not drawn; labels behind it
+    QString formula;   ///< in Hill's order, with the hydrogens that are not drawn; charge and labels behind it
     double weight = 0; ///< in g/mol, without the labels
     int atoms = 0;     ///< drawn ones
     int bonds = 0;     ///< drawn ones

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QStringDecoder>
 
 std::optional<Format> formatNamed(const QString& name)
 {
@@ -22,4 +23,15 @@ std::optional<Format> formatOfFile(const QString& fileName)
 bool isPicture(Format format)
 {
     return format == Format::Svg || format == Format::Png || format == Format::Pdf;
+}
+
+QList<QByteArray> linesOf(const QByteArray& text)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString decoded = utf8(text);
+    if (utf8.hasError())
+        decoded = QString::fromLatin1(text);
+    decoded.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    decoded.replace(u'\r', u'\n');
+    return decoded.toUtf8().split('\n');
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <optional>
@@ -14,3 +16,6 @@ std::optional<Format> formatNamed(const QString& name);
 std::optional<Format> formatOfFile(const QString& fileName);
 
 bool isPicture(Format format);
+
+/// The lines of a text file in UTF-8 or, where it is not that, in Latin-1; they are in UTF-8. Lines may end in any way.
+QList<QByteArray> linesOf(const QByteArray& text);

@@ -28,8 +28,8 @@ QString hillFormula(QMap<QString, int> counts, int charge)
     }
     for (auto entry = counts.cbegin(); entry != counts.cend(); ++entry)
         put(entry.key(), entry.value());
-    if (charge != 0)
-        formula += (std::abs(charge) > 1 ? QString::number(std::abs(charge)) : QString()) + (charge > 0 ? u'+' : u'-');
+    if (charge != 0) // The sign goes first: in "CaC22+", the charge would look like a count.
+        formula += (charge > 0 ? u'+' : u'-') + (std::abs(charge) > 1 ? QString::number(std::abs(charge)) : QString());
     return formula;
 }
 

@@ -40,6 +40,15 @@ qsizetype linesBefore(const QByteArray& block, const QByteArray& word)
     return block.left(std::max<qsizetype>(0, block.indexOf(' ' + word + ' '))).count('\n');
 }
 
+/// The last line of the record's molfile that says something, in the file.
+int lastLine(const SdRecord& record)
+{
+    qsizetype end = record.block.size();
+    while (end > 0 && (record.block[end - 1] == '\n' || record.block[end - 1] == ' '))
+        --end;
+    return record.firstLine + static_cast<int>(record.block.left(end).count('\n'));
+}
+
 /// What a fault says, with the line in the file instead of that in the record. Where it names no line but a word, the
 /// line is that of the word.
 QString faultText(const char* what, const SdRecord& record, const QString& name)
@@ -53,6 +62,8 @@ QString faultText(const char* what, const SdRecord& record, const QString& name)
     if (match.hasMatch()) {
         line += std::max(0, match.captured(1).toInt() - 1);
         text.remove(match.capturedStart(), match.capturedLength());
+        if (!record.block.contains("\nM  END") && line > lastLine(record))
+            return QStringLiteral("%1:%2: it ends before M  END").arg(name).arg(lastLine(record));
     } else if (const QRegularExpressionMatch word = quoted.match(text); word.hasMatch()) {
         line += static_cast<int>(linesBefore(record.block, word.captured(1).toUtf8()));
     }
@@ -286,7 +297,9 @@ std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, No
     std::vector<Sketch> sketches;
     QString lastDrawing;
     for (const SdRecord& record : records) {
-        SketchMolecule molecule = sketchOf(*parse(record, name), {}, notes);
+        const std::unique_ptr<RWMol> written = parse(record, name);
+        noteUnusualHydrogens(*written, notes);
+        SketchMolecule molecule = sketchOf(*written, {}, notes);
         molecule.data = record.data;
         if (const auto symbols = take(molecule, symbolsProperty); symbols && !applySymbols(molecule, *symbols))
             notes.add("properties with symbols that do not fit their molecule");
@@ -314,6 +327,9 @@ std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, No
 
 QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes)
 {
+    const auto named = std::count_if(sketch.molecules.begin(), sketch.molecules.end(),
+                                     [](const SketchMolecule& molecule) { return !molecule.name.isEmpty(); });
+    notes.add("names of molecules that share a molfile, which has the first one only", named - 1);
     return recordOf(together(sketch), v3000, sketch.placed ? 1 : 0, sizesOf(sketch), notes);
 }
 

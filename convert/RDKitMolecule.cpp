@@ -7,12 +7,18 @@
 #include <GraphMol/MolOps.h>
 #include <GraphMol/QueryBond.h>
 #include <GraphMol/QueryOps.h>
+#include <GraphMol/StereoGroup.h>
+#include <GraphMol/SubstanceGroup.h>
 
 #include <algorithm>
 
 using namespace RDKit;
 
 namespace {
+
+constexpr const char* coordinativeBonds =
+    "coordinative and other bonds that a drawing does not have, which become single bonds";
+constexpr int lastBondType = 10; // in a molfile
 
 enum class BondKind { None, Single, Double, Triple, Aromatic, Hydrogen };
 
@@ -133,7 +139,7 @@ QString symbolOf(const Atom& atom, Notes& notes)
         if (atom.getPropIfPresent(common_properties::dummyLabel, text) && !labelOf(text).isEmpty())
             return labelOf(text);
     }
-    if (atom.hasQuery())
+    if (atom.hasQuery() && atom.getQuery()->getDescription() != "AtomNull") // which is "*"
         notes.add("atoms of a query, which become plain ones");
     return ::symbolOf(ElementSymbol{atom.getAtomicNum(), static_cast<int>(atom.getIsotope()), atom.getFormalCharge()});
 }
@@ -160,9 +166,14 @@ std::vector<KytBondType> linesOf(const Bond& bond, Notes& notes)
         return solid(2);
     case 8:
         return {KYTBT_DashedLine};
+    case 9:
+        notes.add(coordinativeBonds);
+        return solid(1);
     default:
         break;
     }
+    if (fileType(bond) > lastBondType)
+        notes.add("bonds of an unknown type, which become dashed lines");
     switch (bond.getBondType()) {
     case Bond::SINGLE:
         return solid(1);
@@ -182,7 +193,7 @@ std::vector<KytBondType> linesOf(const Bond& bond, Notes& notes)
         notes.add("bonds of an order above three, which become triple bonds");
         return solid(3);
     default:
-        notes.add("coordinative and other bonds that a drawing does not have, which become single bonds");
+        notes.add(coordinativeBonds);
         return solid(1);
     }
 }
@@ -208,6 +219,23 @@ std::optional<KytBondType> markedWedge(const Bond& bond, Notes& notes)
     else
         return wedge;
     return std::nullopt;
+}
+
+/// What the molecule has beside atoms and bonds.
+void noteGroups(const ROMol& molecule, Notes& notes)
+{
+    notes.add("groups of atoms (S-groups), which a drawing does not have", std::ssize(getSubstanceGroups(molecule)));
+    for (const StereoGroup& group : molecule.getStereoGroups())
+        if (group.getGroupType() != StereoGroupType::STEREO_ABSOLUTE)
+            notes.add("groups of relative or mixed stereocentres, which become absolute ones");
+}
+
+bool hasAromaticBond(const ROMol& molecule, const Atom* atom)
+{
+    for (const Bond* bond : molecule.atomBonds(atom))
+        if (bond->getBondType() == Bond::AROMATIC)
+            return true;
+    return false;
 }
 
 float depthOf(double z)
@@ -249,6 +277,7 @@ SketchMolecule sketchOf(const ROMol& molecule, const std::vector<ChosenWedge>& w
 
     if (molecule.getNumAtoms() == 0)
         return drawn;
+    noteGroups(molecule, notes);
     const Conformer& conformer = molecule.getConformer();
     for (const Atom* atom : molecule.atoms()) {
         const RDGeom::Point3D& place = conformer.getAtomPos(atom->getIdx());
@@ -277,6 +306,22 @@ SketchMolecule sketchOf(const ROMol& molecule, const std::vector<ChosenWedge>& w
         bond.kinds = {wedge.kind};
     }
     return drawn;
+}
+
+void noteUnusualHydrogens(const RWMol& molecule, Notes& notes)
+{
+    RWMol drawn(molecule);
+    for (Atom* atom : drawn.atoms()) {
+        const Atom* meant = molecule.getAtomWithIdx(atom->getIdx());
+        if (!meant->getNoImplicit() || meant->getNumRadicalElectrons() > 0 || meant->getAtomicNum() == 0
+            || hasAromaticBond(molecule, meant))
+            continue;
+        atom->setNoImplicit(false);
+        atom->setNumExplicitHs(0);
+        atom->updatePropertyCache(false);
+        if (atom->getTotalNumHs() != meant->getNumExplicitHs())
+            notes.add("atoms with more or fewer hydrogens than usual, which a symbol does not say");
+    }
 }
 
 void perceive(RWMol& molecule)

@@ -28,6 +28,10 @@ struct ChosenWedge {
 };
 SketchMolecule sketchOf(const RDKit::ROMol& molecule, const std::vector<ChosenWedge>& wedges, Notes& notes);
 
+/// Notes atoms whose hydrogens, as given for each, are not those that the symbol alone brings along. Atoms with
+/// aromatic bonds are passed over.
+void noteUnusualHydrogens(const RDKit::RWMol& molecule, Notes& notes);
+
 /// Understands a molecule that was made for chemistry: aromatic rings, stereo centres from wedges, double bonds from
 /// places. Throws what RDKit throws where a valence is not possible.
 void perceive(RDKit::RWMol& molecule);

@@ -1,20 +1,16 @@
 #include "convert/SdRecords.h"
 
+#include "convert/Formats.h"
 #include "convert/Notes.h"
 
 #include <algorithm>
+#include <optional>
+#include <set>
 
 namespace {
 
 const QByteArray endOfRecord = "$$$$";
 const QByteArray v30 = "M  V30 ";
-
-QList<QByteArray> linesOf(QByteArray text)
-{
-    text.replace("\r\n", "\n");
-    text.replace('\r', '\n');
-    return text.split('\n');
-}
 
 bool isBlank(const QByteArray& line)
 {
@@ -95,6 +91,89 @@ void check(bool holds, qsizetype line, const QString& what)
         throw ConversionError(QStringLiteral("line %1 %2").arg(line + 1).arg(what));
 }
 
+/// Checks the bonds of one connection table as they are met.
+class BondCheck {
+public:
+    explicit BondCheck(std::set<qint64> atoms)
+        : atoms(std::move(atoms))
+    {
+    }
+
+    void take(qint64 from, qint64 to, qsizetype line)
+    {
+        for (const qint64 end : {from, to})
+            check(atoms.count(end) > 0, line, QStringLiteral("a bond to atom %1, which there is not").arg(end));
+        check(from != to, line, QStringLiteral("a bond from atom %1 to itself").arg(from));
+        check(bonds.insert(std::minmax(from, to)).second, line,
+              QStringLiteral("a second bond between the atoms %1 and %2").arg(from).arg(to));
+    }
+
+private:
+    std::set<qint64> atoms;
+    std::set<std::pair<qint64, qint64>> bonds;
+};
+
+/// The number in three columns of a V2000 line; nothing where there is none.
+std::optional<qint64> columnNumber(const QByteArray& line, int column)
+{
+    bool isNumber = false;
+    const qint64 number = line.mid(column, 3).trimmed().toLongLong(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+void checkV2000Bonds(const QList<QByteArray>& lines)
+{
+    constexpr qsizetype countsLine = 3;
+    if (lines.size() <= countsLine || lines[countsLine].contains("V3000"))
+        return;
+    const auto atomCount = columnNumber(lines[countsLine], 0);
+    const auto bondCount = columnNumber(lines[countsLine], 3);
+    if (!atomCount || !bondCount || countsLine + *atomCount + *bondCount >= lines.size())
+        return;
+    std::set<qint64> atoms;
+    for (qint64 atom = 1; atom <= *atomCount; ++atom)
+        atoms.insert(atoms.end(), atom);
+    BondCheck bonds(std::move(atoms));
+    const qsizetype first = countsLine + 1 + *atomCount;
+    for (qsizetype i = first; i < first + *bondCount; ++i) {
+        const auto from = columnNumber(lines[i], 0);
+        const auto to = columnNumber(lines[i], 3);
+        if (from && to)
+            bonds.take(*from, *to, i);
+    }
+}
+
+void checkV3000Bonds(const QList<QByteArray>& lines)
+{
+    enum { Outside, Atoms, Bonds } where = Outside;
+    std::set<qint64> atoms;
+    std::optional<BondCheck> bonds;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (!lines[i].startsWith(v30))
+            continue;
+        const qsizetype first = i;
+        QByteArray text = lines[i].mid(v30.size()).trimmed();
+        while (text.endsWith('-') && i + 1 < lines.size() && lines[i + 1].startsWith(v30)) {
+            text.chop(1);
+            text += lines[++i].mid(v30.size()).trimmed();
+        }
+        const QList<QByteArray> words = text.simplified().split(' ');
+        if (words.size() > 1 && words[0] == "BEGIN") {
+            where = words[1] == "ATOM" ? Atoms : words[1] == "BOND" ? Bonds : Outside;
+            if (where == Atoms)
+                atoms.clear();
+            if (where == Bonds)
+                bonds.emplace(atoms);
+        } else if (words[0] == "END") {
+            where = Outside;
+        } else if (where == Atoms) {
+            atoms.insert(leadingNumber(words[0]));
+        } else if (where == Bonds && words.size() >= 4) {
+            bonds->take(leadingNumber(words[2]), leadingNumber(words[3]), first);
+        }
+    }
+}
+
 } // namespace
 
 std::vector<SdRecord> splitRecords(const QByteArray& text)
@@ -124,4 +203,6 @@ void checkAnnouncements(const SdRecord& record)
             check(leadingNumber(rest.mid(at + 1, 20).trimmed()) <= record.block.size(), i,
                   QStringLiteral("announces a list that is longer than the file"));
     }
+    checkV2000Bonds(lines);
+    checkV3000Bonds(lines);
 }

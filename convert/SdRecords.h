@@ -17,5 +17,5 @@ struct SdRecord {
 std::vector<SdRecord> splitRecords(const QByteArray& text);
 
 /// Throws ConversionError where the record announces more than it has lines for, so that whoever reads it need not make
-/// room for it in vain.
+/// room for it in vain, and where a bond cannot be, with its line.
 void checkAnnouncements(const SdRecord& record);

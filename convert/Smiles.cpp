@@ -1,5 +1,6 @@
 #include "convert/Chemistry.h"
 #include "convert/Deadline.h"
+#include "convert/Formats.h"
 #include "convert/Placement.h"
 #include "convert/RDKitMolecule.h"
 #include "convert/Symbols.h"
@@ -52,14 +53,35 @@ std::vector<ChosenWedge> chooseWedges(const RWMol& molecule)
     return chosen;
 }
 
-SketchMolecule layOut(RWMol& molecule, Notes& notes)
+/// Notes double bonds that could be either way and are, once they are drawn, one of them.
+void noteOpenGeometry(const RWMol& molecule, Notes& notes)
 {
-    for (const Bond* bond : molecule.bonds())
+    RWMol marked(molecule);
+    MolOps::findPotentialStereoBonds(marked);
+    for (const Bond* bond : marked.bonds())
         if (bond->getBondType() == Bond::DOUBLE && bond->getStereo() == Bond::STEREOANY)
             notes.add("double bonds of unknown stereo, which a drawing cannot show");
+}
+
+/// Notes the kinds of stereo that RDKit does not lay out, of the molecule as it is written.
+void noteUnusualStereo(const RWMol& molecule, Notes& notes)
+{
+    for (const Atom* atom : molecule.atoms()) {
+        const Atom::ChiralType type = atom->getChiralTag();
+        const bool isTetrahedral = type == Atom::CHI_TETRAHEDRAL_CW || type == Atom::CHI_TETRAHEDRAL_CCW;
+        if (type != Atom::CHI_UNSPECIFIED && (!isTetrahedral || atom->getTotalDegree() == 2))
+            notes.add("stereo of allenes and of centres that are not tetrahedral, which a drawing does not have");
+    }
+}
+
+SketchMolecule layOut(RWMol& molecule, Notes& notes)
+{
+    noteOpenGeometry(molecule, notes);
     MolOps::Kekulize(molecule, true);
+    noteUnusualHydrogens(molecule, notes);
     RDDepict::compute2DCoords(molecule, nullptr, true);
     SketchMolecule drawn = sketchOf(molecule, chooseWedges(molecule), notes);
+    spreadPieces(drawn);
     liftWedges(drawn);
     return drawn;
 }
@@ -82,32 +104,46 @@ SketchMolecule readLine(const QString& text, Notes& notes)
     const Line line = parseLine(text);
     if (text.size() > longestLine)
         throw ConversionError(QStringLiteral("the line is longer than %1 characters").arg(longestLine));
+    const QString word = line.smiles.section(QRegularExpression(QStringLiteral("\\s")), 0, 0);
+    if (std::any_of(word.begin(), word.end(), [](QChar c) { return c <= u' ' || c > u'~'; }))
+        throw ConversionError(QStringLiteral("not a SMILES that can be read: ") + word.left(60));
     const std::string smiles = line.smiles.toStdString();
     // Understanding a molecule takes long where it is large, so its atoms are counted first.
-    const unsigned atoms = parse(smiles, false)->getNumAtoms();
+    const std::unique_ptr<RWMol> written = parse(smiles, false);
+    const unsigned atoms = written->getNumAtoms();
     if (atoms > mostAtoms)
         throw ConversionError(
             QStringLiteral("%1 atoms are too many to be laid out (%2 at most)").arg(atoms).arg(mostAtoms));
     const std::unique_ptr<RWMol> molecule = parse(smiles, true);
     if (molecule->getNumAtoms() == 0)
         throw ConversionError(QStringLiteral("no atoms"));
+    noteUnusualStereo(*written, notes);
     SketchMolecule drawn = layOut(*molecule, notes);
     drawn.name = line.name;
     return drawn;
 }
 
-/// Tells the labels of atoms that are no element's, as the extended SMILES does.
-bool labelAtoms(RWMol& molecule, const SketchMolecule& drawn)
+/// `label` without the characters that mean something in the extension.
+QString escaped(const QString& label)
 {
-    bool any = false;
+    QString text;
+    for (const QChar c : label)
+        text += QStringLiteral("&;$|").contains(c) ? QStringLiteral("&#%1;").arg(c.unicode()) : QString(c);
+    return text;
+}
+
+/// Tells the labels of atoms that are no element's, as the extended SMILES does. Returns how many there are.
+int labelAtoms(RWMol& molecule, const SketchMolecule& drawn)
+{
+    int labels = 0;
     for (Atom* atom : molecule.atoms()) {
         const QString& symbol = drawn.atoms[atom->getIdx()].symbol;
         if (atom->getAtomicNum() != 0 || parseSymbol(symbol))
             continue;
-        atom->setProp(common_properties::atomLabel, symbol.toStdString());
-        any = true;
+        atom->setProp(common_properties::atomLabel, escaped(symbol).toStdString());
+        ++labels;
     }
-    return any;
+    return labels;
 }
 
 /// As it is drawn, where the chemistry is not possible.
@@ -143,7 +179,7 @@ std::vector<Sketch> readSmiles(const QByteArray& text, const QString& name, Note
 {
     std::vector<Sketch> sketches;
     int number = 0;
-    for (const QByteArray& bytes : text.split('\n')) {
+    for (const QByteArray& bytes : linesOf(text)) {
         ++number;
         const QString line = QString::fromUtf8(bytes).trimmed();
         if (line.isEmpty() || line.startsWith(u'#'))
@@ -174,18 +210,17 @@ QString smilesOf(const SketchMolecule& drawn, Notes& notes)
     const Deadline deadline(QStringLiteral("the SMILES of a molecule"));
     notes.add("hydrogen bonds, which SMILES does not have", hydrogenBonds(drawn));
     const std::unique_ptr<RWMol> molecule = moleculeOf(drawn, MoleculeUse::Chemistry, notes);
-    const bool labelled = labelAtoms(*molecule, drawn);
+    const int labels = labelAtoms(*molecule, drawn);
     std::string smiles;
     try {
         perceive(*molecule);
         molecule->clearConformers();
-        if (labelled)
+        if (labels > 0)
             smiles = MolToCXSmiles(*molecule, SmilesWriteParams(), SmilesWrite::CX_ATOM_LABELS);
         else
             smiles = MolToSmiles(*molecule);
     } catch (const MolSanitizeException&) {
-        if (labelled)
-            notes.add("labels that are no elements, which become *");
+        notes.add("labels that are no elements, which become *", labels);
         smiles = plainSmiles(drawn, notes);
     }
     return QString::fromStdString(smiles);

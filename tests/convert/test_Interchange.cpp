@@ -200,6 +200,24 @@ QByteArray workspaceWith(const QByteArray& bonds, int atoms = 3)
     return text + bonds + "\nEND_MOLECULE\nEND_KYTFILE\n";
 }
 
+/// A V2000 molfile of two carbons and with these lines behind them.
+QByteArray molfileWith(const QByteArray& lines, int bonds = 1)
+{
+    return "\n  test\n\n  2" + QByteArray::number(bonds).rightJustified(3)
+        + "  0  0  0  0  0  0  0  0999 V2000\n    0.0000    0.0000    0.0000 C   0  0\n"
+          "    1.5000    0.0000    0.0000 C   0  0\n"
+        + lines + "M  END\n";
+}
+
+QByteArray v3000With(const QByteArray& bonds, int count = 1)
+{
+    return "\n\n\n  0  0  0     0  0            999 V3000\nM  V30 BEGIN CTAB\nM  V30 COUNTS 2 "
+        + QByteArray::number(count)
+        + " 0 0 0\nM  V30 BEGIN ATOM\nM  V30 1 C 0 0 0 0\nM  V30 2 C 1.5 0 0 0\nM  V30 END ATOM\n"
+          "M  V30 BEGIN BOND\n"
+        + bonds + "M  V30 END BOND\nM  V30 END CTAB\nM  END\n";
+}
+
 } // namespace
 
 class test_Interchange : public QObject {
@@ -321,6 +339,104 @@ private slots:
         QVERIFY2(notes.contains(note), qPrintable(notes.join(u'\n')));
     }
 
+    void whatIsLostInReadingIsNamed_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<Format>("format");
+        QTest::addColumn<QString>("note");
+        QTest::newRow("coordinative bond of a V2000 file")
+            << molfileWith("  1  2  9  0\n") << Format::Molfile
+            << "coordinative and other bonds that a drawing does not have, which become single bonds (1)";
+        QTest::newRow("unknown bond type") << molfileWith("  1  2 12  0\n") << Format::Molfile
+                                           << "bonds of an unknown type, which become dashed lines (1)";
+        QTest::newRow("S-group") << molfileWith("  1  2  1  0\nM  STY  1   1 SUP\nM  SAL   1  1   2\n"
+                                                "M  SBL   1  1   1\nM  SMT   1 Me\n")
+                                 << Format::Molfile << "groups of atoms (S-groups), which a drawing does not have (1)";
+        QTest::newRow("valence")
+            << QByteArray(molfileWith("  1  2  1  0\n")).replace("C   0  0\n  1", "C   0  0  0  0  0  2\n  1")
+            << Format::Molfile << "atoms with more or fewer hydrogens than usual, which a symbol does not say (1)";
+        QTest::newRow("hydrogens") << QByteArray("[PH5]") << Format::Smiles
+                                   << "atoms with more or fewer hydrogens than usual, which a symbol does not say (1)";
+        QTest::newRow("open double bond") << QByteArray("CC=CC\nC/C=C/C\nCC(C)=C\nC1CC=CCC1") << Format::Smiles
+                                          << "double bonds of unknown stereo, which a drawing cannot show (1)";
+        const QString unusual = "stereo of allenes and of centres that are not tetrahedral, which a drawing does not "
+                                "have (1)";
+        QTest::newRow("square planar") << QByteArray("N[Pt@SP1](Cl)(N)Cl") << Format::Smiles << unusual;
+        QTest::newRow("allene") << QByteArray("FC=[C@]=CF") << Format::Smiles << unusual;
+        QTest::newRow("racemate") << QByteArray("F[C@H](Cl)Br |&1:1|") << Format::Smiles
+                                  << "groups of relative or mixed stereocentres, which become absolute ones (1)";
+    }
+    void whatIsLostInReadingIsNamed()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(Format, format);
+        QFETCH(QString, note);
+        QCOMPARE(notesOf(text, format, Format::Workspace), QStringList(note));
+    }
+
+    void whatIsNotLostIsNotNamed_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<Format>("format");
+        QByteArray star = molfileWith("  1  2  1  0\n");
+        star.replace("C   0  0\n  1", "*   0  0\n  1");
+        QTest::newRow("any atom") << star << Format::Molfile;
+        QTest::newRow("hydrogen bond") << molfileWith("  1  2 10  0\n") << Format::Molfile;
+        for (const char* smiles : {"[nH]1cccc1", "[NH4+].[Cl-]", "[BH4-]", "C[S@](=O)CC", "[13CH4]", "C/C=C\\C",
+                                   "[OH2]", "C[C@H](N)C(=O)O", "[Fe+2]", "*C", "F[C@H](Cl)Br |a:1|"})
+            QTest::newRow(smiles) << QByteArray(smiles) << Format::Smiles;
+    }
+    void whatIsNotLostIsNotNamed()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(Format, format);
+        QCOMPARE(notesOf(text, format, Format::Workspace), QStringList());
+    }
+
+    void aCoordinativeBondOfAV2000FileIsSingle()
+    {
+        const SketchMolecule molecule = read(molfileWith("  1  2  9  0\n"), Format::Molfile)[0].molecules[0];
+        QCOMPARE(molecule.bonds[0].kinds, std::vector{KYTBT_SingleBond});
+    }
+
+    void labelsThatSmilesCannotKeepAreCounted()
+    {
+        QByteArray text = workspaceWith("BOND 0 1 3 1 1 1\nBOND 1 2 3 1 1 1\nBOND 0 3 1 1\nBOND 2 4 1 1", 5);
+        text.replace("ATOM C 190", "ATOM R1 190").replace("ATOM C 220", "ATOM R2 220");
+        const QStringList notes = notesOf(text, Format::Workspace, Format::Smiles);
+        QVERIFY2(notes.contains("labels that are no elements, which become * (2)"), qPrintable(notes.join(u'\n')));
+    }
+
+    void namesThatShareAMolfileAreCounted()
+    {
+        const QStringList notes = notesOf("C one\nCC two\nCCC\nCCCC four", Format::Smiles, Format::Molfile);
+        QCOMPARE(notes, QStringList("names of molecules that share a molfile, which has the first one only (2)"));
+    }
+
+    void linesOfSmilesMayEndInAnyWay_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("LF") << QByteArray("C a\nCC b\n");
+        QTest::newRow("CR LF") << QByteArray("C a\r\nCC b\r\n");
+        QTest::newRow("CR") << QByteArray("C a\rCC b\r");
+        QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
+                                                       "C a\nCC b");
+    }
+    void linesOfSmilesMayEndInAnyWay()
+    {
+        QFETCH(QByteArray, text);
+        QCOMPARE(write(read(text, Format::Smiles), Format::Smiles), QByteArray("C\ta\nCC\tb\n"));
+    }
+
+    void textInLatin1BecomesUtf8()
+    {
+        const QByteArray sd = molfileWith("  1  2  1  0\n").prepend("\xe9thane") + ">  <NOM>\n\xe9thane\n\n$$$$\n";
+        const QByteArray written = write(read(sd, Format::SdFile), Format::SdFile);
+        QVERIFY2(written.startsWith("\xc3\xa9thane\n"), written.constData());
+        QVERIFY2(written.contains("<NOM>\n\xc3\xa9thane\n"), written.constData());
+        QCOMPARE(write(read("CC \xe9thane", Format::Smiles), Format::Smiles), QByteArray("CC\t\xc3\xa9thane\n"));
+    }
+
     void aSoundDrawingIsWrittenWithoutAWord()
     {
         QCOMPARE(notesOf(contentsOf("lib/benzene.kyf"), Format::Workspace, Format::Molfile), QStringList());
@@ -354,6 +470,28 @@ private slots:
             symbols.append(atom.symbol);
         for (const char* label : {"CH3", "OH", "NH2"})
             QVERIFY2(symbols.contains(label), smiles.constData());
+    }
+
+    void aLabelMayHaveTheMarksOfTheExtensionOfSmiles_data()
+    {
+        QTest::addColumn<QString>("label");
+        for (const char* label : {"C;x", "$", ";", "a|b", "$$$$", "&#59;", "&", "R,1"})
+            QTest::newRow(label) << label;
+    }
+    void aLabelMayHaveTheMarksOfTheExtensionOfSmiles()
+    {
+        QFETCH(QString, label);
+        QByteArray text = workspaceWith("BOND 0 1 1 1", 2);
+        text.replace("ATOM C 130", "ATOM " + label.toUtf8() + " 130");
+        const QByteArray smiles = write(read(text, Format::Workspace), Format::Smiles);
+        const std::vector<Sketch> sketches = read(smiles, Format::Smiles);
+        QStringList symbols;
+        for (const SketchAtom& atom : sketches[0].molecules[0].atoms)
+            symbols.append(atom.symbol);
+        symbols.sort();
+        QStringList expected = {"C", label};
+        expected.sort();
+        QCOMPARE(symbols, expected);
     }
 
     void propertiesAndNamesPassFromSdFileToSdFile()
@@ -427,7 +565,7 @@ private slots:
         QTest::newRow("sodium chloride") << "sodium chloride"
                                          << "ClNa" << 58.44 << 0;
         QTest::newRow("paraquat") << "paraquat"
-                                  << "C12H14N22+" << 186.26 << 2;
+                                  << "C12H14N2+2" << 186.26 << 2;
         QTest::newRow("vitamin D3") << "cholecalciferol"
                                     << "C27H44O" << 384.65 << 3;
         QTest::newRow("simvastatin") << "simvastatin"
@@ -466,6 +604,23 @@ private slots:
         badSymbol.replace(" O   0", " Xx  0");
         QTest::newRow("SMILES") << QByteArray("CCO\n\nC1CC\n") << Format::Smiles << "test:3: ";
         QTest::newRow("SMILES of a wrong valence") << QByteArray("C(C)(C)(C)(C)C") << Format::Smiles << "test:1: ";
+        QTest::newRow("SMILES with a letter of another script") << QByteArray("C\n\xc3\xa9"
+                                                                              "C")
+                                                                << Format::Smiles << "test:2: ";
+        QTest::newRow("SMILES with a null byte") << QByteArray("C\0C", 3) << Format::Smiles << "test:1: ";
+        QTest::newRow("bond to a missing atom")
+            << molfileWith("  1  2  1  0\n  1  7  1  0\n", 2) << Format::Molfile << "test:8: a bond to atom 7";
+        QTest::newRow("bond to itself") << molfileWith("  2  2  1  0\n") << Format::Molfile
+                                        << "test:7: a bond from atom 2 to itself";
+        QTest::newRow("second bond") << molfileWith("  1  2  1  0\n  2  1  1  0\n", 2) << Format::Molfile
+                                     << "test:8: a second bond between the atoms 2 and 1";
+        QTest::newRow("bond to a missing atom in V3000")
+            << v3000With("M  V30 1 1 1 99\n") << Format::Molfile << "test:12: a bond to atom 99";
+        QTest::newRow("second bond in V3000, behind one of two lines")
+            << v3000With("M  V30 1 1 1 -\nM  V30 2\nM  V30 2 1 2 1\n", 2) << Format::Molfile
+            << "test:14: a second bond between the atoms 2 and 1";
+        QTest::newRow("no M  END") << molfileWith("  1  2  1  0\n").chopped(7) << Format::Molfile
+                                   << "test:7: it ends before M END";
         QTest::newRow("no SMILES") << QByteArray("# nothing\n") << Format::Smiles << "test: ";
         QTest::newRow("binary as SMILES") << QByteArray("\0\1\2\377\376", 5) << Format::Smiles << "test:1: ";
         QTest::newRow("too many atoms") << QByteArray(5000, 'C') << Format::Smiles << "test:1: ";
