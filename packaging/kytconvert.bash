@@ -5,6 +5,9 @@ _kytconvert() {
     local current=${COMP_WORDS[COMP_CWORD]}
     local previous=${COMP_WORDS[COMP_CWORD - 1]}
     COMPREPLY=()
+    # "--to=svg" arrives as three words.
+    [[ $current == = ]] && previous=${COMP_WORDS[COMP_CWORD - 1]} current=
+    [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
     case $previous in
     --from)
         mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles" -- "$current")
