@@ -15,6 +15,7 @@
 #include <QRegularExpression>
 
 #include <clocale>
+#include <map>
 
 using namespace RDKit;
 
@@ -24,6 +25,27 @@ namespace {
 constexpr unsigned mostAtoms = 1000;
 constexpr qsizetype longestLine = qsizetype{16} * 1024; // characters
 constexpr std::size_t mostAtomsToWrite = 2'000;         // RDKit walks along a molecule on the machine stack
+
+constexpr unsigned firstLabelIsotope = 1000; // none has so many nucleons
+
+/// Makes different labels different isotopes for a while: RDKit sees stereo between isotopes, but not between labels.
+void tellLabelsApart(RWMol& molecule)
+{
+    std::map<std::string, unsigned> isotopes;
+    for (Atom* atom : molecule.atoms()) {
+        std::string label;
+        if (atom->getAtomicNum() == 0 && atom->getIsotope() == 0
+            && atom->getPropIfPresent(common_properties::atomLabel, label))
+            atom->setIsotope(isotopes.try_emplace(label, firstLabelIsotope + isotopes.size()).first->second);
+    }
+}
+
+void takeLabelIsotopesAway(RWMol& molecule)
+{
+    for (Atom* atom : molecule.atoms())
+        if (atom->getAtomicNum() == 0 && atom->getIsotope() >= firstLabelIsotope)
+            atom->setIsotope(0);
+}
 
 /// A line of a SMILES file.
 struct Line {
@@ -99,6 +121,25 @@ std::unique_ptr<RWMol> parse(const std::string& smiles, bool understand)
     return molecule;
 }
 
+bool hasLabels(const RWMol& molecule)
+{
+    for (const Atom* atom : molecule.atoms())
+        if (atom->getAtomicNum() == 0 && atom->hasProp(common_properties::atomLabel))
+            return true;
+    return false;
+}
+
+/// Understands a molecule as it is written, with the stereo of atoms that only their labels tell from one another.
+std::unique_ptr<RWMol> understandLabelled(const RWMol& written)
+{
+    auto molecule = std::make_unique<RWMol>(written);
+    tellLabelsApart(*molecule);
+    MolOps::removeHs(*molecule, false, false, true);
+    MolOps::assignStereochemistry(*molecule, true, true);
+    takeLabelIsotopesAway(*molecule);
+    return molecule;
+}
+
 SketchMolecule readLine(const QString& text, Notes& notes)
 {
     const Line line = parseLine(text);
@@ -114,7 +155,7 @@ SketchMolecule readLine(const QString& text, Notes& notes)
     if (atoms > mostAtoms)
         throw ConversionError(
             QStringLiteral("%1 atoms are too many to be laid out (%2 at most)").arg(atoms).arg(mostAtoms));
-    const std::unique_ptr<RWMol> molecule = parse(smiles, true);
+    const std::unique_ptr<RWMol> molecule = hasLabels(*written) ? understandLabelled(*written) : parse(smiles, true);
     if (molecule->getNumAtoms() == 0)
         throw ConversionError(QStringLiteral("no atoms"));
     noteUnusualStereo(*written, notes);
@@ -213,7 +254,9 @@ QString smilesOf(const SketchMolecule& drawn, Notes& notes)
     const int labels = labelAtoms(*molecule, drawn);
     std::string smiles;
     try {
+        tellLabelsApart(*molecule);
         perceive(*molecule);
+        takeLabelIsotopesAway(*molecule);
         molecule->clearConformers();
         if (labels > 0)
             smiles = MolToCXSmiles(*molecule, SmilesWriteParams(), SmilesWrite::CX_ATOM_LABELS);

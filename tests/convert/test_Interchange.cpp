@@ -494,6 +494,35 @@ private slots:
         QCOMPARE(symbols, expected);
     }
 
+    void stereoBetweenLabelsSurvivesSmiles_data()
+    {
+        QTest::addColumn<QByteArray>("wedges");
+        QTest::newRow("one hand") << QByteArray("BOND 0 1 1 2\nBOND 0 2 1 1\nBOND 0 3 1 1\nBOND 0 4 1 1");
+        QTest::newRow("other hand") << QByteArray("BOND 0 1 1 3\nBOND 0 2 1 1\nBOND 0 3 1 1\nBOND 0 4 1 1");
+    }
+    void stereoBetweenLabelsSurvivesSmiles()
+    {
+        QFETCH(QByteArray, wedges);
+        const QByteArray start =
+            "KYTFILE MOLECULE 5 4 ATOM C 100 100 0 1 1 1 ATOM NH2 130 100 0 1 1 1 ATOM OH 85 126 0 1 1 1 "
+            "ATOM CH3 70 90 0 1 1 1 ATOM F 100 70 0 1 1 1 ";
+        const QByteArray smiles =
+            write(read(start + wedges + " END_MOLECULE END_KYTFILE", Format::Workspace), Format::Smiles);
+        QVERIFY2(smiles.contains('@'), smiles.constData());
+        // With elements in place of the labels, the hand can be compared.
+        const auto hand = [](QByteArray text) {
+            const std::vector<Sketch> sketches = read(text, Format::Smiles);
+            QByteArray workspace = write(sketches, Format::Workspace);
+            workspace.replace(" NH2 ", " Cl ").replace(" OH ", " Br ").replace(" CH3 ", " I ");
+            return write(read(workspace, Format::Workspace), Format::Smiles);
+        };
+        QByteArray elements = start + wedges + " END_MOLECULE END_KYTFILE";
+        elements.replace(" NH2 ", " Cl ").replace(" OH ", " Br ").replace(" CH3 ", " I ");
+        const QByteArray expected = write(read(elements, Format::Workspace), Format::Smiles);
+        QVERIFY2(expected.contains('@'), expected.constData());
+        QCOMPARE(hand(smiles), expected);
+    }
+
     void propertiesAndNamesPassFromSdFileToSdFile()
     {
         QByteArray text = write(read("CCO ethanol", Format::Smiles), Format::SdFile);
