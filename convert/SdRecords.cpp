@@ -169,7 +169,10 @@ void checkV3000Bonds(const QList<QByteArray>& lines)
         } else if (where == Atoms) {
             atoms.insert(leadingNumber(words[0]));
         } else if (where == Bonds && words.size() >= 4) {
-            bonds->take(leadingNumber(words[2]), leadingNumber(words[3]), first);
+            const qint64 from = leadingNumber(words[2]);
+            const qint64 to = leadingNumber(words[3]);
+            if (from >= 0 && to >= 0) // Others are no numbers, which is told with more words when they are read.
+                bonds->take(from, to, first);
         }
     }
 }
