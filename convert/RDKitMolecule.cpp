@@ -107,6 +107,7 @@ void addAtom(RWMol& molecule, const SketchAtom& drawn, MoleculeUse use)
     if (element) {
         atom->setIsotope(element->isotope);
         atom->setFormalCharge(element->charge);
+        atom->setNoImplicit(use == MoleculeUse::Chemistry && element->number == 1 && element->charge != 0);
     }
     if (atom->getAtomicNum() == 0)
         atom->setProp(common_properties::dummyLabel, std::string("R"));
@@ -327,6 +328,10 @@ void noteUnusualHydrogens(const RWMol& molecule, Notes& notes)
 void perceive(RWMol& molecule)
 {
     molecule.updatePropertyCache(false);
+    // RDKit would take such a hydrogen away with its charge.
+    for (const Atom* atom : molecule.atoms())
+        if (atom->getAtomicNum() == 1 && atom->getFormalCharge() != 0 && atom->getDegree() > 0)
+            throw AtomValenceException("a charged hydrogen with a bond", atom->getIdx());
     MolOps::assignChiralTypesFromBondDirs(molecule, molecule.getConformer().getId());
     MolOps::removeHs(molecule, false, false, true);
     MolOps::clearSingleBondDirFlags(molecule);

@@ -407,6 +407,14 @@ private slots:
         QVERIFY2(notes.contains("labels that are no elements, which become * (2)"), qPrintable(notes.join(u'\n')));
     }
 
+    void aChargedHydrogenIsNotDroppedFromSmiles()
+    {
+        QByteArray text = workspaceWith("BOND 0 1 1 1", 2);
+        text.replace("ATOM C 130", "ATOM H+ 130");
+        const QByteArray smiles = write(read(text, Format::Workspace), Format::Smiles);
+        QVERIFY2(smiles.contains("[H+]"), smiles.constData());
+    }
+
     void namesThatShareAMolfileAreCounted()
     {
         const QStringList notes = notesOf("C one\nCC two\nCCC\nCCCC four", Format::Smiles, Format::Molfile);
