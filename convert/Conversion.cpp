@@ -67,10 +67,19 @@ QByteArray pictureOf(const Sketch& sketch, Format format, const PictureStyle& st
     }
 }
 
+/// Refuses a text that holds a null byte: some readers end there, and some writers would.
+void refuseNullByte(const QByteArray& text, const QString& name)
+{
+    const qsizetype place = text.indexOf('\0');
+    if (place >= 0)
+        throw ConversionError(QStringLiteral("%1:%2: a null byte").arg(name).arg(text.left(place).count('\n') + 1));
+}
+
 } // namespace
 
 std::vector<Sketch> readSketches(const QByteArray& text, Format format, const QString& name, Notes& notes)
 {
+    refuseNullByte(text, name);
     switch (format) {
     case Format::Workspace:
         return readWorkspace(text, name, notes);

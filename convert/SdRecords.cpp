@@ -193,7 +193,6 @@ void checkAnnouncements(const SdRecord& record)
     const QList<QByteArray> lines = record.block.split('\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QByteArray& line = lines[i];
-        check(!line.contains('\0'), i, QStringLiteral("has a null byte"));
         if (!line.startsWith(v30))
             continue;
         const QByteArray rest = line.mid(v30.size()).trimmed();
