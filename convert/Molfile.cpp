@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 
 #include <cmath>
+#include <map>
 #include <set>
 
 using namespace RDKit;
@@ -27,6 +28,7 @@ const QString drawingProperty = QStringLiteral("KYTSTUDIO_DRAWING");
 constexpr double largestInV2000 = 9999;  // angstroms, that the columns of a V2000 file hold
 constexpr double farthest = 1e9;         // angstroms, that an atom may be from the origin
 constexpr std::size_t mostInV2000 = 999; // atoms, and bonds
+constexpr int mostLabels = 50;           // different ones in a molfile's column of symbols
 
 /// False for what is not finite, too.
 bool isNear(double angstroms)
@@ -70,14 +72,46 @@ QString faultText(const char* what, const SdRecord& record, const QString& name)
     return QStringLiteral("%1:%2: %3").arg(name).arg(line).arg(text.simplified());
 }
 
+/// The symbol that RDKit says it does not know; empty where it says something else.
+QByteArray unknownSymbol(const char* what)
+{
+    static const QRegularExpression form(QStringLiteral("Element '([^']+)' not found"));
+    return form.match(QString::fromUtf8(what)).captured(1).toUtf8();
+}
+
+/// The molecule of a molfile. A symbol that is no element's is the label of an atom.
+std::unique_ptr<RWMol> parseBlock(QByteArray block)
+{
+    std::map<unsigned, QByteArray> labels;
+    std::unique_ptr<RWMol> molecule;
+    for (int symbols = 0; !molecule; ++symbols) {
+        try {
+            molecule.reset(MolBlockToMol(block.toStdString(), false, false, true));
+            if (!molecule)
+                throw ConversionError(QStringLiteral("not a molfile"));
+        } catch (const std::exception& fault) {
+            const QByteArray symbol = unknownSymbol(fault.what());
+            const std::vector<unsigned> atoms =
+                symbol.isEmpty() || symbols == mostLabels ? std::vector<unsigned>() : replaceSymbol(block, symbol);
+            if (atoms.empty())
+                throw;
+            for (const unsigned atom : atoms)
+                labels[atom] = symbol;
+        }
+    }
+    for (const auto& [index, label] : labels)
+        if (index < molecule->getNumAtoms()
+            && !molecule->getAtomWithIdx(index)->hasProp(common_properties::molFileAlias))
+            molecule->getAtomWithIdx(index)->setProp(common_properties::molFileAlias, label.toStdString());
+    return molecule;
+}
+
 std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
 {
     const Deadline deadline(QStringLiteral("%1:%2").arg(name).arg(record.firstLine));
     try {
         checkAnnouncements(record);
-        std::unique_ptr<RWMol> molecule(MolBlockToMol(record.block.toStdString(), false, false, true));
-        if (!molecule)
-            throw ConversionError(QStringLiteral("not a molfile"));
+        std::unique_ptr<RWMol> molecule = parseBlock(record.block);
         if (molecule->getNumConformers() == 0 && molecule->getNumAtoms() > 0)
             throw ConversionError(QStringLiteral("no places"));
         for (unsigned i = 0; i < molecule->getNumAtoms(); ++i) {
@@ -98,6 +132,9 @@ bool applyColors(SketchMolecule& molecule, const QString& text)
     for (const QString& line : text.split(u'\n')) {
         const QStringList words = line.simplified().split(u' ');
         const int count = words.first().toInt();
+        // A workspace would end at that word.
+        if (words.contains(QLatin1String("END_MOLECULE")))
+            return false;
         if (words.size() != 4 || count < 1 || static_cast<std::size_t>(count) > molecule.atoms.size() - next)
             return false;
         for (int i = 0; i < count; ++i)

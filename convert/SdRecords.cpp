@@ -11,6 +11,8 @@ namespace {
 
 const QByteArray endOfRecord = "$$$$";
 const QByteArray v30 = "M  V30 ";
+const QByteArray anyAtom = "*";
+constexpr qsizetype countsLine = 3; // of a molfile, from 0
 
 bool isBlank(const QByteArray& line)
 {
@@ -123,7 +125,6 @@ std::optional<qint64> columnNumber(const QByteArray& line, int column)
 
 void checkV2000Bonds(const QList<QByteArray>& lines)
 {
-    constexpr qsizetype countsLine = 3;
     if (lines.size() <= countsLine || lines[countsLine].contains("V3000"))
         return;
     const auto atomCount = columnNumber(lines[countsLine], 0);
@@ -177,6 +178,28 @@ void checkV3000Bonds(const QList<QByteArray>& lines)
     }
 }
 
+/// As "any atom", if the symbol in the columns of this V2000 line is `symbol`; whether it was.
+bool replaceInV2000(QByteArray& line, const QByteArray& symbol)
+{
+    constexpr qsizetype column = 31;
+    constexpr qsizetype width = 3;
+    if (line.mid(column, width).trimmed() != symbol)
+        return false;
+    line.replace(column, width, anyAtom.leftJustified(width));
+    return true;
+}
+
+/// As "any atom", if the second word of this V3000 line is `symbol`; whether it was.
+bool replaceInV3000(QByteArray& line, const QByteArray& symbol)
+{
+    QList<QByteArray> words = line.mid(v30.size()).simplified().split(' ');
+    if (words.value(1) != symbol)
+        return false;
+    words[1] = anyAtom;
+    line = v30 + words.join(' ');
+    return true;
+}
+
 } // namespace
 
 std::vector<SdRecord> splitRecords(const QByteArray& text)
@@ -186,6 +209,29 @@ std::vector<SdRecord> splitRecords(const QByteArray& text)
         splitter.take(line);
     splitter.finish();
     return std::move(splitter.records);
+}
+
+std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol)
+{
+    QList<QByteArray> lines = block.split('\n');
+    const bool isV3000 = lines.value(countsLine).contains("V3000");
+    qsizetype first = countsLine + 1;
+    qsizetype end = first + columnNumber(lines.value(countsLine), 0).value_or(0);
+    if (isV3000) {
+        first = std::max<qsizetype>(1, lines.indexOf(v30 + "BEGIN ATOM") + 1);
+        end = lines.indexOf(v30 + "END ATOM");
+    }
+    std::vector<unsigned> replaced;
+    unsigned atom = 0;
+    for (qsizetype i = first; i < std::min(end, lines.size()); ++i) {
+        if (isV3000 && lines[i - 1].trimmed().endsWith('-'))
+            continue;
+        if (isV3000 ? replaceInV3000(lines[i], symbol) : replaceInV2000(lines[i], symbol))
+            replaced.push_back(atom);
+        ++atom;
+    }
+    block = lines.join('\n');
+    return replaced;
 }
 
 void checkAnnouncements(const SdRecord& record)

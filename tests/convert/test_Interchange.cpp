@@ -469,6 +469,41 @@ private slots:
         QCOMPARE(read(text, Format::Molfile)[0].molecules[0].atoms[1].symbol, QString("OMe"));
     }
 
+    void aSymbolThatIsNoElementIsALabel_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QStringList>("symbols");
+        QTest::newRow("V2000") << molfileWith("  1  2  1  0\n").replace(" C   0  0\n    1", " Boc 0  0\n    1")
+                               << QStringList{"Boc", "C"};
+        QTest::newRow("twice") << molfileWith("  1  2  1  0\n").replace("C   0", "Ph  0") << QStringList{"Ph", "Ph"};
+        QTest::newRow("with an alias") << molfileWith("  1  2  1  0\nA    1\nPhenyl\n").replace("C   0", "Ph  0")
+                                       << QStringList{"Phenyl", "Ph"};
+        QTest::newRow("V3000") << v3000With("M  V30 1 1 1 2\n").replace("2 C 1.5", "2 OMe 1.5")
+                               << QStringList{"C", "OMe"};
+        QTest::newRow("V3000 in two lines")
+            << v3000With("M  V30 1 1 1 2\n").replace("1 C 0 0", "1 C 0 -\nM  V30 0").replace("2 C 1.5", "2 OMe 1.5")
+            << QStringList{"C", "OMe"};
+    }
+    void aSymbolThatIsNoElementIsALabel()
+    {
+        QFETCH(QByteArray, text);
+        const SketchMolecule molecule = read(text, Format::Molfile)[0].molecules[0];
+        QStringList symbols;
+        for (const SketchAtom& atom : molecule.atoms)
+            symbols.append(atom.symbol);
+        QTEST(symbols, "symbols");
+        QCOMPARE(molecule.bonds.size(), std::size_t{1});
+    }
+
+    void aColourThatWouldEndTheMoleculeIsNotTaken()
+    {
+        const QByteArray text = write(read("CO", Format::Smiles), Format::SdFile);
+        const QByteArray spoiled = QByteArray(text).replace("1 64 64 64", "1 64 64 END_MOLECULE");
+        QVERIFY(spoiled != text);
+        const QByteArray workspace = write(read(spoiled, Format::SdFile), Format::Workspace);
+        QCOMPARE(read(workspace, Format::Workspace)[0].molecules[0].atoms.size(), std::size_t{2});
+    }
+
     void labelsSurviveSmiles()
     {
         const QByteArray smiles = write(read(contentsOf("data/alanine.kyt"), Format::Workspace), Format::Smiles);
@@ -637,8 +672,8 @@ private slots:
         QTest::addColumn<QString>("place");
         const QByteArray good = write(read("CCO", Format::Smiles), Format::SdFile);
         const qsizetype goodLines = good.count('\n');
-        QByteArray badSymbol = good;
-        badSymbol.replace(" O   0", " Xx  0");
+        QByteArray badPlace = good;
+        badPlace.replace("0.0000 O ", "0.0y00 O ");
         QTest::newRow("SMILES") << QByteArray("CCO\n\nC1CC\n") << Format::Smiles << "test:3: ";
         QTest::newRow("SMILES of a wrong valence") << QByteArray("C(C)(C)(C)(C)C") << Format::Smiles << "test:1: ";
         QTest::newRow("SMILES with a letter of another script") << QByteArray("C\n\xc3\xa9"
@@ -671,8 +706,8 @@ private slots:
         QTest::newRow("nested") << QByteArray(8000, '(') << Format::Smiles << "test:1: ";
         QTest::newRow("empty SD file") << QByteArray() << Format::SdFile << "test: ";
         QTest::newRow("binary as molfile") << QByteArray("\0\1\2\377\376", 5) << Format::Molfile << "test:1: ";
-        QTest::newRow("unknown symbol in the second record")
-            << good + badSymbol << Format::SdFile << QStringLiteral("test:%1: ").arg(goodLines + 7);
+        QTest::newRow("a place that is no number in the second record")
+            << good + badPlace << Format::SdFile << QStringLiteral("test:%1: ").arg(goodLines + 7);
         QTest::newRow("cut off") << good.left(good.indexOf("M  END") - 20) << Format::SdFile << "test:";
         QTest::newRow("huge count") << QByteArray("\n\n\n  0  0  0     0  0            999 V3000\nM  V30 BEGIN CTAB\n"
                                                   "M  V30 COUNTS 2000000000 0 0 0 0\nM  V30 END CTAB\nM  END\n")
