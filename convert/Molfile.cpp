@@ -282,6 +282,8 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     noteFalseDepths(molecule, notes);
     const std::unique_ptr<RWMol> made = moleculeOf(molecule, v3000 ? MoleculeUse::V3000 : MoleculeUse::V2000, notes);
     QByteArray text = QByteArray::fromStdString(MolToMolBlock(*made, false, -1, false, v3000));
+    if (text.startsWith("$$$$")) // a name that would end the record
+        text.prepend(' ');
     for (const auto& [name, value] : molecule.data)
         text += property(name, value);
     if (drawing > 0)

@@ -504,6 +504,17 @@ private slots:
         QCOMPARE(read(workspace, Format::Workspace)[0].molecules[0].atoms.size(), std::size_t{2});
     }
 
+    void aNameLikeTheEndOfARecordSurvives()
+    {
+        const std::vector<Sketch> sketches = read("CO $$$$ money\nC next", Format::Smiles);
+        for (const Format format : {Format::SdFile, Format::Smiles}) {
+            const std::vector<Sketch> again = read(write(sketches, format), format);
+            QCOMPARE(again.size(), std::size_t{2});
+            QCOMPARE(again[0].molecules[0].name, QString("$$$$ money"));
+            QCOMPARE(again[1].molecules[0].name, QString("next"));
+        }
+    }
+
     void labelsSurviveSmiles()
     {
         const QByteArray smiles = write(read(contentsOf("data/alanine.kyt"), Format::Workspace), Format::Smiles);
