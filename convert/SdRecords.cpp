@@ -104,7 +104,7 @@ public:
     void take(qint64 from, qint64 to, qsizetype line)
     {
         for (const qint64 end : {from, to})
-            check(atoms.count(end) > 0, line, QStringLiteral("a bond to atom %1, which there is not").arg(end));
+            check(atoms.contains(end), line, QStringLiteral("a bond to atom %1, which there is not").arg(end));
         check(from != to, line, QStringLiteral("a bond from atom %1 to itself").arg(from));
         check(bonds.insert(std::minmax(from, to)).second, line,
               QStringLiteral("a second bond between the atoms %1 and %2").arg(from).arg(to));
@@ -144,32 +144,47 @@ void checkV2000Bonds(const QList<QByteArray>& lines)
     }
 }
 
+/// What the V3000 line at `i` says, with those that continue it; `i` is the last of them then.
+QByteArray wholeV3000Line(const QList<QByteArray>& lines, qsizetype& i)
+{
+    QByteArray text = lines[i].mid(v30.size()).trimmed();
+    while (text.endsWith('-') && i + 1 < lines.size() && lines[i + 1].startsWith(v30)) {
+        text.chop(1);
+        text += lines[++i].mid(v30.size()).trimmed();
+    }
+    return text;
+}
+
+enum class Section { Atoms, Bonds, Other };
+
+Section sectionNamed(const QByteArray& name)
+{
+    if (name == "ATOM")
+        return Section::Atoms;
+    return name == "BOND" ? Section::Bonds : Section::Other;
+}
+
 void checkV3000Bonds(const QList<QByteArray>& lines)
 {
-    enum { Outside, Atoms, Bonds } where = Outside;
+    Section where = Section::Other;
     std::set<qint64> atoms;
     std::optional<BondCheck> bonds;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (!lines[i].startsWith(v30))
             continue;
         const qsizetype first = i;
-        QByteArray text = lines[i].mid(v30.size()).trimmed();
-        while (text.endsWith('-') && i + 1 < lines.size() && lines[i + 1].startsWith(v30)) {
-            text.chop(1);
-            text += lines[++i].mid(v30.size()).trimmed();
-        }
-        const QList<QByteArray> words = text.simplified().split(' ');
+        const QList<QByteArray> words = wholeV3000Line(lines, i).simplified().split(' ');
         if (words.size() > 1 && words[0] == "BEGIN") {
-            where = words[1] == "ATOM" ? Atoms : words[1] == "BOND" ? Bonds : Outside;
-            if (where == Atoms)
+            where = sectionNamed(words[1]);
+            if (where == Section::Atoms)
                 atoms.clear();
-            if (where == Bonds)
+            if (where == Section::Bonds)
                 bonds.emplace(atoms);
         } else if (words[0] == "END") {
-            where = Outside;
-        } else if (where == Atoms) {
+            where = Section::Other;
+        } else if (where == Section::Atoms) {
             atoms.insert(leadingNumber(words[0]));
-        } else if (where == Bonds && words.size() >= 4) {
+        } else if (where == Section::Bonds && words.size() >= 4) {
             const qint64 from = leadingNumber(words[2]);
             const qint64 to = leadingNumber(words[3]);
             if (from >= 0 && to >= 0) // Others are no numbers, which is told with more words when they are read.

@@ -19,9 +19,6 @@ std::vector<SdRecord> splitRecords(const QByteArray& text);
 /// Puts "any atom" in the place of the atoms of a molfile whose symbol is `symbol`; returns their indices, from 0.
 std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol);
 
-/// Puts "any atom" in the place of the atoms of a molfile whose symbol is `symbol`; their indices, from 0.
-std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol);
-
 /// Throws ConversionError where the record announces more than it has lines for, so that whoever reads it need not make
 /// room for it in vain, and where a bond cannot be, with its line.
 void checkAnnouncements(const SdRecord& record);
