@@ -89,7 +89,8 @@ void convert(const Options& options, Notes& notes)
     }
     // Nothing is written before all of it is known to be possible.
     std::vector<QByteArray> files;
-    for (Sketch& sketch : eachAlone(std::move(sketches)))
+    std::vector<Sketch> alone = eachAlone(std::move(sketches));
+    for (Sketch& sketch : alone)
         files.push_back(writeSketches({std::move(sketch)}, options.to, options.style, notes));
     int count = 0;
     for (const QByteArray& contents : files)
