@@ -90,6 +90,7 @@ void convert(const Options& options, Notes& notes)
     // Nothing is written before all of it is known to be possible.
     std::vector<QByteArray> files;
     std::vector<Sketch> alone = eachAlone(std::move(sketches));
+    files.reserve(alone.size());
     for (Sketch& sketch : alone)
         files.push_back(writeSketches({std::move(sketch)}, options.to, options.style, notes));
     int count = 0;
