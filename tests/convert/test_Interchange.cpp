@@ -695,7 +695,7 @@ private slots:
             << QByteArray(good).insert(good.indexOf("$$$$"), QByteArray("> <A>\nB\0C\n\n", 11)) << Format::SdFile
             << QStringLiteral("test:%1: a null byte").arg(goodLines + 1);
         QTest::newRow("workspace with a null byte")
-            << QByteArray("KYTFILE\n MOLECULE 1 0\n ATOM C\0 1 1 0 255 0 0\n END_MOLECULE\nEND_KYTFILE\n", 74)
+            << QByteArray("KYTFILE\n MOLECULE 1 0\n ATOM C\0 1 1 0 255 0 0\n END_MOLECULE\nEND_KYTFILE\n", 71)
             << Format::Workspace << "test:3: a null byte";
         QTest::newRow("bond to a missing atom")
             << molfileWith("  1  2  1  0\n  1  7  1  0\n", 2) << Format::Molfile << "test:8: a bond to atom 7";
