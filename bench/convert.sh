@@ -23,7 +23,7 @@ print(f"| {source} | {target} | {seconds:.2f} s | {int(count) / seconds:.0f} {th
 END
 }
 
-# The known molecules over and over, those of more than 60 characters included.
+# The known molecules, over and over.
 grep -v -e '^#' -e ' ! ' "$root/tests/convert/molecules.smi" >"$work/known.smi"
 for _ in 1 2 3; do cat "$work/known.smi"; done | head -n 1000 >"$work/molecules.smi"
 [ "$(wc -l <"$work/molecules.smi")" -eq 1000 ]

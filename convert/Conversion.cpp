@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr QRectF canvasArea(0, 0, 2000, 2000);
-
 std::vector<Sketch> readWorkspace(const QByteArray& text, const QString& name, Notes& notes)
 {
     Canvas canvas;

@@ -208,9 +208,8 @@ std::optional<QString> take(SketchMolecule& molecule, const QString& name)
 /// Whether all of the sketch lies where a canvas is.
 bool isOnCanvas(const Sketch& sketch)
 {
-    constexpr QRectF canvas(0, 0, 2000, 2000);
     const QRectF extent = extentOf(sketch);
-    return canvas.contains(extent.topLeft()) && canvas.contains(extent.bottomRight());
+    return canvasArea.contains(extent.topLeft()) && canvasArea.contains(extent.bottomRight());
 }
 
 /// Whether the alias of a V2000 file or the element itself says the symbol; otherwise a property has to.
@@ -219,7 +218,7 @@ bool needsProperty(const QString& symbol, bool v3000)
     const std::optional<ElementSymbol> element = parseSymbol(symbol);
     if (element && element->number > 0 && symbolOf(*element) == symbol)
         return false;
-    return v3000 || symbol.startsWith(QLatin1String("$$$$"));
+    return v3000 || symbol.startsWith(QLatin1String(endOfRecord));
 }
 
 QByteArray property(const QString& name, const QString& text)
@@ -282,7 +281,7 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     noteFalseDepths(molecule, notes);
     const std::unique_ptr<RWMol> made = moleculeOf(molecule, v3000 ? MoleculeUse::V3000 : MoleculeUse::V2000, notes);
     QByteArray text = QByteArray::fromStdString(MolToMolBlock(*made, false, -1, false, v3000));
-    if (text.startsWith("$$$$")) // a name that would end the record
+    if (text.startsWith(endOfRecord)) // a name that would end the record
         text.prepend(' ');
     for (const auto& [name, value] : molecule.data)
         text += property(name, value);
@@ -379,7 +378,7 @@ QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, Notes& note
     for (const Sketch& sketch : sketches) {
         ++drawing;
         for (const SketchMolecule& molecule : sketch.molecules)
-            text += recordOf(molecule, v3000, sketch.placed ? drawing : 0, QString(), notes) + "$$$$\n";
+            text += recordOf(molecule, v3000, sketch.placed ? drawing : 0, QString(), notes) + endOfRecord + "\n";
     }
     return text;
 }

@@ -10,10 +10,9 @@
 
 namespace {
 
-constexpr double canvasSize = 2000; // pixels
-constexpr double gap = 45;          // pixels between drawings side by side: an atom's label fits
-constexpr double letterWidth = 12;  // pixels, of a wide letter in a label
-constexpr float drawnAngle = 60;    // degrees, of a wedge drawn by hand
+constexpr double gap = 45;         // pixels between drawings side by side: an atom's label fits
+constexpr double letterWidth = 12; // pixels, of a wide letter in a label
+constexpr float drawnAngle = 60;   // degrees, of a wedge drawn by hand
 const double drawnSlope = std::tan(drawnAngle * std::numbers::pi / 180);
 
 // What a label, which hangs to the lower right of its atom, takes beside the atoms' centres; in pixels.
@@ -135,7 +134,7 @@ Sketch sideBySide(std::vector<Sketch> sketches)
     double rowHeight = 0;
     for (Sketch& sketch : sketches) {
         const QSizeF size = roomFor(sketch);
-        if (pen.x() > 0 && pen.x() + size.width() > canvasSize - 2 * gap) {
+        if (pen.x() > 0 && pen.x() + size.width() > canvasArea.width() - 2 * gap) {
             pen = {0, pen.y() + rowHeight + gap};
             rowHeight = 0;
         }
@@ -155,21 +154,24 @@ Sketch sideBySide(std::vector<Sketch> sketches)
 void spreadPieces(SketchMolecule& molecule)
 {
     const std::vector<std::size_t> pieceOf = piecesOf(molecule);
-    const std::size_t pieces = pieceOf.empty() ? 0 : *std::max_element(pieceOf.begin(), pieceOf.end()) + 1;
-    double pen = 0;
-    for (std::size_t piece = 0; pieces > 1 && piece < pieces; ++piece) {
-        Sketch part;
-        part.molecules.emplace_back();
-        for (std::size_t i = 0; i < molecule.atoms.size(); ++i)
-            if (pieceOf[i] == piece)
-                part.molecules.front().atoms.push_back(molecule.atoms[i]);
-        moveTo(part, {pen, -extentOf(part).height() / 2});
-        pen += roomFor(part).width() + gap;
-        auto moved = part.molecules.front().atoms.begin();
-        for (std::size_t i = 0; i < molecule.atoms.size(); ++i)
-            if (pieceOf[i] == piece)
-                molecule.atoms[i] = std::move(*moved++);
+    std::vector<Sketch> pieces;
+    std::vector<std::size_t> placeInPiece;
+    for (std::size_t i = 0; i < pieceOf.size(); ++i) {
+        if (pieceOf[i] == pieces.size())
+            pieces.emplace_back().molecules.emplace_back();
+        std::vector<SketchAtom>& atoms = pieces[pieceOf[i]].molecules.front().atoms;
+        placeInPiece.push_back(atoms.size());
+        atoms.push_back(molecule.atoms[i]);
     }
+    if (pieces.size() < 2)
+        return;
+    double pen = 0;
+    for (Sketch& piece : pieces) {
+        moveTo(piece, {pen, -extentOf(piece).height() / 2});
+        pen += roomFor(piece).width() + gap;
+    }
+    for (std::size_t i = 0; i < pieceOf.size(); ++i)
+        molecule.atoms[i] = std::move(pieces[pieceOf[i]].molecules.front().atoms[placeInPiece[i]]);
 }
 
 void liftWedges(SketchMolecule& molecule)

@@ -4,6 +4,9 @@
 
 #include <QRectF>
 
+/// A document's canvas, in canvas pixels.
+constexpr QRectF canvasArea(0, 0, 2000, 2000);
+
 /// The part of the canvas that a fresh window shows, in canvas pixels.
 constexpr QRectF shownPart(0, 0, 385, 240);
 

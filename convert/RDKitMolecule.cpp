@@ -1,6 +1,7 @@
 #include "convert/RDKitMolecule.h"
 
 #include "canvas/truncate.h"
+#include "convert/SdRecords.h"
 #include "convert/Symbols.h"
 
 #include <GraphMol/Chirality.h>
@@ -112,7 +113,7 @@ void addAtom(RWMol& molecule, const SketchAtom& drawn, MoleculeUse use)
     if (atom->getAtomicNum() == 0)
         atom->setProp(common_properties::dummyLabel, std::string("R"));
     const bool saysMore = !element || element->number == 0 || symbolOf(*element) != drawn.symbol;
-    if (saysMore && use == MoleculeUse::V2000 && !drawn.symbol.startsWith(QLatin1String("$$$$")))
+    if (saysMore && use == MoleculeUse::V2000 && !drawn.symbol.startsWith(QLatin1String(endOfRecord)))
         atom->setProp(common_properties::molFileAlias, drawn.symbol.toStdString());
     molecule.addAtom(atom.release(), true, true);
 }

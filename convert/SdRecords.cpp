@@ -9,7 +9,6 @@
 
 namespace {
 
-const QByteArray endOfRecord = "$$$$";
 const QByteArray v30 = "M  V30 ";
 const QByteArray anyAtom = "*";
 constexpr qsizetype countsLine = 3; // of a molfile, from 0

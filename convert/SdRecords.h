@@ -6,6 +6,9 @@
 #include <utility>
 #include <vector>
 
+/// What the line between the records of an SD file begins with.
+inline constexpr char endOfRecord[] = "$$$$";
+
 /// A record of an SD file, or a molfile.
 struct SdRecord {
     int firstLine = 1;                             ///< of the record in its file, from 1

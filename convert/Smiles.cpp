@@ -142,9 +142,9 @@ std::unique_ptr<RWMol> understandLabelled(const RWMol& written)
 
 SketchMolecule readLine(const QString& text, Notes& notes)
 {
-    const Line line = parseLine(text);
     if (text.size() > longestLine)
         throw ConversionError(QStringLiteral("the line is longer than %1 characters").arg(longestLine));
+    const Line line = parseLine(text);
     const QString word = line.smiles.section(QRegularExpression(QStringLiteral("\\s")), 0, 0);
     if (std::any_of(word.begin(), word.end(), [](QChar c) { return c <= u' ' || c > u'~'; }))
         throw ConversionError(QStringLiteral("not a SMILES that can be read: ") + word.left(60));

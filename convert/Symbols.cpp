@@ -1,30 +1,34 @@
 #include "convert/Symbols.h"
 
+#include <GraphMol/PeriodicTable.h>
+
 #include <QHash>
 #include <QRegularExpression>
-
-#include <iterator>
+#include <QStringList>
 
 namespace {
 
-const char* const names[] = {"*",  "H",  "He", "Li", "Be", "B",  "C",  "N",  "O",  "F",  "Ne", "Na", "Mg", "Al", "Si",
-                             "P",  "S",  "Cl", "Ar", "K",  "Ca", "Sc", "Ti", "V",  "Cr", "Mn", "Fe", "Co", "Ni", "Cu",
-                             "Zn", "Ga", "Ge", "As", "Se", "Br", "Kr", "Rb", "Sr", "Y",  "Zr", "Nb", "Mo", "Tc", "Ru",
-                             "Rh", "Pd", "Ag", "Cd", "In", "Sn", "Sb", "Te", "I",  "Xe", "Cs", "Ba", "La", "Ce", "Pr",
-                             "Nd", "Pm", "Sm", "Eu", "Gd", "Tb", "Dy", "Ho", "Er", "Tm", "Yb", "Lu", "Hf", "Ta", "W",
-                             "Re", "Os", "Ir", "Pt", "Au", "Hg", "Tl", "Pb", "Bi", "Po", "At", "Rn", "Fr", "Ra", "Ac",
-                             "Th", "Pa", "U",  "Np", "Pu", "Am", "Cm", "Bk", "Cf", "Es", "Fm", "Md", "No", "Lr", "Rf",
-                             "Db", "Sg", "Bh", "Hs", "Mt", "Ds", "Rg", "Cn", "Nh", "Fl", "Mc", "Lv", "Ts", "Og"};
-constexpr int elements = static_cast<int>(std::size(names)) - 1;
-
+constexpr int elements = 118;
 constexpr int highestCharge = 15;
+
+/// The symbols of the elements by their numbers; that of number 0 is "*".
+const QStringList& elementNames()
+{
+    static const QStringList names = [] {
+        QStringList list;
+        for (int number = 0; number <= elements; ++number)
+            list.append(QString::fromStdString(RDKit::PeriodicTable::getTable()->getElementSymbol(number)));
+        return list;
+    }();
+    return names;
+}
 
 const QHash<QString, int>& numbers()
 {
     static const QHash<QString, int> known = [] {
         QHash<QString, int> table;
         for (int number = 0; number <= elements; ++number)
-            table.insert(QString::fromLatin1(names[number]), number);
+            table.insert(elementNames()[number], number);
         return table;
     }();
     return known;
@@ -109,7 +113,7 @@ QString symbolOf(const ElementSymbol& element)
 
 QString elementName(int number)
 {
-    return QString::fromLatin1(names[number >= 0 && number <= elements ? number : 0]);
+    return elementNames()[number >= 0 && number <= elements ? number : 0];
 }
 
 std::array<QString, 3> elementColor(QStringView symbol)

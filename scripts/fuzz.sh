@@ -10,9 +10,9 @@ Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
 
 Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
 lets libFuzzer feed them for SECONDS each (60 unless told otherwise). TARGET is workspace,
-tree, molfile or smiles; without one, all run, one after the other. What is new in coverage gathers in
-build/fuzz/corpus, and the next run goes on from there. What fails is copied to
-tests/fuzz/found, which ./test.sh replays; the run of its target ends there.
+tree, molfile or smiles; without one, all run, one after the other. What is new in
+coverage gathers in build/fuzz/corpus, and the next run goes on from there. What fails is
+copied to tests/fuzz/found, which ./test.sh replays; the run of its target ends there.
 
 Set KYTSTUDIO_FUZZ_MAX_LEN for inputs larger than 1024 bytes.
 
