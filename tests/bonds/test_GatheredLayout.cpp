@@ -131,6 +131,45 @@ private slots:
         QCOMPARE(bond->bondlength, 90.0F);
     }
 
+    void aBondIsLaidOutOnceBothOfItsAtomsHaveMoved()
+    {
+        Drawing d;
+        KytAtom* a = d.atomAt(100, 100);
+        KytAtom* b = d.atomAt(200, 100);
+        KytBond* bond = d.join(a, b);
+        const GatheredLayout gathered;
+        a->move(110, 100);
+        QCOMPARE(bond->bond1->getStartPoint(), QPoint(100, 100));
+        b->moveBy(0, 10);
+        QCOMPARE(bond->bond1->getStartPoint(), QPoint(110, 100));
+        QCOMPARE(bond->bond1->getEndPoint(), QPoint(200, 110));
+    }
+
+    void aBondWhoseAtomsMoveAgainAndAgainFollowsThem_data()
+    {
+        QTest::addColumn<int>("moves");
+        for (int moves = 1; moves <= 5; ++moves)
+            QTest::addRow("%d", moves) << moves;
+    }
+
+    void aBondWhoseAtomsMoveAgainAndAgainFollowsThem()
+    {
+        QFETCH(int, moves);
+        Drawing d;
+        KytAtom* a = d.atomAt(100, 100);
+        KytAtom* b = d.atomAt(200, 100);
+        KytBond* bond = d.join(a, b);
+        {
+            const GatheredLayout gathered;
+            for (int i = 0; i < moves; ++i) {
+                b->moveBy(0, 10);
+                a->moveBy(10, 0);
+            }
+        }
+        QCOMPARE(bond->bond1->getStartPoint(), QPoint(100 + 10 * moves, 100));
+        QCOMPARE(bond->bond1->getEndPoint(), QPoint(200, 100 + 10 * moves));
+    }
+
     void depthTravelsAtOnce()
     {
         Drawing d;
