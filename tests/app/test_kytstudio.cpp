@@ -106,6 +106,9 @@ private slots:
     void theProgramTakesNoArgumentsOfItsOwn();
     void theProgramReadsItsTranslationFromTheWorkingFolder();
     void theProgramNamesAMissingLibraryFileOnStandardError();
+    void theProgramLoadsTheViewersLibrariesWhenItOpens();
+    void theProgramGoesOnWithoutALibraryOfTheViewer_data();
+    void theProgramGoesOnWithoutALibraryOfTheViewer();
     void theProgramEndsOnExitAfterTheQuestion();
     void theProgramDrawsABondAndSavesIt();
     void leavingWithABondHalfDrawnIsClean_data();
@@ -613,6 +616,60 @@ void TestKytStudio::theProgramNamesAMissingLibraryFileOnStandardError()
     QVERIFY2(program.endedWell(), program.output);
     QCOMPARE(program.output.count('\n'), 1);
     QVERIFY2(program.output.contains("lib/water.kyf"), program.output);
+}
+
+/// Whether the program has loaded a file of this name.
+static bool hasLoaded(const Program& program, const QByteArray& name)
+{
+    QFile map(QStringLiteral("/proc/%1/maps").arg(program.process.processId()));
+    return map.open(QIODevice::ReadOnly) && map.readAll().contains('/' + name);
+}
+
+void TestKytStudio::theProgramLoadsTheViewersLibrariesWhenItOpens()
+{
+    Program program(QDir::currentPath());
+    const QString id = Program::windowTitled("KytStudio 1.1");
+    QVERIFY(Program::hasKeyboard(id));
+    QVERIFY(hasLoaded(program, "libQt6Core"));
+    QVERIFY(!hasLoaded(program, "libSDL"));
+    QVERIFY(!hasLoaded(program, "libGLU"));
+    for (int time = 0; time < 2; ++time) {
+        Program::press("ctrl+f");
+        const QString viewer = Program::windowTitled("MOLECULAR I3D VIEWER");
+        QVERIFY(!viewer.isEmpty());
+        QVERIFY(hasLoaded(program, "libSDL"));
+        QVERIFY(hasLoaded(program, "libGLU"));
+        Program::xdotool({"windowfocus", "--sync", viewer, "key", "Escape"});
+        QVERIFY(Program::hasKeyboard(id));
+    }
+    Program::press("alt+F4");
+    QVERIFY2(program.endedWell(), program.output);
+    QCOMPARE(program.output, QByteArray());
+}
+
+void TestKytStudio::theProgramGoesOnWithoutALibraryOfTheViewer_data()
+{
+    QTest::addColumn<QString>("library");
+    QTest::newRow("SDL") << "libSDL-1.2.so.0";
+    QTest::newRow("GLU") << "libGLU.so.1";
+}
+
+void TestKytStudio::theProgramGoesOnWithoutALibraryOfTheViewer()
+{
+    QFETCH(QString, library);
+    const WorkingFolder folder;
+    QFile broken(folder.path(library));
+    QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("not a library") > 0);
+    broken.close();
+    Program program(QDir::currentPath(), {"LD_LIBRARY_PATH=" + folder.path()});
+    const QString id = Program::windowTitled("KytStudio 1.1");
+    QVERIFY(Program::hasKeyboard(id));
+    Program::press("ctrl+f");
+    Program::press("alt+F4");
+    QVERIFY2(program.endedWell(), program.output);
+    QCOMPARE(program.output.count('\n'), 1);
+    QVERIFY2(program.output.startsWith("SDL_GetVideoInfo() failed. SDL Error: "), program.output);
+    QVERIFY2(program.output.contains(library.toLatin1()), program.output);
 }
 
 void TestKytStudio::theProgramEndsOnExitAfterTheQuestion()

@@ -10,7 +10,7 @@ expect_equal "The number of packages" "${#packages[@]}" 1
 findings=$(lintian --no-cfg --fail-on none "${packages[0]}" 2>"$work/err") || fail "lintian failed: $(cat "$work/err")"
 expect_equal "What lintian finds" "$findings" ""
 depends=$(dpkg-deb --field "${packages[0]}" Depends)
-for library in libc6 libgl1 libqt6widgets6 libqt6printsupport6 libsdl1.2; do
+for library in libc6 libgl1 libglu1 libqt6widgets6 libqt6printsupport6 libsdl1.2; do
     case ", $depends" in *", $library"*) ;; *) fail "The package does not depend on $library, but on: $depends" ;; esac
 done
 dpkg-deb --fsys-tarfile "${packages[0]}" | tar -xO ./usr/libexec/kytstudio/kytstudio >"$work/program"

@@ -1,0 +1,162 @@
+// The libraries of the 3D window, loaded when it opens for the first time. SDL brings two dozen others with it, which
+// would take a tenth of every start, and most sittings never open the window.
+//
+// The program links these functions in place of the libraries' own of the same names. Each hands its arguments on.
+
+#include <QByteArray>
+#include <QLibrary>
+
+#include <GL/glu.h>
+#include <SDL.h>
+
+namespace {
+
+/// Loads a library from the file of this name, once and for good.
+class LoadedLibrary {
+public:
+    explicit LoadedLibrary(const QString& file)
+        : library(file)
+        , loaded(library.load())
+        , error(library.errorString().toLocal8Bit())
+    {
+    }
+
+    QLibrary library;
+    const bool loaded;
+    QByteArray error; ///< why it could not be loaded
+};
+
+LoadedLibrary& sdl()
+{
+    static LoadedLibrary library(QStringLiteral("libSDL-1.2.so.0"));
+    return library;
+}
+
+LoadedLibrary& glu()
+{
+    static LoadedLibrary library(QStringLiteral("libGLU.so.1"));
+    return library;
+}
+
+template <typename Result, typename... Parameters> Result nothing(Parameters...)
+{
+    return Result();
+}
+
+template <typename Result, typename... Parameters> auto found(QFunctionPointer function, Result (*)(Parameters...))
+{
+    return function ? reinterpret_cast<Result (*)(Parameters...)>(function) : nothing<Result, Parameters...>;
+}
+
+/// The library's own function of the name; where there is none, a function that does nothing and gives 0.
+template <auto* StandIn> auto* original(LoadedLibrary& library, const char* name)
+{
+    static auto* const function = found(library.library.resolve(name), StandIn);
+    return function;
+}
+
+} // namespace
+
+int SDL_Init(Uint32 flags)
+{
+    return original<SDL_Init>(sdl(), __func__)(flags);
+}
+
+void SDL_Quit()
+{
+    original<SDL_Quit>(sdl(), __func__)();
+}
+
+/// The viewer asks this first, and stays closed if the answer is null.
+const SDL_VideoInfo* SDL_GetVideoInfo()
+{
+    return glu().loaded ? original<SDL_GetVideoInfo>(sdl(), __func__)() : nullptr;
+}
+
+char* SDL_GetError()
+{
+    if (!sdl().loaded)
+        return sdl().error.data();
+    return glu().loaded ? original<SDL_GetError>(sdl(), __func__)() : glu().error.data();
+}
+
+Uint32 SDL_GetTicks()
+{
+    return original<SDL_GetTicks>(sdl(), __func__)();
+}
+
+Uint8 SDL_EventState(Uint8 type, int state)
+{
+    return original<SDL_EventState>(sdl(), __func__)(type, state);
+}
+
+int SDL_PollEvent(SDL_Event* event)
+{
+    return original<SDL_PollEvent>(sdl(), __func__)(event);
+}
+
+void SDL_WM_SetCaption(const char* title, const char* icon)
+{
+    original<SDL_WM_SetCaption>(sdl(), __func__)(title, icon);
+}
+
+int SDL_WM_ToggleFullScreen(SDL_Surface* surface)
+{
+    return original<SDL_WM_ToggleFullScreen>(sdl(), __func__)(surface);
+}
+
+SDL_Surface* SDL_SetVideoMode(int width, int height, int bpp, Uint32 flags)
+{
+    return original<SDL_SetVideoMode>(sdl(), __func__)(width, height, bpp, flags);
+}
+
+int SDL_GL_SetAttribute(SDL_GLattr attribute, int value)
+{
+    return original<SDL_GL_SetAttribute>(sdl(), __func__)(attribute, value);
+}
+
+void SDL_GL_SwapBuffers()
+{
+    original<SDL_GL_SwapBuffers>(sdl(), __func__)();
+}
+
+void gluPerspective(GLdouble fieldOfView, GLdouble aspect, GLdouble nearest, GLdouble farthest)
+{
+    original<gluPerspective>(glu(), __func__)(fieldOfView, aspect, nearest, farthest);
+}
+
+void gluLookAt(GLdouble eyeX, GLdouble eyeY, GLdouble eyeZ, GLdouble centreX, GLdouble centreY, GLdouble centreZ,
+               GLdouble upX, GLdouble upY, GLdouble upZ)
+{
+    original<gluLookAt>(glu(), __func__)(eyeX, eyeY, eyeZ, centreX, centreY, centreZ, upX, upY, upZ);
+}
+
+GLUquadric* gluNewQuadric()
+{
+    return original<gluNewQuadric>(glu(), __func__)();
+}
+
+void gluDeleteQuadric(GLUquadric* quadric)
+{
+    original<gluDeleteQuadric>(glu(), __func__)(quadric);
+}
+
+void gluQuadricNormals(GLUquadric* quadric, GLenum normals)
+{
+    original<gluQuadricNormals>(glu(), __func__)(quadric, normals);
+}
+
+void gluQuadricTexture(GLUquadric* quadric, GLboolean texture)
+{
+    original<gluQuadricTexture>(glu(), __func__)(quadric, texture);
+}
+
+void gluSphere(GLUquadric* quadric, GLdouble radius, GLint slices, GLint stacks)
+{
+    original<gluSphere>(glu(), __func__)(quadric, radius, slices, stacks);
+}
+
+void gluCylinder(GLUquadric* quadric, GLdouble base, GLdouble top, GLdouble height, GLint slices, GLint stacks)
+{
+    original<gluCylinder>(glu(), __func__)(quadric, base, top, height, slices, stacks);
+}
