@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bonds/KytBondType.h"
+#include "canvas/itemmemory.h"
 
 #include <QString>
 
@@ -16,7 +17,7 @@ class KytStudioDoc;
 ///
 /// It stands in its from-atom's outgoing and its to-atom's incoming list from construction to destruction, and owns
 /// what it draws. It is not a canvas item itself.
-class KytBond {
+class KytBond : public InItemMemory {
 public:
     /// Joins `from` and `to` (both not null) on the canvas of `doc`; nothing is drawn until addBond.
     KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc);
@@ -79,6 +80,7 @@ public:
     KytBondType bond2Type = KYTBT_DashedLine;
     KytBondType bond3Type = KYTBT_DashedLine;
     KytBondType type = KYTBT_DashedLine; ///< not used
+    quint64 visit = 0;                   ///< scratch: the last walk that met the bond, a number from KytAtom::newVisit
     KytBondLine* bond2 = nullptr;
     KytBondLine* bond3 = nullptr;
     KytStudioDoc* doc;

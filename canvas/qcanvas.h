@@ -1,5 +1,7 @@
 #pragma once
 
+#include "canvas/itemmemory.h"
+
 #include <QBrush>
 #include <QColor>
 #include <QEvent>
@@ -131,7 +133,7 @@ private:
 /// Something drawn on a canvas. A new item is hidden, at (0, 0), with z 0.
 ///
 /// Items are made with new and deleted explicitly; deleting one takes it off its canvas.
-class QCanvasItem {
+class QCanvasItem : public InItemMemory {
 public:
     enum RttiValues { Rtti_Item = 0, Rtti_Text = 3, Rtti_Polygon = 4, Rtti_Ellipse = 6, Rtti_Line = 7 };
 

@@ -4,9 +4,11 @@
 #include "model/KytMolecule.h"
 
 #include <QSet>
+#include <QVarLengthArray>
 
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace {
 
@@ -141,13 +143,14 @@ bool KytAtom::combine(KytAtom* other)
 /// Deletes every bond of the atom and gives each piece that is left a molecule of its own.
 void KytAtom::leaveBonds()
 {
-    const QList<KytBond*> bonds = std::exchange(inList, {}) + std::exchange(outList, {});
-    QSet<KytBond*> gone;
-    QList<KytAtom*> neighbours;
+    const quint64 walk = newVisit();
+    QVarLengthArray<KytBond*, 8> bonds;
+    for (const QList<KytBond*>& list : {std::exchange(inList, {}), std::exchange(outList, {})})
+        for (KytBond* bond : list)
+            if (std::exchange(bond->visit, walk) != walk)
+                bonds.append(bond);
+    QVarLengthArray<KytAtom*, 8> neighbours;
     for (KytBond* bond : bonds) {
-        if (gone.contains(bond))
-            continue;
-        gone.insert(bond);
         neighbours.append(bond->getFromAtom() == this ? bond->getToAtom() : bond->getFromAtom());
         if (bond->getToAtom() == this)
             bond->setToAtom(nullptr);

@@ -19,16 +19,18 @@ qsizetype KytAtomList::indexOf(KytAtom* atom) const
 void KytAtomList::prepend(KytAtom* atom)
 {
     order.push_front(atom);
-    places.insert(atom, order.begin());
+    places.emplace(atom, Place{order.begin(), ++additions});
 }
 
 bool KytAtomList::removeOne(KytAtom* atom)
 {
-    const auto place = places.find(atom);
-    if (place == places.end())
+    const auto [first, last] = places.equal_range(atom);
+    if (first == last)
         return false;
-    order.erase(*place);
-    places.erase(place);
+    const auto latest =
+        std::max_element(first, last, [](const auto& a, const auto& b) { return a.second.added < b.second.added; });
+    order.erase(latest->second.at);
+    places.erase(latest);
     return true;
 }
 
@@ -36,9 +38,10 @@ KytAtom* KytAtomList::takeAt(qsizetype index)
 {
     if (index < 0 || index >= size())
         return nullptr;
-    const auto place = std::next(order.begin(), index);
-    KytAtom* atom = *place;
-    places.remove(atom, place);
-    order.erase(place);
+    const auto taken = std::next(order.begin(), index);
+    KytAtom* atom = *taken;
+    const auto [first, last] = places.equal_range(atom);
+    places.erase(std::find_if(first, last, [&](const auto& place) { return place.second.at == taken; }));
+    order.erase(taken);
     return atom;
 }
