@@ -31,13 +31,16 @@ quint64 nextNumber()
 } // namespace
 
 GatheredLayout* GatheredLayout::outermost = nullptr;
+std::size_t GatheredLayout::usualCount = 0;
 
 GatheredLayout::GatheredLayout(qint64 waveBonds)
     : number(nextNumber())
     , affordable(waveBonds)
 {
-    if (!outermost)
-        outermost = this;
+    if (outermost)
+        return;
+    outermost = this;
+    remembered.reserve(usualCount);
 }
 
 GatheredLayout::~GatheredLayout()
@@ -47,6 +50,7 @@ GatheredLayout::~GatheredLayout()
     if (passed > affordable)
         settleDepths();
     outermost = nullptr;
+    usualCount = remembered.size();
     for (const Remembered& one : remembered)
         if (one.bond && one.waits)
             one.bond->drawLines();

@@ -42,9 +42,9 @@ public:
 
 private:
     struct Remembered {
-        KytBond* bond;   // null where the bond has gone
-        int movedAtoms;  // how many had moved when it was first remembered
-        int layouts = 0; // that it had before the end
+        KytBond* bond;      // null where the bond has gone
+        int movedAtoms;     // how many had moved when it was first remembered
+        qint16 layouts = 0; // that it had before the end
         bool waits = true;
     };
 
@@ -53,6 +53,7 @@ private:
     std::vector<KytBond*> unsettledBondsAbove(KytAtom* atom, quint64 settled) const;
 
     static GatheredLayout* outermost;
+    static std::size_t usualCount; // of remembered bonds: as many as the last one had
 
     const quint64 number; // tells this gathering's bonds from those of earlier ones
     const qint64 affordable;

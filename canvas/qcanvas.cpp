@@ -121,11 +121,13 @@ QCanvasItemList QCanvas::allItems() const
 
 QCanvasItemList QCanvas::itemsOfKind(int rtti) const
 {
-    QCanvasItemList list;
-    for (const Place& place : places)
-        if (place.isOf(rtti))
-            list.append(place.item);
-    return list;
+    if (!askedFor || askedFor->rtti != rtti) {
+        askedFor = Kind{rtti, {}};
+        for (const Place& place : places)
+            if (place.isOf(rtti))
+                askedFor->items.append(place.item);
+    }
+    return askedFor->items;
 }
 
 QCanvasItemList QCanvas::collisions(const QPoint& p) const
@@ -199,6 +201,7 @@ void QCanvas::deletePlaces(const std::vector<Place>& chosen)
 
 void QCanvas::add(QCanvasItem* item)
 {
+    askedFor.reset();
     const auto place = placeOf(item->serial);
     if (place != places.end() && place->serial == item->serial) {
         place->item = item;
@@ -212,6 +215,7 @@ void QCanvas::remove(QCanvasItem* item)
 {
     if (item->isVisible())
         markChanged(item->reach);
+    askedFor.reset();
     index->remove(item);
     placeOf(item->serial)->item = nullptr;
     if (++goneItems > places.size() / 2) {

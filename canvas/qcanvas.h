@@ -100,6 +100,11 @@ private:
     friend class QCanvasItem;
     friend class QCanvasView;
 
+    struct Kind {
+        int rtti;
+        QCanvasItemList items;
+    };
+
     struct Place {
         quint64 serial;
         QCanvasItem* item;     // null where the item has gone
@@ -124,6 +129,7 @@ private:
     QSize extent{0, 0};
     std::vector<Place> places; // by creation
     std::size_t goneItems = 0;
+    mutable std::optional<Kind> askedFor; // the answer of itemsOfKind, until an item comes or goes
     QColor background = Qt::white;
     bool buffered = true;
     std::vector<QRect> changedAreas;

@@ -55,10 +55,8 @@ void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
     const double dy = p.y() - moving_start.y();
     const KytAtom* anchor = anchorOf(moving);
     if (anchor && (wholeMolecule || anchor->locked)) {
-        const QList<KytAtom*> atoms = drawnAtoms(*canvas(), anchor->getMolecule());
         const GatheredLayout gathered;
-        for (KytAtom* atom : atoms)
-            atom->moveBy(dx, dy);
+        forEachAtom(*canvas(), anchor->getMolecule(), [&](KytAtom* atom) { atom->moveBy(dx, dy); });
     } else {
         moving->moveBy(dx, dy);
     }
@@ -69,11 +67,11 @@ void KytStudioView::rotateTo(const QPoint& p)
 {
     const auto* pivot = static_cast<const KytAtom*>(moving);
     const auto angle = static_cast<float>((p.x() - _x) / pixelsPerRadian);
-    const QList<KytAtom*> atoms = drawnAtoms(*canvas(), pivot->getMolecule());
     const GatheredLayout gathered;
-    for (KytAtom* atom : atoms)
+    forEachAtom(*canvas(), pivot->getMolecule(), [&](KytAtom* atom) {
         if (atom != pivot)
             atom->rotateAbout(pivot->x(), pivot->y(), angle);
+    });
     _x = p.x();
 }
 

@@ -112,6 +112,7 @@ private slots:
     void allItemsComeInTheOrderOfCreation();
     void allItemsIncludesHiddenOnes();
     void itemsOfOneKindComeInTheOrderOfCreation();
+    void itemsOfOneKindAreKnownAgainAfterOneCameOrWent();
     void olderItemPutOnLaterTakesItsPlaceByCreation();
     void orderSurvivesDeletions();
 
@@ -292,6 +293,26 @@ void TestQCanvas::itemsOfOneKindComeInTheOrderOfCreation()
     QCOMPARE(canvas.itemsOfKind(QCanvasItem::Rtti_Line), (QCanvasItemList{third, fourth}));
     first->setCanvas(&canvas);
     QCOMPARE(canvas.itemsOfKind(QCanvasItem::Rtti_Line), (QCanvasItemList{first, third, fourth}));
+}
+
+void TestQCanvas::itemsOfOneKindAreKnownAgainAfterOneCameOrWent()
+{
+    QCanvas canvas(100, 100);
+    const auto lines = [&canvas] { return canvas.itemsOfKind(QCanvasItem::Rtti_Line); };
+    auto* first = new QCanvasLine(&canvas);
+    QCOMPARE(lines(), (QCanvasItemList{first}));
+    auto* second = new QCanvasLine(&canvas);
+    const QCanvasItemList both = lines();
+    QCOMPARE(both, (QCanvasItemList{first, second}));
+    delete first;
+    QCOMPARE(lines(), (QCanvasItemList{second}));
+    QCOMPARE(both.size(), 2);
+    second->setCanvas(nullptr);
+    QVERIFY(lines().isEmpty());
+    second->setCanvas(&canvas);
+    QCOMPARE(lines(), (QCanvasItemList{second}));
+    canvas.deleteItems(QCanvasItem::Rtti_Line);
+    QVERIFY(lines().isEmpty());
 }
 
 void TestQCanvas::olderItemPutOnLaterTakesItsPlaceByCreation()
