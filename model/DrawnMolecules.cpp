@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int cacheLine = 64; // bytes
+constexpr qsizetype cacheLine = 64; // bytes
 
 // How many atoms ahead something is fetched, found by trial: what it is reached through has arrived by then.
 constexpr qsizetype aheadForAtoms = 24;
