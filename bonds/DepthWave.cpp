@@ -4,6 +4,7 @@
 #include "bonds/KytBond.h"
 #include "model/KytAtom.h"
 
+#include <cmath>
 #include <vector>
 
 namespace {
@@ -21,13 +22,13 @@ public:
     void passAlong(const KytBond* bond)
     {
         KytAtom* end = bond->getToAtom();
-        const std::optional<float> depth = bond->endDepth();
-        if (!depth || end->visit == number)
+        const float depth = bond->endDepth();
+        if (std::isnan(depth) || end->visit == number)
             return;
         end->visit = number;
-        if (end->atomZ == *depth)
+        if (end->atomZ == depth)
             return;
-        end->atomZ = *depth;
+        end->atomZ = depth;
         enter(end);
     }
 
@@ -70,7 +71,8 @@ void sendDepth(KytAtom* source)
 
 void sendDepthAlong(KytBond* bond)
 {
-    if (bond->endDepth().value_or(bond->getToAtom()->atomZ) == bond->getToAtom()->atomZ)
+    const float depth = bond->endDepth();
+    if (std::isnan(depth) || depth == bond->getToAtom()->atomZ)
         return;
     Wave wave;
     bond->getFromAtom()->visit = wave.number;

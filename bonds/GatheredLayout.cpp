@@ -5,6 +5,7 @@
 #include "model/KytAtom.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -101,8 +102,8 @@ void GatheredLayout::settleDepths()
         for (const KytBond* bond : path) {
             KytAtom* end = bond->getToAtom();
             end->visit = settled;
-            const float depth = bond->endDepth().value_or(end->atomZ);
-            if (depth == end->atomZ)
+            const float depth = bond->endDepth();
+            if (std::isnan(depth) || depth == end->atomZ)
                 continue;
             end->atomZ = depth;
             changed.push_back(end);

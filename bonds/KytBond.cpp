@@ -12,6 +12,7 @@
 #include "model/KytMolecule.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace {
@@ -155,19 +156,18 @@ void KytBond::drawLines()
     }
 }
 
-std::optional<float> KytBond::endDepth() const
+float KytBond::endDepth() const
 {
+    constexpr float none = std::numeric_limits<float>::quiet_NaN();
     if (!fromAtom || !toAtom || toAtom->locked)
-        return std::nullopt;
+        return none;
     if (!isStereo())
         return fromAtom->getAtomZ();
     if (!stereoBond)
-        return std::nullopt;
+        return none;
     const double rise =
         std::tan(stereoBond->getAngle() * std::numbers::pi / 180) * distance(centreOf(fromAtom), centreOf(toAtom));
-    if (std::isnan(rise))
-        return std::nullopt;
-    return narrowed(fromAtom->getAtomZ() + rise);
+    return std::isnan(rise) ? none : narrowed(fromAtom->getAtomZ() + rise);
 }
 
 QString KytBond::getLength() const

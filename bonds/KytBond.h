@@ -5,7 +5,7 @@
 
 #include <QString>
 
-#include <optional>
+#include <cmath>
 
 class KytAtom;
 class KytBondLine;
@@ -63,9 +63,9 @@ public:
     /// Draws everything anew from the atoms' positions, now or with all bonds that are gathered (GatheredLayout);
     /// false when the bond has no countable line to lay out.
     bool layOut();
-    /// The depth that the start atom gives to the end atom, or nothing when the bond carries none.
-    std::optional<float> endDepth() const;
-    bool carriesDepth() const { return isCountable() && endDepth(); }
+    /// The depth that the start atom gives to the end atom, or NaN when the bond carries none.
+    float endDepth() const;
+    bool carriesDepth() const { return isCountable() && !std::isnan(endDepth()); }
 
     KytAtom* toAtom;
     KytAtom* fromAtom;
