@@ -67,7 +67,7 @@ void SDL_Quit()
     original<SDL_Quit>(sdl(), __func__)();
 }
 
-/// The viewer asks this first, and stays closed if the answer is null.
+/// Null without GLU, too: the viewer stays closed then, before it draws anything.
 const SDL_VideoInfo* SDL_GetVideoInfo()
 {
     return glu().loaded ? original<SDL_GetVideoInfo>(sdl(), __func__)() : nullptr;

@@ -1,7 +1,6 @@
 #include "model/DrawnMolecules.h"
 
 #include "bonds/KytBond.h"
-#include "bonds/KytBondLine.h"
 #include "model/KytAtom.h"
 
 #include <QHash>
