@@ -7,20 +7,6 @@
 
 namespace {
 
-/// Sorts `cells` by the index in the member `key`, all below `size`; equal ones keep their order. Linear.
-std::vector<BondCell> sortedBy(int BondCell::*key, const std::vector<BondCell>& cells, qsizetype size)
-{
-    std::vector<std::size_t> ends(static_cast<std::size_t>(size) + 1, 0);
-    for (const BondCell& cell : cells)
-        ++ends[static_cast<std::size_t>(cell.*key) + 1];
-    for (std::size_t i = 1; i < ends.size(); ++i)
-        ends[i] += ends[i - 1];
-    std::vector<BondCell> sorted(cells.size());
-    for (const BondCell& cell : cells)
-        sorted[ends[static_cast<std::size_t>(cell.*key)]++] = cell;
-    return sorted;
-}
-
 /// Whether the rank of `atom` is its index in `atoms`.
 bool isRanked(const QList<KytAtom*>& atoms, const KytAtom* atom)
 {
@@ -46,9 +32,11 @@ std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms)
             meet(bond);
     }
 
+    std::stable_sort(met.begin(), met.end(), [](const BondCell& a, const BondCell& b) {
+        return a.row != b.row ? a.row < b.row : a.column < b.column;
+    });
     std::vector<BondCell> table;
-    for (const BondCell& cell :
-         sortedBy(&BondCell::row, sortedBy(&BondCell::column, met, atoms.size()), atoms.size())) {
+    for (const BondCell& cell : met) {
         if (!table.empty() && table.back().row == cell.row && table.back().column == cell.column)
             table.back() = cell;
         else

@@ -1,10 +1,10 @@
 #include "bonds/KytBond.h"
 
 #include "bonds/BondGeometry.h"
-#include "bonds/DepthWave.h"
-#include "bonds/GatheredLayout.h"
+#include "bonds/BondUpdate.h"
 #include "bonds/KytBondLine.h"
 #include "bonds/KytStereoBond.h"
+#include "canvas/itemmemory.h"
 #include "canvas/truncate.h"
 #include "doc/Numbers.h"
 #include "doc/kytstudiodoc.h"
@@ -12,8 +12,8 @@
 #include "model/KytMolecule.h"
 
 #include <cmath>
-#include <limits>
 #include <numbers>
+#include <utility>
 
 namespace {
 
@@ -41,10 +41,10 @@ void place(KytBondLine* line, const QLineF& where)
 } // namespace
 
 KytBond::KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc)
-    : toAtom(to)
+    : doc(doc)
+    , toAtom(to)
     , fromAtom(from)
     , bondlength(narrowed(distance(centreOf(from), centreOf(to))))
-    , doc(doc)
 {
     from->addOutBond(this);
     to->addInBond(this);
@@ -52,8 +52,6 @@ KytBond::KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc)
 
 KytBond::~KytBond()
 {
-    if (GatheredLayout* gathered = GatheredLayout::current())
-        gathered->forget(this);
     const int lines = std::exchange(bondCount, -1);
     if (lines >= 3)
         delete bond3;
@@ -73,6 +71,16 @@ KytBond::~KytBond()
         toAtom->setMolecule(new KytMolecule);
 }
 
+void* KytBond::operator new(std::size_t size)
+{
+    return itemMemory()->allocate(size);
+}
+
+void KytBond::operator delete(void* bond, std::size_t size)
+{
+    itemMemory()->deallocate(bond, size);
+}
+
 void KytBond::addBond(KytBondType type, float angle)
 {
     if (!fromAtom || !toAtom || bondCount < 0 || bondCount >= mostLines)
@@ -82,8 +90,6 @@ void KytBond::addBond(KytBondType type, float angle)
     if (bondCount == 1 && isStereo())
         return;
 
-    KytBondType* const kinds[mostLines] = {&bond1Type, &bond2Type, &bond3Type};
-    *kinds[bondCount] = type;
     if (isLineKind(type))
         addLine(type);
     else if (isWedgeKind(type))
@@ -96,7 +102,9 @@ void KytBond::addLine(KytBondType lineType)
     const BondLines lines = bondLines(centreOf(fromAtom), centreOf(toAtom));
     const QLineF places[mostLines] = {lines.centre, lines.second, lines.third};
     KytBondLine** const fields[mostLines] = {&bond1, &bond2, &bond3};
+    KytBondType* const kinds[mostLines] = {&bond1Type, &bond2Type, &bond3Type};
     const QLineF& where = places[bondCount];
+    *kinds[bondCount] = lineType;
     *fields[bondCount] =
         new KytBondLine(pixelOf(where.p1()), pixelOf(where.p2()), doc, this, lineType == KYTBT_DashedLine);
 }
@@ -104,43 +112,31 @@ void KytBond::addLine(KytBondType lineType)
 void KytBond::addWedge(KytBondType wedgeType, float angle)
 {
     const BondLines lines = bondLines(centreOf(fromAtom), centreOf(toAtom));
+    bond1Type = wedgeType;
     stereoBond = new KytStereoBond(pixelOf(lines.centre.p1()), pixelOf(lines.third.p2()), pixelOf(lines.second.p2()),
                                    doc, this, wedgeType, angle);
 }
 
 void KytBond::setBond()
 {
-    if (!layOut())
-        return;
-    if (GatheredLayout* gathered = GatheredLayout::current())
-        gathered->sendDepth(this);
-    else
-        sendDepthAlong(this);
+    if (fromAtom && toAtom)
+        BondUpdate().update(this);
 }
 
-/// Whether the bond has both ends and something that can be drawn.
-bool KytBond::isCountable() const
+/// Whether the bond has something to lay out.
+bool KytBond::isDrawn() const
 {
-    return fromAtom && toAtom && bondCount >= 1 && bondCount <= mostLines;
+    return bondCount >= 1 && bondCount <= mostLines;
 }
 
-bool KytBond::layOut()
-{
-    if (GatheredLayout* gathered = GatheredLayout::current())
-        gathered->remember(this);
-    else
-        drawLines();
-    return isCountable();
-}
-
-void KytBond::drawLines()
+void KytBond::layOut()
 {
     if (!fromAtom || !toAtom)
         return;
     const QPointF from = centreOf(fromAtom);
     const QPointF to = centreOf(toAtom);
     bondlength = narrowed(distance(from, to));
-    if (!isCountable())
+    if (!isDrawn())
         return;
 
     const BondLines lines = bondLines(from, to);
@@ -156,18 +152,30 @@ void KytBond::drawLines()
     }
 }
 
-float KytBond::endDepth() const
+bool KytBond::carriesDepth() const
 {
-    constexpr float none = std::numeric_limits<float>::quiet_NaN();
-    if (!fromAtom || !toAtom || toAtom->locked)
-        return none;
+    return fromAtom && toAtom && !toAtom->locked && isDrawn() && (!isStereo() || stereoBond);
+}
+
+bool KytBond::climbs() const
+{
+    return isStereo() && stereoBond && stereoBond->getAngle() != 0;
+}
+
+// A wedge that points down rises as well when it is laid out again; only the angle's dialog, through
+// KytStereoBond::setAngle, has it fall. That is meant.
+double KytBond::rise() const
+{
+    if (!isStereo())
+        return 0;
+    return std::tan(stereoBond->getAngle() * std::numbers::pi / 180) * distance(centreOf(fromAtom), centreOf(toAtom));
+}
+
+float KytBond::depthAtEnd(double rise) const
+{
     if (!isStereo())
         return fromAtom->getAtomZ();
-    if (!stereoBond)
-        return none;
-    const double rise =
-        std::tan(stereoBond->getAngle() * std::numbers::pi / 180) * distance(centreOf(fromAtom), centreOf(toAtom));
-    return std::isnan(rise) ? none : narrowed(fromAtom->getAtomZ() + rise);
+    return std::isnan(rise) ? toAtom->getAtomZ() : narrowed(fromAtom->getAtomZ() + rise);
 }
 
 QString KytBond::getLength() const
@@ -199,6 +207,22 @@ void KytBond::setToAtom(KytAtom* atom)
         setBond();
 }
 
+void KytBond::setFromAtom(KytAtom* atom, BondUpdate& update)
+{
+    if (std::exchange(fromAtom, atom) != atom)
+        update.atomReplaced();
+    if (toAtom)
+        update.update(this);
+}
+
+void KytBond::setToAtom(KytAtom* atom, BondUpdate& update)
+{
+    if (std::exchange(toAtom, atom) != atom)
+        update.atomReplaced();
+    if (fromAtom)
+        update.update(this);
+}
+
 KytMolecule* KytBond::getMolecule() const
 {
     return fromAtom ? fromAtom->getMolecule() : nullptr;
@@ -206,11 +230,11 @@ KytMolecule* KytBond::getMolecule() const
 
 void KytBond::moveBy(double dx, double dy)
 {
-    const GatheredLayout gathered;
+    BondUpdate update;
     if (fromAtom)
-        fromAtom->moveBy(dx, dy);
+        fromAtom->moveBy(dx, dy, update);
     if (toAtom)
-        toAtom->moveBy(dx, dy);
+        toAtom->moveBy(dx, dy, update);
 }
 
 bool KytBond::deleteBond(KytBondLine* line)

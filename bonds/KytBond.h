@@ -1,12 +1,13 @@
 #pragma once
 
 #include "bonds/KytBondType.h"
-#include "canvas/itemmemory.h"
+#include "model/GraphWalk.h"
 
 #include <QString>
 
-#include <cmath>
+#include <cstddef>
 
+class BondUpdate;
 class KytAtom;
 class KytBondLine;
 class KytMolecule;
@@ -17,7 +18,7 @@ class KytStudioDoc;
 ///
 /// It stands in its from-atom's outgoing and its to-atom's incoming list from construction to destruction, and owns
 /// what it draws. It is not a canvas item itself.
-class KytBond : public InItemMemory {
+class KytBond {
 public:
     /// Joins `from` and `to` (both not null) on the canvas of `doc`; nothing is drawn until addBond.
     KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc);
@@ -25,12 +26,17 @@ public:
     KytBond(const KytBond&) = delete;
     KytBond& operator=(const KytBond&) = delete;
 
+    /// Made in the memory of the canvas items, which it is met along with.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* bond, std::size_t size);
+
     /// Adds one line, or the wedge with the projection angle `angle` (degrees). A fourth line, a wedge on a bond that
-    /// has something already, and anything on a wedge are ignored. A kind that is neither is counted but not drawn.
+    /// has something already, and anything on a wedge are ignored. A kind that is neither line nor wedge is counted,
+    /// but neither drawn nor kept.
     void addBond(KytBondType type, float angle);
 
-    /// Lays out what is drawn from the atoms' positions, refreshes bondlength, and passes the start atom's depth on to
-    /// an end atom that is not locked. Does nothing while an atom is missing.
+    /// Lays out what is drawn from the atoms' positions, refreshes bondlength, and gives an end atom that is not locked
+    /// its depth, which travels on from there (BondUpdate). Does nothing while an atom is missing.
     void setBond();
 
     /// The length in canvas pixels with six decimals.
@@ -42,6 +48,9 @@ public:
     /// Replace an end. A new end that is not null lays the bond out again. The atoms' lists are not touched.
     void setFromAtom(KytAtom* atom);
     void setToAtom(KytAtom* atom);
+    /// The same with an end that is not null, as a part of a larger change.
+    void setFromAtom(KytAtom* atom, BondUpdate& update);
+    void setToAtom(KytAtom* atom, BondUpdate& update);
     KytAtom* getFromAtom() const { return fromAtom; }
     KytAtom* getToAtom() const { return toAtom; }
     /// The molecule of the start atom; null while there is none.
@@ -59,37 +68,39 @@ public:
     /// Colours are kept by the items; does nothing.
     void setColor(int r, int g, int b);
 
-    /// The steps of setBond, for the wave of depth (bonds/DepthWave.h).
-    /// Draws everything anew from the atoms' positions, now or with all bonds that are gathered (GatheredLayout);
-    /// false when the bond has no countable line to lay out.
-    bool layOut();
-    /// The depth that the start atom gives to the end atom, or NaN when the bond carries none.
-    float endDepth() const;
-    bool carriesDepth() const { return isCountable() && !std::isnan(endDepth()); }
+    // The parts of setBond, for BondUpdate.
 
+    /// Places everything drawn between the atoms' positions, and refreshes bondlength.
+    void layOut();
+    /// Whether the bond gives its end atom a depth: it has two atoms and one to three lines or a wedge, and the end
+    /// atom is not locked.
+    bool carriesDepth() const;
+    /// Whether it is a wedge with an angle: its ends lie at different depths as soon as they lie at different places.
+    bool climbs() const;
+    /// How far the end atom of a wedge is to lie above its start atom, in canvas units, whichever way the wedge points:
+    /// the tangent of the projection angle times the length. 0 for lines. The bond must carry depth.
+    double rise() const;
+    /// The depth that the end atom is to have, given the bond's rise. The bond must carry depth.
+    float depthAtEnd(double rise) const;
+
+    KytStudioDoc* doc;
+    KytBondType type = KYTBT_DashedLine; ///< not used
     KytAtom* toAtom;
     KytAtom* fromAtom;
-    KytBondLine* bond1 = nullptr;
-    KytStereoBond* stereoBond = nullptr;
+    float bondlength;  ///< 2D length, in canvas pixels
     int bondCount = 0; ///< what was added, 0 to 3; -1 while the bond is destroyed
-    KytBondType bond1Type = KYTBT_DashedLine;
-    quint64 gathering = 0; ///< scratch: the last GatheredLayout that remembered the bond
-    int layoutPlace = 0;   ///< scratch: the bond's place in that
-    int depthTurn = 0;     ///< scratch: when it was last to give its end atom a depth there; 0 for never
-    float bondlength;      ///< 2D length, in canvas pixels
-    KytBondType bond2Type = KYTBT_DashedLine;
-    KytBondType bond3Type = KYTBT_DashedLine;
-    KytBondType type = KYTBT_DashedLine; ///< not used
-    quint64 visit = 0;                   ///< scratch: the last walk that met the bond, a number from KytAtom::newVisit
+    KytBondLine* bond1 = nullptr;
     KytBondLine* bond2 = nullptr;
     KytBondLine* bond3 = nullptr;
-    KytStudioDoc* doc;
+    KytStereoBond* stereoBond = nullptr;
+    KytBondType bond1Type = KYTBT_DashedLine;
+    KytBondType bond2Type = KYTBT_DashedLine;
+    KytBondType bond3Type = KYTBT_DashedLine;
+
+    WalkMark mark; ///< of the last walk that met the bond
 
 private:
-    friend class GatheredLayout;
-
-    bool isCountable() const;
-    void drawLines();
+    bool isDrawn() const;
     bool isStereo() const { return isWedgeKind(bond1Type); }
     void addLine(KytBondType lineType);
     void addWedge(KytBondType wedgeType, float angle);

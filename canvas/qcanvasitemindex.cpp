@@ -33,10 +33,14 @@ QCanvasItemIndex::QCanvasItemIndex(QSize extent)
 
 QRect QCanvasItemIndex::withinReach(const QRectF& area)
 {
-    const auto bounded = [](double value) { return std::clamp<double>(value, -farthest, farthest); };
-    return QRectF(QPointF(bounded(area.left()), bounded(area.top())),
-                  QPointF(bounded(area.right()), bounded(area.bottom())))
-        .toAlignedRect();
+    const auto floored = [](double value) {
+        const double bounded = std::clamp<double>(value, -farthest, farthest);
+        const int whole = static_cast<int>(bounded);
+        return whole - (bounded < whole);
+    };
+    const auto raised = [&](double value) { return -floored(-value); };
+    const QPoint from(floored(area.left()), floored(area.top()));
+    return {from, QSize(raised(area.right()) - from.x(), raised(area.bottom()) - from.y())};
 }
 
 int QCanvasItemIndex::Grid::columnOf(int x) const

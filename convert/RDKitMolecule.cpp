@@ -29,8 +29,6 @@ BondKind bondKind(const SketchBond& bond, Notes& notes)
         return BondKind::Single;
     const qsizetype lines = std::min<qsizetype>(std::ssize(bond.kinds), 3);
     const qsizetype dashed = std::count(bond.kinds.begin(), bond.kinds.end(), KYTBT_DashedLine);
-    if (!std::all_of(bond.kinds.begin(), bond.kinds.end(), isLineKind))
-        notes.add("bonds with a line of a kind that is not drawn, which becomes a solid line");
     if (lines == 0)
         return BondKind::None;
     if (lines == 1)

@@ -134,7 +134,7 @@ private:
         if (bond->bondCount == linesBefore)
             note("a line or wedge that its bond has no room for; it is left out", true);
         else if (!isLineKind(kind) && !isWedgeKind(kind))
-            note("a line of a kind that is not drawn");
+            note("a line of a kind that is not drawn; it is counted, and saved as a dashed one", true);
     }
 
     /// A bond between the atoms at two indices; null where there can be none.

@@ -2,7 +2,6 @@
 
 #include <QList>
 
-#include <functional>
 #include <vector>
 
 class KytAtom;
@@ -20,10 +19,6 @@ QList<KytAtom*> drawnAtoms(const QCanvas& canvas);
 
 /// Those of them that belong to `molecule`.
 QList<KytAtom*> drawnAtoms(const QCanvas& canvas, const KytMolecule* molecule);
-
-/// Calls `act` with each of the canvas's atoms that belongs to `molecule`, in the order of its items. `act` may move
-/// and change atoms and bonds, but neither make nor delete any, nor give an atom another molecule.
-void forEachAtom(const QCanvas& canvas, const KytMolecule* molecule, const std::function<void(KytAtom*)>& act);
 
 /// The molecules of the canvas, in the order in which their first atoms appear. Linear in the canvas's items.
 std::vector<DrawnMolecule> drawnMolecules(const QCanvas& canvas);

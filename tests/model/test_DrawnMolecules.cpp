@@ -59,31 +59,6 @@ private slots:
         QVERIFY(drawnAtoms(*d.canvas(), nullptr).isEmpty());
     }
 
-    void eachAtomOfAMoleculeIsActedOnOnceAndInOrder()
-    {
-        Drawing d;
-        QList<KytAtom*> chain{d.atomAt(0, 0)};
-        QList<KytAtom*> others;
-        while (chain.size() < 100) {
-            chain.append(d.atomAt(10.0 * double(chain.size()), 0));
-            others.append(d.atomAt(10.0 * double(chain.size()), 50));
-            const int kind = chain.size() % 3 == 0 ? KYTBT_StereoUp : KYTBT_SingleBond;
-            d.join(chain[chain.size() - 2], chain.last(), {kind});
-        }
-        QList<KytAtom*> met;
-        forEachAtom(*d.canvas(), chain.first()->getMolecule(), [&](KytAtom* atom) {
-            met.append(atom);
-            atom->moveBy(1, 2);
-        });
-        QCOMPARE(met, chain);
-        QCOMPARE(chain.last()->y(), 2.0);
-        QCOMPARE(others.last()->y(), 50.0);
-        met.clear();
-        forEachAtom(*d.canvas(), others.last()->getMolecule(), [&](KytAtom* atom) { met.append(atom); });
-        QCOMPARE(met, (QList<KytAtom*>{others.last()}));
-        forEachAtom(*d.canvas(), nullptr, [&](KytAtom*) { QFAIL("null is nobody's molecule"); });
-    }
-
     void moleculesComeInTheOrderOfTheirFirstAtoms()
     {
         Drawing d;

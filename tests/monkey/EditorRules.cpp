@@ -7,12 +7,13 @@
 #include <QHash>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
-bool isDrawnKind(KytBondType kind)
+int linesOf(const KytBond* bond)
 {
-    return isLineKind(kind) || isWedgeKind(kind);
+    return (bond->bond1 != nullptr) + (bond->bond2 != nullptr) + (bond->bond3 != nullptr);
 }
 
 QPoint centreOf(const KytAtom* atom)
@@ -25,6 +26,7 @@ QPoint centreOf(const KytAtom* atom)
 EditorRules::EditorRules(const KytStudioView* view)
     : view(view)
 {
+    QObject::connect(view->doc, &KytStudioDoc::documentChanged, &listener, [this] { fileWasRead = true; });
 }
 
 QString EditorRules::firstFault()
@@ -108,9 +110,10 @@ void EditorRules::noteOddities()
 {
     if (atoms.isEmpty())
         undrawnKinds = false;
-    for (const KytBond* bond : std::as_const(bonds)) {
-        undrawnKinds |= !isDrawnKind(bond->bond1Type) || !isDrawnKind(bond->bond2Type) || !isDrawnKind(bond->bond3Type);
-    }
+    if (!std::exchange(fileWasRead, false))
+        return;
+    for (const KytBond* bond : std::as_const(bonds))
+        undrawnKinds |= !bond->stereoBond && linesOf(bond) < bond->bondCount;
 }
 
 QString EditorRules::atomFault(KytAtom* atom) const
@@ -137,18 +140,16 @@ QString EditorRules::bondFault(const KytBond* bond) const
 QString EditorRules::lineFault(const KytBond* bond) const
 {
     const KytBondLine* const lines[] = {bond->bond1, bond->bond2, bond->bond3};
-    int drawn = 0;
     for (int i = 0; i < 3; ++i) {
         if (lines[i] && (lines[i]->bond != bond || i >= bond->bondCount))
             return QStringLiteral("a bond has a line that is not its own, or is not counted");
         if (lines[i] && (lines[i]->x() != 0 || lines[i]->y() != 0))
             return QStringLiteral("a line was moved away from its bond");
-        drawn += lines[i] != nullptr;
     }
     if (bond->stereoBond)
         return QStringLiteral("a bond of lines has a wedge");
-    if (!undrawnKinds && drawn != bond->bondCount)
-        return QStringLiteral("a bond counts %1 lines and has %2").arg(bond->bondCount).arg(drawn);
+    if (!undrawnKinds && linesOf(bond) != bond->bondCount)
+        return QStringLiteral("a bond counts %1 lines and has %2").arg(bond->bondCount).arg(linesOf(bond));
     if (bond->bond1
         && (bond->bond1->startPoint() != centreOf(bond->fromAtom) || bond->bond1->endPoint() != centreOf(bond->toAtom)))
         return QStringLiteral("a line does not run between its atoms");

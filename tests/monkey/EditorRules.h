@@ -3,6 +3,7 @@
 #include "canvas/qcanvas.h"
 
 #include <QByteArray>
+#include <QObject>
 #include <QString>
 
 class KytAtom;
@@ -48,6 +49,8 @@ private:
     Census counted;
     QList<KytAtom*> atoms;
     QList<KytBond*> bonds;
+    QObject listener;          // for the document's signals
+    bool fileWasRead = false;  // since the last check
     bool undrawnKinds = false; // there are bonds with kinds that are counted, but not drawn
     QByteArray lastWritten;
     quint64 filesRead = 0;

@@ -35,6 +35,7 @@ private slots:
     void aGestureWithoutARubberBandIsFound();
     void whatDoesNotComeBackFromAFileIsFound();
     void kindsThatAreNotDrawnAreNoFault();
+    void aLineThatIsLostIsFound();
     void everythingIsCounted();
 
 private:
@@ -237,7 +238,15 @@ void TestEditorRules::whatDoesNotComeBackFromAFileIsFound()
 void TestEditorRules::kindsThatAreNotDrawnAreNoFault()
 {
     addBond(*window, third, addAtom(*window, 200, 90), KYTBT_Triple);
+    emit(*window)->doc->documentChanged(); // as if it had been read
     QCOMPARE(fault(), QString());
+}
+
+void TestEditorRules::aLineThatIsLostIsFound()
+{
+    KytBond* odd = addBond(*window, third, addAtom(*window, 200, 90), KYTBT_Triple);
+    QVERIFY(!fault().isEmpty());
+    delete odd;
 }
 
 void TestEditorRules::everythingIsCounted()
