@@ -1,6 +1,6 @@
 #pragma once
 
-#include "i3d/TerminationSignals.h"
+#include "doc/TerminationSignals.h"
 
 #include <QSocketNotifier>
 

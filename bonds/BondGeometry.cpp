@@ -3,14 +3,11 @@
 #include "canvas/truncate.h"
 
 #include <cmath>
-#include <numbers>
 
 namespace {
 
 constexpr double straightOffset = 6;        // pixels between the lines of a horizontal or vertical bond
 constexpr double slantedOffsetSquared = 30; // square of the same for a slanted bond
-constexpr double steepestAngle = 89.5;      // degrees
-constexpr double degreesPerRadian = 180 / std::numbers::pi;
 
 /// The step from the centre line to the third line.
 QPointF sideStep(const QPointF& from, const QPointF& to)

@@ -2,18 +2,18 @@
 
 #include "bonds/KytBond.h"
 #include "doc/kytstudiodoc.h"
+#include "model/DrawingStyle.h"
 
 namespace {
 
-constexpr int penWidth = 2;       // pixels
-constexpr double bondLevel = 1.0; // z on the canvas, below the atoms
+constexpr int penWidth = 2; // pixels
 
 } // namespace
 
 KytBondLine::KytBondLine(QPoint from, QPoint to, KytStudioDoc* doc, KytBond* bond, bool isDashed)
     : QCanvasLine(doc->canvas)
     , bond(bond)
-    , color{0, 0, 255}
+    , color{bondColor.red(), bondColor.green(), bondColor.blue()}
     , isDashed(isDashed)
 {
     stopHover();
@@ -47,7 +47,7 @@ void KytBondLine::setColor(int r, int g, int b)
 
 void KytBondLine::startHover()
 {
-    drawIn(QColor(0, 255, 0));
+    drawIn(hoverColor);
 }
 
 void KytBondLine::stopHover()

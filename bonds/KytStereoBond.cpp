@@ -4,14 +4,12 @@
 #include "bonds/KytBond.h"
 #include "canvas/truncate.h"
 #include "doc/kytstudiodoc.h"
+#include "model/DrawingStyle.h"
 #include "model/KytAtom.h"
 
 #include <cmath>
 
 namespace {
-
-constexpr double bondLevel = 1.0;      // z on the canvas, below the atoms
-constexpr float steepestAngle = 89.5F; // degrees
 
 int middle(int a, int b)
 {
@@ -26,7 +24,7 @@ KytStereoBond::KytStereoBond(QPoint p0, QPoint p1, QPoint p2, KytStudioDoc* doc,
     , bond(bond)
     , bondType(type)
     , pa(new QPolygon({p0, p1, p2}))
-    , color{0, 0, 255}
+    , color{bondColor.red(), bondColor.green(), bondColor.blue()}
     , pangle(angle)
 {
     stopHover();
@@ -84,7 +82,7 @@ void KytStereoBond::setColor(int r, int g, int b)
 
 void KytStereoBond::startHover()
 {
-    fillIn(QColor(0, 255, 0));
+    fillIn(hoverColor);
 }
 
 void KytStereoBond::stopHover()

@@ -5,9 +5,7 @@
 #include "convert/Placement.h"
 #include "convert/SketchCanvas.h"
 #include "convert/WorkspaceCheck.h"
-#include "doc/KytFileIO.h"
-
-#include <QTextStream>
+#include "doc/WorkspaceFile.h"
 
 #include <algorithm>
 
@@ -43,11 +41,7 @@ QByteArray workspaceOf(const Sketch& sketch, Notes& notes)
     noteLosses(sketch, notes);
     Canvas canvas;
     drawOn(canvas.doc, sketch);
-    QByteArray text;
-    QTextStream stream(&text);
-    KytFileIO().writeWorkspace(stream, canvas.doc.canvas);
-    stream.flush();
-    return text;
+    return workspaceText(*canvas.doc.canvas);
 }
 
 QByteArray pictureOf(const Sketch& sketch, Format format, const PictureStyle& style)

@@ -1,10 +1,10 @@
 #include "convert/Files.h"
 
 #include "convert/Notes.h"
+#include "doc/WorkspaceFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <cerrno>
 #include <cstdio>
@@ -34,7 +34,6 @@ void writeTo(QFileDevice& file, const QString& fileName, const QByteArray& conte
     errno = 0;
     if (file.write(contents) == contents.size() && file.flush())
         return;
-    // A file that is saved as a whole forgets the reason.
     const QString why = errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : file.errorString();
     failWriting(fileName, QStringLiteral("cannot be written: ") + why);
 }
@@ -80,12 +79,7 @@ void writeAll(const QString& fileName, const QByteArray& contents)
         writeTo(out, fileName, contents);
         return;
     }
-    if (info.exists() && !info.isWritable())
-        failWriting(fileName, QStringLiteral("cannot be written: it is protected"));
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        failWriting(fileName, QStringLiteral("cannot be written: ") + file.errorString());
-    writeTo(file, fileName, contents);
-    if (!file.commit())
-        failWriting(fileName, QStringLiteral("cannot be written: ") + file.errorString());
+    const QString trouble = writeWholeFile(fileName, contents);
+    if (!trouble.isEmpty())
+        failWriting(fileName, QStringLiteral("cannot be written: ") + trouble);
 }

@@ -354,8 +354,8 @@ std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, No
             std::move(sketch.molecules.begin(), sketch.molecules.end(), std::back_inserter(sketches.back().molecules));
         } else {
             sketch.placed = keepsPlaces;
-            place(sketch);
-            sketch.placed = keepsPlaces;
+            if (!keepsPlaces)
+                centre(sketch);
             sketches.push_back(std::move(sketch));
         }
         lastDrawing = keepsPlaces ? drawing : QString();

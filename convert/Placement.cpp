@@ -5,15 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <numeric>
 
 namespace {
 
 constexpr double gap = 45;         // pixels between drawings side by side: an atom's label fits
 constexpr double letterWidth = 12; // pixels, of a wide letter in a label
-constexpr float drawnAngle = 60;   // degrees, of a wedge drawn by hand
-const double drawnSlope = std::tan(drawnAngle * std::numbers::pi / 180);
 
 // What a label, which hangs to the lower right of its atom, takes beside the atoms' centres; in pixels.
 constexpr QMarginsF labelSpace(7, 7, 14, 22);
@@ -118,10 +115,9 @@ void shift(Sketch& sketch, double dx, double dy)
     }
 }
 
-void place(Sketch& sketch)
+void centre(Sketch& sketch)
 {
-    if (!std::exchange(sketch.placed, true))
-        moveTo(sketch, cornerFor(extentOf(sketch).size()));
+    moveTo(sketch, cornerFor(extentOf(sketch).size()));
 }
 
 Sketch sideBySide(std::vector<Sketch> sketches)
@@ -140,14 +136,14 @@ Sketch sideBySide(std::vector<Sketch> sketches)
         }
         if (sketches.size() > 1)
             moveTo(sketch, pen);
-        else
-            place(sketch);
+        else if (!sketch.placed)
+            centre(sketch);
         pen.rx() += size.width() + gap;
         rowHeight = std::max(rowHeight, size.height());
         std::move(sketch.molecules.begin(), sketch.molecules.end(), std::back_inserter(all.molecules));
     }
     if (sketches.size() > 1)
-        moveTo(all, cornerFor(extentOf(all).size()));
+        centre(all);
     return all;
 }
 

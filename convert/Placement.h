@@ -1,14 +1,15 @@
 #pragma once
 
 #include "convert/Sketch.h"
+#include "doc/kytstudiodoc.h"
 
 #include <QRectF>
 
 /// A document's canvas, in canvas pixels.
-constexpr QRectF canvasArea(0, 0, 2000, 2000);
+inline constexpr QRectF canvasArea(0, 0, canvasSize, canvasSize);
 
 /// The part of the canvas that a fresh window shows, in canvas pixels.
-constexpr QRectF shownPart(0, 0, 385, 240);
+inline constexpr QRectF shownPart(0, 0, 385, 240);
 
 /// The rectangle around the atoms' centres; null where there are none.
 QRectF extentOf(const Sketch& sketch);
@@ -17,8 +18,8 @@ QRectF extentOf(const Sketch& sketch);
 void shift(Sketch& sketch, double dx, double dy);
 
 /// Puts the sketch into the middle of the part of the canvas that a fresh window shows, or, where it is too large for
-/// that, to its left or upper edge. A sketch that is placed already stays.
-void place(Sketch& sketch);
+/// that, to its left or upper edge.
+void centre(Sketch& sketch);
 
 /// One drawing with all the sketches. A single one keeps its place; several are laid out side by side, in rows that are
 /// as wide as the canvas at most.
@@ -28,7 +29,7 @@ Sketch sideBySide(std::vector<Sketch> sketches);
 /// first atoms, so far apart that their labels stay legible.
 void spreadPieces(SketchMolecule& molecule);
 
-/// Gives every wedge whose ends lie at equal depths the angle of 60 degrees and lifts or lowers its wide end to match,
+/// Gives every wedge whose ends lie at equal depths the angle of a drawn one and lifts or lowers its wide end to match,
 /// as when it is drawn by hand, a wedge before those that start from its wide end. An end is lifted once. The other
 /// wedges get the angle that their depths give.
 void liftWedges(SketchMolecule& molecule);

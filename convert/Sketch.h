@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bonds/BondGeometry.h"
 #include "bonds/KytBondType.h"
 
 #include <QString>
@@ -23,7 +24,7 @@ struct SketchBond {
     int from = 0; ///< an index in the molecule's atoms; the narrow end of a wedge
     int to = 0;
     std::vector<KytBondType> kinds; ///< of its lines, or of its wedge; at most three
-    float angle = 60;               ///< projection angle of a wedge, in degrees
+    float angle = drawnAngle;       ///< projection angle of a wedge, in degrees
 };
 
 struct SketchMolecule {
@@ -40,8 +41,8 @@ struct Sketch {
     bool laidOut = false; ///< its places were made up here
 };
 
-/// Pixels of a drawing for one angstrom of a file: 30 pixels are 1.5 angstroms.
-constexpr double pixelsPerAngstrom = 20;
+/// Pixels of a drawing for one angstrom, in files of other formats and in the library: 30 pixels are 1.5 angstroms.
+inline constexpr double pixelsPerAngstrom = 20;
 
 inline bool isWedge(const SketchBond& bond)
 {

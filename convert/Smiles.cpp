@@ -230,8 +230,7 @@ std::vector<Sketch> readSmiles(const QByteArray& text, const QString& name, Note
             Sketch sketch;
             sketch.laidOut = true;
             sketch.molecules.push_back(readLine(line, notes));
-            place(sketch);
-            sketch.placed = false;
+            centre(sketch);
             sketches.push_back(std::move(sketch));
         } catch (const std::exception& fault) {
             throw ConversionError(QStringLiteral("%1:%2: %3").arg(name).arg(number).arg(fault.what()));

@@ -16,8 +16,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(workspaceFile, "kytstudio.workspace")
 
-constexpr float defaultAngle = 60.0F; // degrees
-
 const QString endOfFile = QStringLiteral("END_KYTFILE");
 const QString endOfMolecule = QStringLiteral("END_MOLECULE");
 
@@ -130,7 +128,7 @@ private:
     void addLine(KytBond* bond, KytBondType kind)
     {
         const int linesBefore = bond->bondCount;
-        bond->addBond(kind, isWedgeKind(kind) ? wedgeAngle(bond) : defaultAngle);
+        bond->addBond(kind, isWedgeKind(kind) ? wedgeAngle(bond) : drawnAngle);
         if (bond->bondCount == linesBefore)
             note("a line or wedge that its bond has no room for; it is left out", true);
         else if (!isLineKind(kind) && !isWedgeKind(kind))

@@ -97,7 +97,7 @@ QByteArray workspaceText(QCanvas& canvas)
     return text;
 }
 
-QString writeWorkspaceFile(const QString& fileName, const QByteArray& text)
+QString writeWholeFile(const QString& fileName, const QByteArray& text)
 {
     if (fileName.isEmpty())
         return QStringLiteral("no file name");

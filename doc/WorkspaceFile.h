@@ -16,4 +16,4 @@ QByteArray workspaceText(QCanvas& canvas);
 ///
 /// A symbolic link stays one, and its target is written. Permissions, owner and group of an existing file are kept as
 /// far as the user may set them; its other hard links keep the old contents. Only regular files are written.
-QString writeWorkspaceFile(const QString& fileName, const QByteArray& text);
+QString writeWholeFile(const QString& fileName, const QByteArray& text);

@@ -12,7 +12,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(workspaceFile, "kytstudio.workspace")
 
-constexpr int canvasSize = 2000;  // pixels
 constexpr int advancePeriod = 25; // milliseconds
 
 } // namespace
@@ -65,7 +64,7 @@ bool KytStudioDoc::write(const QString& fileName) const
 {
     if (!canvas)
         return false;
-    const QString trouble = writeWorkspaceFile(fileName, workspaceText(*canvas));
+    const QString trouble = writeWholeFile(fileName, workspaceText(*canvas));
     if (!trouble.isEmpty())
         qCWarning(workspaceFile).noquote() << fileName + QStringLiteral(": cannot be saved: ") + trouble;
     return trouble.isEmpty();

@@ -5,6 +5,9 @@
 #include <QObject>
 #include <QString>
 
+/// The width and the height of a document's canvas, in pixels.
+inline constexpr int canvasSize = 2000;
+
 /// The document: the canvas on which everything is drawn, and the name of its workspace file.
 class KytStudioDoc : public QObject {
     Q_OBJECT
@@ -15,7 +18,7 @@ public:
     /// Does not delete the canvas.
     ~KytStudioDoc() override;
 
-    /// Makes a white canvas of 2000 x 2000 pixels and marks the document modified. An earlier canvas is not deleted.
+    /// Makes a white canvas, canvasSize pixels wide and high, and marks the document modified. An earlier canvas is not deleted.
     void newDoc();
 
     bool isModified() const { return modified; }

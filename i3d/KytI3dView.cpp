@@ -2,7 +2,7 @@
 
 #include "canvas/truncate.h"
 #include "i3d/SceneGeometry.h"
-#include "i3d/TerminationSignals.h"
+#include "doc/TerminationSignals.h"
 
 #include <algorithm>
 #include <cstdlib>

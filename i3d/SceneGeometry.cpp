@@ -1,5 +1,7 @@
 #include "i3d/SceneGeometry.h"
 
+#include "bonds/BondGeometry.h"
+
 #include "canvas/truncate.h"
 
 #include <cmath>
@@ -8,7 +10,6 @@
 namespace {
 
 constexpr double canvasOffset = 1000;
-constexpr double degreesPerRadian = 180 / std::numbers::pi;
 
 /// The turn about the scene's x axis, in degrees, that lays an axis along +z into the direction of a canvas vector of
 /// `right` pixels to the right and `up` pixels upward, not both 0.

@@ -31,7 +31,7 @@ OH = 0.96  # water vapour
 TETRAHEDRAL = math.degrees(math.acos(-1 / 3))  # 109.47: methane, by symmetry
 WATER_ANGLE = 104.5  # water vapour
 
-PIXELS = 30 / SINGLE  # per angstrom: 30 for a single bond between carbons
+PIXELS = 20  # per angstrom, as everywhere in the program
 
 COLORS = {"C": (64, 64, 64), "H": (255, 255, 255), "O": (255, 0, 0)}
 ELECTRONS = {"C": 4, "H": 1, "O": 2}

@@ -3,6 +3,7 @@
 #include "bonds/BondUpdate.h"
 #include "bonds/KytBond.h"
 #include "canvas/truncate.h"
+#include "model/DrawingStyle.h"
 #include "model/KytMolecule.h"
 
 #include <cmath>
@@ -10,13 +11,11 @@
 
 namespace {
 
-constexpr int atomSize = 3;         // pixels
-constexpr int hoveredAtomSize = 6;  // pixels
-constexpr double atomLevel = 2.0;   // z on the canvas, above the bonds
-constexpr double symbolLevel = 1.0; // z on the canvas
+constexpr int atomSize = 3;        // pixels
+constexpr int hoveredAtomSize = 6; // pixels
 // All atoms share these two, which would otherwise be copied for each.
-const QBrush atomBrush(QColor(0, 0, 0));
-const QBrush hoverBrush(QColor(0, 255, 0));
+const QBrush atomBrush(atomDotColor);
+const QBrush hoverBrush(hoverColor);
 
 /// Puts the atoms at the other ends of the bonds of `atom` on `stack` so that they come off in list order, incoming
 /// bonds before outgoing ones.

@@ -1,3 +1,4 @@
+#include "bonds/BondGeometry.h"
 #include "bonds/KytBond.h"
 #include "doc/Numbers.h"
 #include "doc/kytstudiodoc.h"
@@ -12,7 +13,6 @@
 
 namespace {
 
-constexpr float defaultAngle = 60.0F; // degrees
 const QString atomWord = QStringLiteral("ATOM");
 const QString bondInWord = QStringLiteral("BOND_IN");
 const QString bondOutWord = QStringLiteral("BOND_OUT");
@@ -132,7 +132,7 @@ private:
         branch.atom->show();
         auto* bond = branch.incoming ? new KytBond(branch.atom, parent, doc) : new KytBond(parent, branch.atom, doc);
         for (int i = 0; i < branch.lines && branch.lines <= 3; ++i)
-            bond->addBond(KYTBT_SingleBond, defaultAngle);
+            bond->addBond(KYTBT_SingleBond, drawnAngle);
     }
 
     QString word()

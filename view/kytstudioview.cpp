@@ -5,24 +5,15 @@
 #include "bonds/KytBondLine.h"
 #include "canvas/truncate.h"
 #include "doc/kytstudiodoc.h"
+#include "model/DrawingStyle.h"
 #include "model/KytAtom.h"
 #include "view/DrawingGeometry.h"
 
 #include <QMouseEvent>
 #include <QScrollBar>
 
-#include <cmath>
-#include <numbers>
-
 QCanvasLine* const tempBond = new QCanvasLine(nullptr);
 double _x = 0; // NOLINT(bugprone-reserved-identifier)
-
-namespace {
-
-constexpr double rubberBandLevel = 0.0;                   // z on the canvas, below everything
-const double drawnSlope = std::tan(std::numbers::pi / 3); // of drawnAngle
-
-} // namespace
 
 KytStudioView::KytStudioView(QWidget* parent, KytStudioDoc* doc)
     : QCanvasView(parent)

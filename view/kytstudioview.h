@@ -9,9 +9,6 @@ class KytAtom;
 class KytBond;
 class KytStudioDoc;
 
-/// The projection angle of a wedge as it is drawn, in degrees.
-constexpr float drawnAngle = 60.0F;
-
 /// The preview of the bond being drawn: one line, made at program start, on the canvas of the view made last. Nobody
 /// frees it, and no mode treats it as part of the drawing.
 extern QCanvasLine* const tempBond;

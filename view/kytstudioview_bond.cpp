@@ -8,7 +8,6 @@
 #include <QMouseEvent>
 
 #include <cmath>
-#include <numbers>
 
 /// Takes the end point of what is being drawn from the pointer at `p`, corrected for fixed angle and length, and shows
 /// it.
@@ -39,12 +38,12 @@ void KytStudioView::drawRubberBand(const QPoint& p)
         reportBond();
 }
 
-/// Reports length and angle. A wedge is as long as if it rose out of the drawing at 60 degrees.
+/// Reports length and angle. A wedge is as long as if it rose out of the drawing at the angle of a drawn one.
 void KytStudioView::reportBond()
 {
     double length = distance({lastAtom->x(), lastAtom->y()}, {newx, newy});
     if (drawsWedge(canvasState))
-        length /= std::cos(std::numbers::pi / 3);
+        length /= std::cos(drawnAngleInRadians);
     const double angle = shownAngle(newx - lastAtom->x(), newy - lastAtom->y());
     const QByteArray format = tr("Bond Length: %.3f  Bond Angle: %.2f").toUtf8();
     QByteArray text = QString::asprintf(format.constData(), length, angle).toUtf8();

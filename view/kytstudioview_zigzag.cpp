@@ -1,3 +1,4 @@
+#include "bonds/BondGeometry.h"
 #include "bonds/KytBond.h"
 #include "model/KytAtom.h"
 #include "view/DrawingGeometry.h"

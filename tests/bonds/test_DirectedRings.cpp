@@ -76,10 +76,14 @@ private slots:
         DirectedRings rings;
         for (const KytBond* bond : g.bonds)
             QVERIFY(!rings.climbsAround(bond));
-        const Graph behind(4, {{0, 1}, {1, 2}, {2, 0}, {2, 3}}, 3);
-        DirectedRings others;
-        for (const KytBond* bond : behind.bonds)
-            QVERIFY(!others.climbsAround(bond));
+    }
+
+    void aWedgeBehindTheRingDoesNot()
+    {
+        const Graph g(4, {{0, 1}, {1, 2}, {2, 0}, {2, 3}}, 3);
+        DirectedRings rings;
+        for (const KytBond* bond : g.bonds)
+            QVERIFY(!rings.climbsAround(bond));
     }
 
     void whatCarriesNoDepthOpensTheRing_data()

@@ -3,11 +3,13 @@
 #include "convert/Placement.h"
 #include "convert/Symbols.h"
 
+#include <GraphMol/FileParsers/FileParsers.h>
 #include <GraphMol/SmilesParse/SmilesParse.h>
 #include <GraphMol/SmilesParse/SmilesWrite.h>
 
 #include <QFile>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -225,6 +227,42 @@ class test_Interchange : public QObject {
 
 private slots:
     void initTestCase() { startChemistry(); }
+
+    void theLibraryLeavesAtItsLengths_data()
+    {
+        QTest::addColumn<QString>("molecule");
+        QTest::addColumn<int>("neighbour"); // its atomic number, behind carbon or oxygen
+        QTest::addColumn<QString>("kind");  // in the table of lib/README.md
+        QTest::newRow("water, O-H") << "water" << 1 << "O–H";
+        QTest::newRow("benzene, C-C") << "benzene" << 6 << "C–C, aromatic";
+        QTest::newRow("benzene, C-H") << "benzene" << 1 << "C–H";
+    }
+
+    void theLibraryLeavesAtItsLengths()
+    {
+        QFETCH(QString, molecule);
+        QFETCH(int, neighbour);
+        QFETCH(QString, kind);
+        const QString readme = QString::fromUtf8(contentsOf("lib/README.md"));
+        const QRegularExpressionMatch row =
+            QRegularExpression("\\| " + kind + " \\| ([0-9.]+) Å \\|").match(readme);
+        QVERIFY(row.hasMatch());
+        const double length = row.captured(1).toDouble();
+
+        const QByteArray text = contentsOf("lib/" + molecule + ".kyf");
+        const QByteArray molfile = write(read(text, Format::Workspace), Format::Molfile);
+        const std::unique_ptr<RDKit::RWMol> read(RDKit::MolBlockToMol(molfile.toStdString(), false, false));
+        int found = 0;
+        for (const RDKit::Bond* bond : read->bonds()) {
+            if (std::min(bond->getBeginAtom()->getAtomicNum(), bond->getEndAtom()->getAtomicNum()) != neighbour)
+                continue;
+            ++found;
+            const auto& places = read->getConformer();
+            const auto between = places.getAtomPos(bond->getBeginAtomIdx()) - places.getAtomPos(bond->getEndAtomIdx());
+            QVERIFY(std::fabs(between.length() - length) < 0.001);
+        }
+        QVERIFY(found > 1);
+    }
 
     void libraryAndSamplesSurviveMolfiles_data()
     {

@@ -35,8 +35,7 @@ private slots:
     void whatFitsLiesInTheMiddleOfAFreshWindow()
     {
         Sketch sketch = chain({{-1000, 5000}, {-940, 5030}});
-        place(sketch);
-        QVERIFY(sketch.placed);
+        centre(sketch);
         const QRectF extent = extentOf(sketch);
         QCOMPARE(extent.size(), QSizeF(60, 30));
         QVERIFY(shownPart.contains(extent));
@@ -47,17 +46,9 @@ private slots:
     void whatDoesNotFitBeginsAtTheEdge()
     {
         Sketch sketch = chain({{-1000, 0}, {1000, 10}});
-        place(sketch);
+        centre(sketch);
         QCOMPARE(extentOf(sketch).left(), 7.0);
         QVERIFY(extentOf(sketch).top() > 50 && extentOf(sketch).bottom() < 200);
-    }
-
-    void whatIsPlacedStays()
-    {
-        Sketch sketch = chain({{1500, 1600}});
-        sketch.placed = true;
-        place(sketch);
-        QCOMPARE(extentOf(sketch).topLeft(), QPointF(1500, 1600));
     }
 
     void oneSketchKeepsItsPlaceOnADrawing()

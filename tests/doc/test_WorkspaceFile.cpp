@@ -194,7 +194,7 @@ void TestWorkspaceFile::savingTellsNothingAndFailingTellsWhy()
     QFETCH(bool, written);
     const Folder folder;
     const QString whole = name.isEmpty() || name.startsWith('/') ? name : folder.path(name);
-    QCOMPARE(writeWorkspaceFile(whole, "text").isEmpty(), written);
+    QCOMPARE(writeWholeFile(whole, "text").isEmpty(), written);
     QCOMPARE(folder.names(), written ? QStringList(name) : QStringList());
 }
 
@@ -227,7 +227,7 @@ void TestWorkspaceFile::everythingIsOnTheDiskBeforeItTakesTheFilesPlace()
     QByteArrayList calls;
     {
         const DisturbedCalls counted;
-        QCOMPARE(writeWorkspaceFile(name, "new"), QString());
+        QCOMPARE(writeWholeFile(name, "new"), QString());
         calls = counted.names();
     }
     const auto lastPlacing = std::max(calls.lastIndexOf("rename"), calls.lastIndexOf("linkat"));
@@ -257,7 +257,7 @@ void TestWorkspaceFile::killedAtAnyStepThereIsTheOldFileOrTheNewOne()
         QVERIFY(!exists || put(name, "old"));
         const int status = inAProcess([&] {
             const DisturbedCalls killed(DisturbedCalls::Kill, steps);
-            return writeWorkspaceFile(name, text).isEmpty() ? 0 : 1;
+            return writeWholeFile(name, text).isEmpty() ? 0 : 1;
         });
         const bool isOld = exists ? contents(name) == "old" : !QFile::exists(name);
         QVERIFY(isOld || contents(name) == text);
@@ -372,7 +372,7 @@ void TestWorkspaceFile::failingAtAnyStepKeepsTheOldFileAndLeavesNoOther()
         QByteArrayList calls;
         {
             const DisturbedCalls failing(DisturbedCalls::Fail, step, error);
-            trouble = writeWorkspaceFile(name, text);
+            trouble = writeWholeFile(name, text);
             calls = failing.names();
         }
         if (trouble.isEmpty()) {
@@ -413,7 +413,7 @@ void TestWorkspaceFile::fullDiskKeepsTheOldFileAndLeavesNoOther()
             return 2;
         const std::unique_ptr<DisturbedCalls> full(
             options.isEmpty() ? new DisturbedCalls(DisturbedCalls::Fail, 2, ENOSPC) : nullptr);
-        if (writeWorkspaceFile(name, QByteArray("new").repeated(50000)) != "No space left on device")
+        if (writeWholeFile(name, QByteArray("new").repeated(50000)) != "No space left on device")
             return 3;
         if (contents(name) != "old")
             return 4;
@@ -431,7 +431,7 @@ void TestWorkspaceFile::ownerAndGroupAreKeptWhereTheUserMayGiveFilesAway()
         QCOMPARE(chown(qPrintable(name), ordinaryId, someGroup), 0);
     QCOMPARE(chmod(qPrintable(name), 0640), 0);
     const struct stat before = statusOf(name);
-    QCOMPARE(writeWorkspaceFile(name, "new"), QString());
+    QCOMPARE(writeWholeFile(name, "new"), QString());
     const struct stat after = statusOf(name);
     QCOMPARE(contents(name), QByteArray("new"));
     QCOMPARE(after.st_uid, before.st_uid);
@@ -449,7 +449,7 @@ void TestWorkspaceFile::groupIsKeptByItsMember()
     QCOMPARE(chown(qPrintable(name), geteuid() == 0 ? ordinaryId : geteuid(), group), 0);
     QCOMPARE(chmod(qPrintable(name), 0660), 0);
     QVERIFY(endedWith(
-        inAProcess([&] { return becomeOrdinary({group}) && writeWorkspaceFile(name, "new").isEmpty() ? 0 : 1; }), 0));
+        inAProcess([&] { return becomeOrdinary({group}) && writeWholeFile(name, "new").isEmpty() ? 0 : 1; }), 0));
     QCOMPARE(contents(name), QByteArray("new"));
     QCOMPARE(statusOf(name).st_gid, group);
     QCOMPARE(int(statusOf(name).st_mode & ALLPERMS), 0660);
@@ -464,7 +464,7 @@ void TestWorkspaceFile::strangersOfAFileKeepTheirRights()
         QCOMPARE(chown(qPrintable(name), ordinaryId, someGroup), 0);
     QCOMPARE(chmod(qPrintable(name), 0664), 0);
     const struct stat before = statusOf(name);
-    QVERIFY(endedWith(inAProcess([&] { return becomeOrdinary() && writeWorkspaceFile(name, "new").isEmpty() ? 0 : 1; }),
+    QVERIFY(endedWith(inAProcess([&] { return becomeOrdinary() && writeWholeFile(name, "new").isEmpty() ? 0 : 1; }),
                       0));
     QCOMPARE(contents(name), QByteArray("new"));
     const struct stat after = statusOf(name);
@@ -477,7 +477,7 @@ void TestWorkspaceFile::otherHardLinkKeepsTheOldContents()
     const Folder folder;
     QVERIFY(put(folder.path("a.kyt"), "old"));
     QCOMPARE(link(qPrintable(folder.path("a.kyt")), qPrintable(folder.path("b.kyt"))), 0);
-    QCOMPARE(writeWorkspaceFile(folder.path("a.kyt"), "new"), QString());
+    QCOMPARE(writeWholeFile(folder.path("a.kyt"), "new"), QString());
     QCOMPARE(contents(folder.path("a.kyt")), QByteArray("new"));
     QCOMPARE(contents(folder.path("b.kyt")), QByteArray("old"));
 }

@@ -14,8 +14,8 @@
 #include <vector>
 
 // Lengths in canvas pixels, angles in degrees, as lib/README.md gives them.
-static const double perAngstrom = 30 / 1.54;
-static const double single = 30;
+static const double perAngstrom = 20;
+static const double single = 1.54 * perAngstrom;
 static const double aromatic = 1.39 * perAngstrom;
 static const double cage = 1.57 * perAngstrom;
 static const double carbonHydrogen = 1.09 * perAngstrom;

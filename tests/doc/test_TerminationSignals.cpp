@@ -1,4 +1,4 @@
-#include "i3d/TerminationSignals.h"
+#include "doc/TerminationSignals.h"
 
 #include <QtTest>
 
