@@ -38,6 +38,7 @@ KytStudioApp::KytStudioApp()
     viewLibraryBar->setChecked(true);
     resize(450, 400);
     view->viewport()->setMouseTracking(true);
+    // The toggles are switched on a second time. That is meant, and without effect: they are on.
     viewToolBar->setChecked(true);
     viewStatusBar->setChecked(true);
     viewLibraryBar->setChecked(true);
@@ -120,7 +121,7 @@ void KytStudioApp::slotViewStatusBar(bool toggle)
     say(tr("Ready."));
 }
 
-/// "MolLib" is a second switch of the status bar.
+// "MolLib" is a second switch of the status bar. That is meant: the library's bar is moved and hidden by hand only.
 void KytStudioApp::slotViewLibraryBar(bool toggle)
 {
     slotViewStatusBar(toggle);

