@@ -93,7 +93,7 @@ bool measure(const Shape& shape, int count, bool wedges, Times& times)
     return true;
 }
 
-bool compareSizes(const Shape& shape, bool wedges)
+bool compareSizes(const Shape& shape, bool wedges, std::string& missed)
 {
     Times small;
     Times large;
@@ -104,6 +104,9 @@ bool compareSizes(const Shape& shape, bool wedges)
         const double before = median(small[name]);
         const double after = median(large[name]);
         const double growth = after / std::max(before, leastTime) * shape.small / shape.large;
+        if (growth > growthLimit)
+            missed +=
+                std::string(missed.empty() ? "" : "; ") + shape.name + (wedges ? " with wedges" : "") + ", " + name;
         std::printf("  %-8s %10.3f ms %10.3f ms  growth per part %5.2f  <= %.1f %s\n", name, before, after, growth,
                     growthLimit, growth <= growthLimit ? "yes" : "NO");
     }
@@ -118,9 +121,11 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setFont(QFont(QStringLiteral("helvetica"), 12));
     std::printf("Medians of %d runs, in processor time.\n", rounds);
+    std::string missed;
     for (const Shape& shape : shapes)
         for (const bool wedges : {false, true})
-            if (!compareSizes(shape, wedges))
+            if (!compareSizes(shape, wedges, missed))
                 return 1;
+    std::printf("\n%s%s\n", missed.empty() ? "Every growth is within its limit." : "Missed: ", missed.c_str());
     return 0;
 }
