@@ -10,7 +10,7 @@ namespace {
 /// Whether the rank of `atom` is its index in `atoms`.
 bool isRanked(const QList<KytAtom*>& atoms, const KytAtom* atom)
 {
-    return atom && atom->rank >= 0 && atom->rank < atoms.size() && atoms[atom->rank] == atom;
+    return atom && atom->index >= 0 && atom->index < atoms.size() && atoms[atom->index] == atom;
 }
 
 } // namespace
@@ -18,10 +18,10 @@ bool isRanked(const QList<KytAtom*>& atoms, const KytAtom* atom)
 std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms)
 {
     for (qsizetype i = 0; i < atoms.size(); ++i)
-        atoms[i]->rank = static_cast<int>(i);
+        atoms[i]->index = static_cast<int>(i);
 
     std::vector<BondCell> met;
-    const auto indexOf = [&](const KytAtom* atom) { return isRanked(atoms, atom) ? atom->rank : 0; };
+    const auto indexOf = [&](const KytAtom* atom) { return isRanked(atoms, atom) ? atom->index : 0; };
     const auto meet = [&](KytBond* bond) {
         met.push_back({indexOf(bond->getFromAtom()), indexOf(bond->getToAtom()), bond});
     };
@@ -48,6 +48,6 @@ std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms)
 int indexOfAtom(const QList<KytAtom*>& atoms, const KytAtom* atom)
 {
     if (isRanked(atoms, atom))
-        return atom->rank;
+        return atom->index;
     return static_cast<int>(std::max<qsizetype>(0, atoms.indexOf(atom)));
 }

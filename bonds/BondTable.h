@@ -17,7 +17,7 @@ struct BondCell {
 /// The filled cells of that table, row by row and within a row by column.
 ///
 /// `atoms` are the molecule's atoms in index order. Where several bonds share a cell, the one met last stays: atom by
-/// atom, incoming before outgoing. An end that is not among `atoms` counts as index 0. Sets KytAtom::rank.
+/// atom, incoming before outgoing. An end that is not among `atoms` counts as index 0. Sets KytAtom::index.
 std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms);
 
 /// The index of `atom` in `atoms`, or 0 when it is not there. Constant time for atoms that bondTable has ranked.

@@ -130,6 +130,34 @@ QCanvasItemList QCanvas::itemsOfKind(int rtti) const
     return askedFor->items;
 }
 
+QCanvasItem* QCanvas::itemOfRank(quint64 rank) const
+{
+    const auto found = const_cast<QCanvas*>(this)->placeOf(rank);
+    return found != places.end() && found->serial == rank ? found->item : nullptr;
+}
+
+void QCanvas::restoreRanks(const std::vector<std::pair<QCanvasItem*, quint64>>& ranks)
+{
+    if (ranks.empty())
+        return;
+    std::vector<Place> restored;
+    for (const auto& [item, rank] : ranks) {
+        placeOf(item->serial)->item = nullptr;
+        restored.push_back({rank, item});
+    }
+    for (const Place& place : restored) {
+        place.item->serial = place.serial;
+        place.item->changed();
+    }
+    const auto bySerial = [](const Place& a, const Place& b) { return a.serial < b.serial; };
+    std::sort(restored.begin(), restored.end(), bySerial);
+    std::erase_if(places, [](const Place& place) { return !place.item; });
+    goneItems = 0;
+    const auto middle = places.insert(places.end(), restored.begin(), restored.end());
+    std::inplace_merge(places.begin(), middle, places.end(), bySerial);
+    askedFor.reset();
+}
+
 QCanvasItemList QCanvas::collisions(const QPoint& p) const
 {
     const QPointF centre(p.x() + 0.5, p.y() + 0.5);

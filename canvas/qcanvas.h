@@ -22,6 +22,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QCanvas;
@@ -75,6 +76,13 @@ public:
 
     /// Those of them whose rtti() is `rtti`, in the same order.
     QCanvasItemList itemsOfKind(int rtti) const;
+
+    /// The item with this rank (QCanvasItem::rank), or null.
+    QCanvasItem* itemOfRank(quint64 rank) const;
+
+    /// Gives items of this canvas the ranks of items that have gone, so that they take their places in allItems(), in
+    /// hit tests and on the screen. No two items may end up with the same rank. Linear in the canvas's items.
+    void restoreRanks(const std::vector<std::pair<QCanvasItem*, quint64>>& ranks);
 
     /// The visible items whose hit area takes in the pixel `p`, topmost first: higher z first, and among equal z the
     /// later created first, which is the one painted on top.
@@ -164,6 +172,12 @@ public:
     void setVisible(bool visible);
     bool isVisible() const { return visible; }
 
+    /// Restores a position to the bit, in canvas pixels: no difference is added, and moveBy is not called.
+    void putAt(double x, double y);
+
+    /// Where the item stands among all items: it rises with creation.
+    quint64 rank() const { return serial; }
+
     QCanvas* canvas() const { return home; }
     /// Moves the item to another canvas, or to none; it keeps its place, z and visibility.
     void setCanvas(QCanvas* canvas);
@@ -210,7 +224,7 @@ private:
     bool visible = false;
     bool keptByOwner = false;
     double zPosition = 0;
-    const quint64 serial; // rises with creation
+    quint64 serial; // rises with creation
 };
 
 /// An item with an area: filled with a brush, never outlined with the pen (a line uses only the pen).

@@ -49,6 +49,14 @@ void QCanvasItem::moveBy(double dx, double dy)
     changed();
 }
 
+void QCanvasItem::putAt(double x, double y)
+{
+    aboutToChangeShape();
+    xPosition = x;
+    yPosition = y;
+    changed();
+}
+
 void QCanvasItem::setZ(double z)
 {
     if (z == zPosition || std::isnan(z))

@@ -119,6 +119,14 @@ void KytAtom::spreadMolecule()
     }
 }
 
+void KytAtom::changeMolecule(KytMolecule* m)
+{
+    if (molecule == m)
+        return;
+    leaveMolecule();
+    joinMolecule(m);
+}
+
 void KytAtom::addInBond(KytBond* bond)
 {
     inList.append(bond);

@@ -38,6 +38,9 @@ public:
     /// Gives this atom's molecule to everything bonded to it, also beyond atoms that are in it already.
     void spreadMolecule();
 
+    /// Gives `m` (not null) to this atom alone, whatever it is bonded to.
+    void changeMolecule(KytMolecule* m);
+
     QList<KytBond*>* getInList() { return &inList; }
     QList<KytBond*>* getOutList() { return &outList; }
     void addInBond(KytBond* bond);
@@ -110,7 +113,7 @@ public:
     QList<KytBond*> outList;   ///< bonds that start here, in the order added; not owned
 
     WalkMark mark; ///< of the last walk that met the atom
-    int rank = 0;  ///< the atom's index in the list of atoms that was last made a table of (BondTable)
+    int index = 0; ///< the atom's index in the list of atoms that was last made a table of (BondTable)
 
 private:
     static KytMolecule* makeFirstMolecule();

@@ -118,8 +118,8 @@ private slots:
         const QList<KytAtom*> reversed{atoms[2], atoms[1], atoms[0]};
         for (int i = 0; i < 3; ++i)
             QCOMPARE(indexOfAtom(reversed, reversed[i]), i);
-        atoms[0]->rank = -5;
-        atoms[1]->rank = 1000;
+        atoms[0]->index = -5;
+        atoms[1]->index = 1000;
         QCOMPARE(indexOfAtom(atoms, atoms[0]), 0);
         QCOMPARE(indexOfAtom(atoms, atoms[1]), 1);
         QCOMPARE(indexOfAtom(atoms, nullptr), 0);

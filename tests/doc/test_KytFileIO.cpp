@@ -566,7 +566,7 @@ void TestKytFileIO::indexDoesNotTrustWhatAnEarlierWritingLeft()
     QCOMPARE(io.getIndex(atoms[2]), 0);
     for (int rank : {-1, 1, 2, 1000000, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
         for (KytAtom* atom : atoms)
-            atom->rank = rank;
+            atom->index = rank;
         QCOMPARE(io.getIndex(atoms[3]), 0);
         QCOMPARE(io.getIndex(atoms[1]), 1);
         QCOMPARE(io.getIndex(atoms[2]), 0);
