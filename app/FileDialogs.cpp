@@ -1,8 +1,13 @@
 #include "app/FileDialogs.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 
 #include <utility>
@@ -23,8 +28,11 @@ public:
     }
 };
 
-/// A save dialog that knows the extension that its answer will get.
+/// A save dialog that knows the extension that its answer will get. Below its fields it says which file will be
+/// written, and why a name cannot be.
 class SaveDialog : public QFileDialog {
+    Q_DECLARE_TR_FUNCTIONS(SaveDialog)
+
 public:
     SaveDialog(QWidget* parent, QString extension)
         : QFileDialog(parent)
@@ -33,15 +41,70 @@ public:
         setOption(QFileDialog::DontConfirmOverwrite);
     }
 
+    /// To be called when the dialog is set up: its fields exist from then on.
+    void showFileBelow()
+    {
+        auto* grid = qobject_cast<QGridLayout*>(layout());
+        auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (!grid || !name)
+            return;
+        below = new QLabel(this);
+        below->setObjectName(QStringLiteral("fileToWrite"));
+        below->setTextFormat(Qt::PlainText);
+        below->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        grid->addWidget(below, grid->rowCount(), 0, 1, grid->columnCount());
+        connect(name, &QLineEdit::textChanged, this, &SaveDialog::showFile);
+        connect(this, &QFileDialog::directoryEntered, this, &SaveDialog::showFile);
+        showFile();
+    }
+
 protected:
     void accept() override
     {
         const QString name = selectedFiles().value(0);
-        if (name.isEmpty() || QFileInfo(name).isDir() || mayWrite(name + extension))
+        if (name.isEmpty() || QFileInfo(name).isDir()) {
+            QFileDialog::accept();
+            return;
+        }
+        const QString fault = whyNot(name + extension);
+        if (!fault.isEmpty())
+            showBelow(fault);
+        else if (mayWrite(name + extension))
             QFileDialog::accept();
     }
 
 private:
+    void showFile()
+    {
+        const QString name = selectedFiles().value(0);
+        const bool isFile = !name.isEmpty() && !QFileInfo(name).isDir();
+        showBelow(isFile ? tr("Will be written: %1").arg(QDir::toNativeSeparators(name + extension)) : QString());
+    }
+
+    void showBelow(const QString& text)
+    {
+        if (!below)
+            return;
+        below->setText(text);
+        below->setToolTip(text);
+    }
+
+    /// Why there can be no file of this name, or nothing.
+    static QString whyNot(const QString& fileName)
+    {
+        const QFileInfo file(fileName);
+        const QFileInfo folder(file.path());
+        if (!folder.isDir())
+            return tr("There is no folder \"%1\".").arg(folder.filePath());
+        if (file.isDir())
+            return tr("\"%1\" is a folder.").arg(file.fileName());
+        if (file.exists() && !file.isFile())
+            return tr("\"%1\" is no regular file.").arg(file.fileName());
+        const bool writable = file.exists() ? file.isWritable() : folder.isWritable();
+        return writable ? QString()
+                        : tr("You may not write to \"%1\".").arg(file.exists() ? file.fileName() : folder.filePath());
+    }
+
     bool mayWrite(const QString& fileName)
     {
         if (!QFileInfo::exists(fileName))
@@ -53,6 +116,7 @@ private:
     }
 
     QString extension;
+    QLabel* below = nullptr;
 };
 
 void prepare(QFileDialog& dialog, const FileQuestion& question)
@@ -66,7 +130,11 @@ void prepare(QFileDialog& dialog, const FileQuestion& question)
 
 QString answer(QFileDialog& dialog)
 {
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    // Behind a question about overwriting, window managers do not always give the keyboard back by themselves.
+    if (QWidget* parent = dialog.parentWidget())
+        parent->activateWindow();
+    return accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 } // namespace
@@ -91,5 +159,6 @@ QString askSaveFileName(QWidget* parent, const FileQuestion& question, const QSt
     prepare(dialog, question);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.showFileBelow();
     return answer(dialog);
 }

@@ -38,7 +38,7 @@ KytAtomProperties::KytAtomProperties(QWidget* parent, const char* name, bool mod
     KytAtomProperties::languageChange();
     resize(QSize(550, 204).expandedTo(minimumSizeHint()));
 
-    pushButton1->setAutoDefault(false);
+    pushButton1->setAutoDefault(true); // so that Enter on it cancels
     pushButton2->setDefault(true);
     const QList<QWidget*> order{lineEdit_name,      lineEdit_colorRed, lineEdit_colorGreen,
                                 lineEdit_colorBlue, pushButton2,       pushButton1};

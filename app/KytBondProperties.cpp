@@ -24,7 +24,7 @@ KytBondProperties::KytBondProperties(QWidget* parent, const char* name, bool mod
     KytBondProperties::languageChange();
     resize(QSize(325, 186).expandedTo(minimumSizeHint()));
 
-    pushButton1->setAutoDefault(false);
+    pushButton1->setAutoDefault(true); // so that Enter on it cancels
     pushButton2->setDefault(true);
     setTabOrder(lineEdit_angle, pushButton2);
     setTabOrder(pushButton2, pushButton1);

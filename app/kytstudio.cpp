@@ -33,6 +33,9 @@ KytStudioApp::KytStudioApp()
     initToolBar();
     initStatusBar();
     initI3dView();
+    initHistory();
+    initKeys();
+    initStateLabel();
     viewToolBar->setChecked(true);
     viewStatusBar->setChecked(true);
     viewLibraryBar->setChecked(true);
@@ -45,7 +48,11 @@ KytStudioApp::KytStudioApp()
     connect(qApp, &QCoreApplication::aboutToQuit, this, &KytStudioApp::keepCopy);
 }
 
-KytStudioApp::~KytStudioApp() = default;
+KytStudioApp::~KytStudioApp()
+{
+    // The view goes later, as a child, and may settle a drag then.
+    view->history = nullptr;
+}
 
 void KytStudioApp::initDoc()
 {

@@ -1,13 +1,18 @@
 #pragma once
 
 #include "app/StatusMessages.h"
+#include "history/KytHistory.h"
 #include "view/KytViewState.h"
 
 #include <QMainWindow>
 
+#include <memory>
+
+class KytAtom;
 class KytI3dView;
 class KytStudioDoc;
 class KytStudioView;
+class StateLabel;
 class QAction;
 class QActionGroup;
 class QMenu;
@@ -139,11 +144,33 @@ protected:
 private:
     void say(const QString& text, int milliseconds = 0);
     void clearDrawing();
+    void initHistory();
+    void initKeys();
+    void initStateLabel();
+    /// Before a command changes the drawing, and after it: what `action` has changed is a step of the history.
+    void beginStep();
+    void endStep(const QAction* action);
+    KytHistory::Title title() const;
+    void setTitle(const KytHistory::Title& title);
+    void undo();
+    void redo();
+    void zoomBy(int steps);
+    QPointF zoomAnchor() const;
+    /// Adds the file to the drawing, and shows what was read if nothing of it is in sight.
+    void readIntoView(const QString& fileName, bool locked);
+    /// Saves to `fileName` as the document's name or under another one, and remembers whether that failed.
+    void noteSave(bool succeeded, const QString& fileName);
+    void updateState();
     /// A name to save under, with the extension; the extension alone when the dialog is cancelled.
     QString askSaveName(const QString& extension);
-    void addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded);
+    void addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded, const QAction* action);
     void selectMode(KytViewState state);
     QToolBar* makeToolBar(const QString& name, const QString& title, Qt::ToolBarArea area);
 
     StatusMessages messages;
+    std::unique_ptr<KytHistory> history;
+    StateLabel* stateLabel = nullptr;
+    const KytAtom* atomUnderPointer = nullptr; // for its depth; only while it is there
+    int atomsUnderPointer = 0;
+    QString failedSave; // the file that the last save could not write
 };

@@ -335,11 +335,13 @@ void KytStudioApp::initToolBar()
     libraryToolBar->addActions({kyfBenzene, kyfHexane, kyfCubane, kyfProp, kyfWater, kyfMegaphon});
 }
 
-/// Every change of mode is only this: nothing is said, and a bond being drawn goes on.
+/// Every change of mode is only this: no message is shown, and a bond being drawn goes on.
 void KytStudioApp::selectMode(KytViewState state)
 {
-    if (view)
-        view->canvasState = state;
+    if (!view)
+        return;
+    view->canvasState = state;
+    updateState();
 }
 
 void KytStudioApp::slotSelectViewMode()

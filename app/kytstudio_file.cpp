@@ -2,7 +2,9 @@
 #include "app/kytstudio.h"
 #include "doc/SafetyCopies.h"
 #include "doc/kytstudiodoc.h"
+#include "view/kytstudioview.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QMessageBox>
 #include <QPainter>
@@ -40,24 +42,32 @@ void KytStudioApp::clearDrawing()
 void KytStudioApp::slotFileNew()
 {
     say(tr("Creating file"));
+    beginStep();
     clearDrawing();
+    endStep(fileNew);
 }
 
 void KytStudioApp::slotFileOpen()
 {
     say(tr("Opening file..."), progressTime);
+    beginStep();
+    const KytHistory::Title before = title();
     doc->docName = askOpenFileName(this,
                                    {.name = QStringLiteral("Open file dialog"),
                                     .caption = tr("Choose a File"),
                                     .directory = QStringLiteral("data/"),
                                     .filter = tr("KytBench (*.kyt)")});
     if (doc->docName.isEmpty()) {
+        history->record(fileOpen->iconText(), before);
+        emit view->drawingChanged();
         say(tr("Opening aborted"), resultTime);
         return;
     }
     clearDrawing();
-    doc->load(doc->docName, false);
+    readIntoView(doc->docName, false);
     setWindowTitle(captionFor(doc->docName));
+    history->record(fileOpen->iconText(), before);
+    emit view->drawingChanged();
     say(tr("Loaded document: ") + doc->docName, resultTime);
 }
 
@@ -79,7 +89,7 @@ void KytStudioApp::slotFileSave()
     if (doc->docName == tr("noname.kyt"))
         doc->docName = askSaveName(QStringLiteral(".kyt"));
     // What became of the save is not told here. That is meant; the document logs a failure.
-    doc->save();
+    noteSave(doc->save(), doc->docName);
     say(tr("Saving Done !"), resultTime);
 }
 
@@ -92,13 +102,14 @@ void KytStudioApp::slotFileSaveAs()
         say(tr("Saving aborted"), resultTime);
         return;
     }
-    doc->saveAs(name);
+    noteSave(doc->saveAs(name), name);
     say(tr("Saving Done !"), resultTime);
 }
 
 void KytStudioApp::slotFileClose()
 {
     say(tr("Closing file..."), progressTime);
+    beginStep();
     QMessageBox question(QMessageBox::Information, tr("Close !"),
                          tr("Closing the File..\nDo your want to save ur changes to File?"),
                          QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
@@ -110,10 +121,12 @@ void KytStudioApp::slotFileClose()
     case QMessageBox::Yes:
         slotFileSave();
         clearDrawing();
+        endStep(fileClose);
         say(tr("Done !"), resultTime);
         break;
     case QMessageBox::No:
         clearDrawing();
+        endStep(fileClose);
         say(tr("Done !"), resultTime);
         break;
     case QMessageBox::Cancel:

@@ -16,45 +16,48 @@ constexpr int insertTime = 15000; // milliseconds
 } // namespace
 
 /// Adds the library molecule in `fileName`, its atoms locked, and goes to view mode so that it can be dragged.
-void KytStudioApp::addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded)
+void KytStudioApp::addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded,
+                                  const QAction* action)
 {
     say(loading, loadingTime);
     if (view) {
+        beginStep();
         if (!doc->load(fileName, true))
             qCWarning(library).noquote() << fileName + QStringLiteral(": cannot be read");
         view->canvasState = KYTVS_view;
+        endStep(action);
     }
     say(loaded, loadedTime);
 }
 
 void KytStudioApp::slotAddWater()
 {
-    addFromLibrary(tr("Loading Water.."), QStringLiteral("lib/water.kyf"), tr("Water Loaded !"));
+    addFromLibrary(tr("Loading Water.."), QStringLiteral("lib/water.kyf"), tr("Water Loaded !"), kyfWater);
 }
 
 void KytStudioApp::slotAddProp()
 {
-    addFromLibrary(tr("Loading Prop.."), QStringLiteral("lib/prop.kyf"), tr("Prop Loaded !"));
+    addFromLibrary(tr("Loading Prop.."), QStringLiteral("lib/prop.kyf"), tr("Prop Loaded !"), kyfProp);
 }
 
 void KytStudioApp::slotAddMegaphon()
 {
-    addFromLibrary(tr("Loading Megaphon.."), QStringLiteral("lib/megaphon.kyf"), tr("Megaphon Loaded !"));
+    addFromLibrary(tr("Loading Megaphon.."), QStringLiteral("lib/megaphon.kyf"), tr("Megaphon Loaded !"), kyfMegaphon);
 }
 
 void KytStudioApp::slotAddHexane()
 {
-    addFromLibrary(tr("Loading Hexane.."), QStringLiteral("lib/hexane.kyf"), tr("Hexane Loaded !"));
+    addFromLibrary(tr("Loading Hexane.."), QStringLiteral("lib/hexane.kyf"), tr("Hexane Loaded !"), kyfHexane);
 }
 
 void KytStudioApp::slotAddCubane()
 {
-    addFromLibrary(tr("Loading Cubane.."), QStringLiteral("lib/cubane.kyf"), tr("Cubane Loaded !"));
+    addFromLibrary(tr("Loading Cubane.."), QStringLiteral("lib/cubane.kyf"), tr("Cubane Loaded !"), kyfCubane);
 }
 
 void KytStudioApp::slotAddBenzene()
 {
-    addFromLibrary(tr("Loading Benzene.."), QStringLiteral("lib/benzene.kyf"), tr("Benzene Loaded !"));
+    addFromLibrary(tr("Loading Benzene.."), QStringLiteral("lib/benzene.kyf"), tr("Benzene Loaded !"), kyfBenzene);
 }
 
 void KytStudioApp::slotInsertMolecule()
@@ -66,8 +69,10 @@ void KytStudioApp::slotInsertMolecule()
                                               .caption = tr("Choose a Molecule"),
                                               .directory = QStringLiteral("lib/"),
                                               .filter = tr("KytFragment (*.kyf)")});
+        beginStep();
         if (!name.isEmpty())
-            doc->load(name, true);
+            readIntoView(name, true);
+        endStep(insertMolecule);
     }
     say(tr("Ready."));
 }
@@ -81,8 +86,10 @@ void KytStudioApp::slotImportMolecule()
                                               .caption = tr("Choose a Molecule"),
                                               .directory = QStringLiteral("data/"),
                                               .filter = tr("KytBench (*.kyt)")});
+        beginStep();
         if (!name.isEmpty())
-            doc->load(name, false);
+            readIntoView(name, false);
+        endStep(importMolecule);
     }
     say(tr("Ready."));
 }

@@ -5,6 +5,7 @@
 #include <QGraphicsScene>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -165,6 +166,28 @@ QCanvasItemList QCanvas::collisions(const QPoint& p) const
     hit.removeIf([&](const QCanvasItem* item) { return !item->hits(centre); });
     std::reverse(hit.begin(), hit.end());
     return hit;
+}
+
+QCanvasItemList QCanvas::itemsWithin(const QPoint& p, int radius) const
+{
+    QCanvasItemList open = visibleItems(QRect(p, p).adjusted(-radius, -radius, radius, radius));
+    std::reverse(open.begin(), open.end());
+    std::vector<QPoint> steps;
+    for (int x = -radius; x <= radius; ++x)
+        for (int y = -radius; y <= radius; ++y)
+            if (x * x + y * y <= radius * radius)
+                steps.emplace_back(x, y);
+    const auto squared = [](const QPoint& step) { return QPoint::dotProduct(step, step); };
+    std::stable_sort(steps.begin(), steps.end(),
+                     [&](const QPoint& a, const QPoint& b) { return squared(a) < squared(b); });
+    QCanvasItemList found;
+    for (auto step = steps.begin(); step != steps.end() && !open.isEmpty(); ++step) {
+        const QPointF centre(p.x() + step->x() + 0.5, p.y() + step->y() + 0.5);
+        const auto hit = [&](const QCanvasItem* item) { return item->hits(centre); };
+        std::copy_if(open.begin(), open.end(), std::back_inserter(found), hit);
+        open.removeIf(hit);
+    }
+    return found;
 }
 
 QCanvasItemList QCanvas::visibleItems(const QRect& area) const

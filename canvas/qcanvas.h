@@ -88,6 +88,10 @@ public:
     /// later created first, which is the one painted on top.
     QCanvasItemList collisions(const QPoint& p) const;
 
+    /// The visible items whose hit area comes within `radius` pixels of the pixel `p`, the nearest first, and among
+    /// those that are equally near the topmost first.
+    QCanvasItemList itemsWithin(const QPoint& p, int radius) const;
+
     /// Paints the visible items that touch `area` (canvas pixels) as the views show them, without a background. The
     /// painter works in canvas pixels.
     void paint(QPainter& painter, const QRect& area) const;
@@ -373,6 +377,12 @@ public:
 
     QTransform inverseWorldMatrix() const;
 
+    /// How many screen pixels a canvas pixel is wide; 1 at first.
+    double zoom() const { return transform().m11(); }
+    /// Shows the canvas at `factor`, above 0. What is at `anchor`, in the viewport's pixels, stays there as far as the
+    /// scroll bars reach.
+    void setZoom(double factor, const QPointF& anchor);
+
     virtual void contentsMousePressEvent(QMouseEvent* event);
     virtual void contentsMouseMoveEvent(QMouseEvent* event);
     virtual void contentsMouseReleaseEvent(QMouseEvent* event);
@@ -385,6 +395,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void paintEvent(QPaintEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+    /// Where the pointer was last seen, in contents coordinates, if it is over the view.
+    std::optional<QPoint> contentsPointer() const;
 
 private:
     using ContentsHandler = void (QCanvasView::*)(QMouseEvent*);
@@ -395,4 +409,5 @@ private:
     void repaintChanged(const QRegion& region);
 
     QPointer<QCanvas> shown;
+    std::optional<QPoint> pointer; // in the viewport's pixels
 };

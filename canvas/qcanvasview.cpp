@@ -53,6 +53,29 @@ QTransform QCanvasView::inverseWorldMatrix() const
     return transform().inverted();
 }
 
+void QCanvasView::setZoom(double factor, const QPointF& anchor)
+{
+    const QPointF fixed = viewportTransform().inverted().map(anchor);
+    setTransform(QTransform::fromScale(factor, factor));
+    horizontalScrollBar()->setValue(qRound(fixed.x() * factor - anchor.x()));
+    verticalScrollBar()->setValue(qRound(fixed.y() * factor - anchor.y()));
+    viewport()->update();
+}
+
+std::optional<QPoint> QCanvasView::contentsPointer() const
+{
+    if (!pointer || !shown)
+        return std::nullopt;
+    return transform().map(mapToScene(*pointer)).toPoint();
+}
+
+bool QCanvasView::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::Leave)
+        pointer.reset();
+    return QGraphicsView::viewportEvent(event);
+}
+
 void QCanvasView::contentsMousePressEvent(QMouseEvent* event)
 {
     event->ignore();
@@ -94,7 +117,8 @@ void QCanvasView::deliver(QMouseEvent* event, QEvent::Type type, ContentsHandler
         event->ignore();
         return;
     }
-    const QPointF contents = transform().map(mapToScene(event->position().toPoint()));
+    pointer = event->position().toPoint();
+    const QPointF contents = transform().map(mapToScene(*pointer));
     QMouseEvent translated(type, contents, event->scenePosition(), event->globalPosition(), event->button(),
                            event->buttons(), event->modifiers(), event->pointingDevice());
     (this->*handler)(&translated);

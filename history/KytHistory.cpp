@@ -34,6 +34,12 @@ bool KytHistory::record(Step step)
     return true;
 }
 
+void KytHistory::revert()
+{
+    if (doc->canvas)
+        present.apply(present.update(*doc->canvas), *doc);
+}
+
 std::optional<QString> KytHistory::undo()
 {
     return move(done, undone);

@@ -33,6 +33,9 @@ public:
     /// The same for a step that also changed the title, which was `before`.
     bool record(const QString& name, const Title& before);
 
+    /// Takes back what has changed since the last call of record, as if it had never been.
+    void revert();
+
     /// Goes back over the last step, or forward again; returns its name, or nothing where there is none. What has
     /// changed since the last call of record must have been recorded.
     std::optional<QString> undo();

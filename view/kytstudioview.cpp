@@ -12,6 +12,20 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double hitReach = 3; // pixels on the screen, where items are shown smaller than they are
+
+bool isAtom(const QCanvasItem* item)
+{
+    return item->rtti() == QCanvasItem::Rtti_Ellipse;
+}
+
+} // namespace
+
 QCanvasLine* const tempBond = new QCanvasLine(nullptr);
 double _x = 0; // NOLINT(bugprone-reserved-identifier)
 
@@ -45,6 +59,8 @@ void KytStudioView::forget(QCanvasItem* item)
         hover = nullptr;
     if (moving == item)
         moving = nullptr;
+    if (atomUnderPointer == item)
+        noteAtomsUnderPointer({});
     if (lastAtom == item) {
         lastAtom = nullptr;
         endGesture();
@@ -62,21 +78,44 @@ QPoint KytStudioView::canvasPoint(const QMouseEvent* event) const
     return inverseWorldMatrix().map(event->pos());
 }
 
-/// The items of the drawing at `p`, topmost first. The rubber band is not one of them.
+/// The items of the drawing at `p`, topmost first. The rubber band is not one of them. Where the view makes items
+/// smaller and none is at `p`, those nearby, atoms before the others.
 QCanvasItemList KytStudioView::itemsAt(const QPoint& p) const
 {
     QCanvasItemList items = canvas()->collisions(p);
     items.removeOne(tempBond);
+    if (!items.isEmpty() || reach() == 0)
+        return items;
+    items = canvas()->itemsWithin(p, reach());
+    items.removeOne(tempBond);
+    std::stable_partition(items.begin(), items.end(), isAtom);
     return items;
+}
+
+/// The atoms at `p` but for `except`, topmost first. Where the view makes items smaller and none is at `p`, those
+/// nearby.
+QList<KytAtom*> KytStudioView::atomsAt(const QPoint& p, const KytAtom* except) const
+{
+    const auto atomsAmong = [except](const QCanvasItemList& items) {
+        QList<KytAtom*> atoms;
+        for (QCanvasItem* item : items)
+            if (isAtom(item) && item != except)
+                atoms.append(static_cast<KytAtom*>(item));
+        return atoms;
+    };
+    const QList<KytAtom*> atoms = atomsAmong(canvas()->collisions(p));
+    return atoms.isEmpty() && reach() > 0 ? atomsAmong(canvas()->itemsWithin(p, reach())) : atoms;
 }
 
 KytAtom* KytStudioView::atomAt(const QPoint& p) const
 {
-    const QCanvasItemList items = itemsAt(p);
-    for (QCanvasItem* item : items)
-        if (item->rtti() == QCanvasItem::Rtti_Ellipse)
-            return static_cast<KytAtom*>(item);
-    return nullptr;
+    return atomsAt(p).value(0);
+}
+
+/// How far from the pointer an item may be hit, in canvas pixels, beyond its own hit area.
+int KytStudioView::reach() const
+{
+    return zoom() < 1 ? static_cast<int>(std::lround(hitReach / zoom())) : 0;
 }
 
 KytAtom* KytStudioView::newAtom(double x, double y, float depth)

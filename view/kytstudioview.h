@@ -5,8 +5,11 @@
 
 #include <QPoint>
 
+#include <optional>
+
 class KytAtom;
 class KytBond;
+class KytHistory;
 class KytStudioDoc;
 
 /// The preview of the bond being drawn: one line, made at program start, on the canvas of the view made last. Nobody
@@ -46,11 +49,37 @@ public:
     /// The second click of a chain: draws the whole zigzag chain from lastAtom.
     void drawZigZag(QMouseEvent* event);
 
+    /// Makes a step of what the gesture under way has done so far, before something else begins. A bond or a chain goes
+    /// on; a drag ends.
+    void settleGesture();
+    /// Ends a drag, if there is one, where it has come to.
+    void settleDrag();
+    /// Ends the gesture under way and takes back what it has done since its last step. Returns the gesture's name, or a
+    /// null text when there is none.
+    QString cancelGesture();
+    /// Records what has changed in the drawing as a step of the history, if there is one.
+    void recordStep(const QString& name);
+
+    /// Go one step back or forward; they return its name, or a null text when there is none. A gesture under way is
+    /// cancelled: undo takes back no more than that.
+    QString undo();
+    QString redo();
+
+    /// Zooms by so many levels, in or out, between 25 % and 800 %; what is at `anchor` (pixels of the viewport) stays.
+    void zoomBy(int steps, const QPointF& anchor);
+    /// Zooms to `factor`, kept between 25 % and 800 %.
+    void zoomTo(double factor, const QPointF& anchor);
+    /// Shows the whole drawing, as far as it lies on the paper, at 100 % or smaller; nothing without an atom.
+    void zoomToDrawing();
+    /// Scrolls until the middle of `area` (canvas pixels) is in the middle of the view, as far as the paper goes.
+    void showInView(const QRectF& area);
+
     void contentsMousePressEvent(QMouseEvent* event) override;
     void contentsMouseMoveEvent(QMouseEvent* event) override;
     void contentsMouseReleaseEvent(QMouseEvent* event) override;
 
     KytStudioDoc* doc;
+    KytHistory* history = nullptr; ///< where steps are recorded; not owned, may be null
     KytViewState canvasState = KYTVS_view;
     float fixedAngleValue = 0.17453292F; ///< step of fixed-angle drawing, radians
     float fixedLengthValue = 30.0F;      ///< bond length of fixed-length drawing and of chains, canvas pixels
@@ -68,11 +97,22 @@ public:
 public slots:
     void slotDocumentChanged();
 
+protected:
+    bool event(QEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void wheelEvent(QWheelEvent* event) override;
+
 signals:
     /// Length and angle of the bond being drawn, as UTF-8; valid during the call.
     void displayBondDetail(char* text);
     /// The number of atoms of the chain being drawn; 0 once it is placed.
     void zigzagAtomValue(int count);
+    /// The drawing has changed by a step, or by one that was undone or redone.
+    void drawingChanged();
+    void zoomChanged();
+    /// The pointer has come to other atoms: the topmost one under it, or null, and how many there are. Also when the
+    /// atom is going: then with null.
+    void pointerOver(const KytAtom* atom, int atoms);
 
 private slots:
     void forget(QCanvasItem* item);
@@ -80,13 +120,20 @@ private slots:
 private:
     QPoint canvasPoint(const QMouseEvent* event) const;
     QCanvasItemList itemsAt(const QPoint& p) const;
+    QList<KytAtom*> atomsAt(const QPoint& p, const KytAtom* except = nullptr) const;
     KytAtom* atomAt(const QPoint& p) const;
+    int reach() const;
     KytAtom* newAtom(double x, double y, float depth);
     void endGesture();
 
+    bool isDrawing() const { return isLastAtom == 1; }
+    QString gestureName() const;
+    QString moveInHistory(std::optional<QString> (KytHistory::*move)());
+    void followPointer();
+
     void openProperties(const QPoint& p);
     void deleteTopmost(const QPoint& p);
-    void startDrawing(const QPoint& p, const QMouseEvent* event);
+    void startDrawing(const QPoint& p);
     void grabItem(const QPoint& p);
     void grabPivot(const QPoint& p);
 
@@ -101,4 +148,11 @@ private:
     KytAtom* targetAt(const QPoint& p);
     void bondTo(KytAtom* target);
     KytAtom* chainAtom(double x, double y, KytAtom* previous);
+
+    void noteAtomsUnderPointer(const QCanvasItemList& items);
+
+    const KytAtom* atomUnderPointer = nullptr; // as last told by pointerOver
+    int atomsUnderPointer = 0;
+    double wheelTurn = 0;                             // of the wheel with Control, that is not a whole notch yet
+    KytViewState drawingState = KYTVS_drawSimpleBond; // the mode of the first click
 };

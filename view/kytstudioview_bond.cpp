@@ -77,11 +77,7 @@ void KytStudioView::drawBond(QMouseEvent* event)
 KytAtom* KytStudioView::targetAt(const QPoint& p)
 {
     const float plane = getZplane();
-    const QCanvasItemList items = itemsAt(p);
-    for (QCanvasItem* item : items) {
-        if (item->rtti() != QCanvasItem::Rtti_Ellipse)
-            continue;
-        auto* atom = static_cast<KytAtom*>(item);
+    for (KytAtom* atom : atomsAt(p)) {
         if (atom == lastAtom)
             flag = true;
         else if (atom->getAtomZ() == plane)

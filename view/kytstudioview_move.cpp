@@ -7,6 +7,8 @@
 
 #include <QMouseEvent>
 
+#include <algorithm>
+
 namespace {
 
 constexpr double pixelsPerRadian = 10.0; // of horizontal pointer movement while rotating
@@ -42,10 +44,24 @@ void KytStudioView::contentsMouseMoveEvent(QMouseEvent* event)
 void KytStudioView::refreshHover(const QPoint& p)
 {
     const QCanvasItemList items = itemsAt(p);
+    noteAtomsUnderPointer(items);
     if (!items.isEmpty() && items.first() == hover)
         return;
     stopHover();
     startHover(p);
+}
+
+void KytStudioView::noteAtomsUnderPointer(const QCanvasItemList& items)
+{
+    const auto isAtom = [](const QCanvasItem* item) { return item->rtti() == QCanvasItem::Rtti_Ellipse; };
+    const auto first = std::find_if(items.begin(), items.end(), isAtom);
+    const auto* atom = first == items.end() ? nullptr : static_cast<const KytAtom*>(*first);
+    const auto atoms = static_cast<int>(std::count_if(items.begin(), items.end(), isAtom));
+    if (atom == atomUnderPointer && atoms == atomsUnderPointer)
+        return;
+    atomUnderPointer = atom;
+    atomsUnderPointer = atoms;
+    emit pointerOver(atom, atoms);
 }
 
 void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
@@ -69,9 +85,13 @@ void KytStudioView::rotateTo(const QPoint& p)
 
 void KytStudioView::contentsMouseReleaseEvent(QMouseEvent* event)
 {
+    const bool moved = moving != nullptr;
+    const QString name = gestureName();
     if (canvas() && canvasState == KYTVS_view && moving && moving->rtti() == QCanvasItem::Rtti_Ellipse)
         dropAt(canvasPoint(event));
     moving = nullptr;
+    if (moved)
+        recordStep(name);
 }
 
 /// Merges the dragged atom into the one below it, if there is one.
@@ -79,12 +99,7 @@ void KytStudioView::dropAt(const QPoint& p)
 {
     stopHover();
     auto* dropped = static_cast<KytAtom*>(moving);
-    const QCanvasItemList items = itemsAt(p);
-    for (QCanvasItem* item : items) {
-        if (item->rtti() != QCanvasItem::Rtti_Ellipse || item == dropped)
-            continue;
-        if (static_cast<KytAtom*>(item)->combine(dropped))
-            delete dropped;
-        return;
-    }
+    KytAtom* target = atomsAt(p, dropped).value(0);
+    if (target && target->combine(dropped))
+        delete dropped;
 }

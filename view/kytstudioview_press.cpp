@@ -2,9 +2,11 @@
 #include "app/KytBondProperties.h"
 #include "bonds/KytStereoBond.h"
 #include "model/KytAtom.h"
+#include "view/StepNames.h"
 #include "view/kytstudioview.h"
 
 #include <QMouseEvent>
+#include <QPointer>
 
 void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
 {
@@ -12,6 +14,7 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
         return;
     const QPoint p = canvasPoint(event);
     if (event->button() == Qt::RightButton) {
+        settleGesture();
         moving = nullptr;
         openProperties(p);
         return;
@@ -19,15 +22,20 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
 
-    if (canvasState == KYTVS_deleteItem)
+    if (!draws(canvasState))
+        settleGesture();
+    if (canvasState == KYTVS_deleteItem) {
         deleteTopmost(p);
-    else if (draws(canvasState) && isLastAtom != 1)
-        startDrawing(p, event);
-    else if (drawsBond(canvasState))
+        recordStep(stepName(canvasState));
+    } else if (draws(canvasState) && !isDrawing()) {
+        startDrawing(p);
+    } else if (drawsBond(canvasState)) {
         drawBond(event);
-    else if (canvasState == KYTVS_zigzag) {
+        recordStep(stepName(canvasState));
+    } else if (canvasState == KYTVS_zigzag) {
         drawZigZag(event);
         emit zigzagAtomValue(0);
+        recordStep(stepName(canvasState));
     } else if (canvasState == KYTVS_view)
         grabItem(p);
     else if (canvasState == KYTVS_rotate)
@@ -39,6 +47,11 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
 void KytStudioView::openProperties(const QPoint& p)
 {
     QCanvasItemList items = itemsAt(p);
+    const QPointer<KytStudioView> self(this);
+    const auto record = [&self](const QString& name) {
+        if (self)
+            self->recordStep(name);
+    };
     const QObject watch;
     connect(canvas(), &QCanvas::itemGone, &watch, [&items](QCanvasItem* item) { items.removeAll(item); });
     while (!items.isEmpty()) {
@@ -47,10 +60,12 @@ void KytStudioView::openProperties(const QPoint& p)
             KytAtomProperties dialog;
             dialog.setAtom(static_cast<KytAtom*>(item));
             dialog.exec();
+            record(dialog.windowTitle());
         } else if (item->rtti() == QCanvasItem::Rtti_Polygon) {
             KytBondProperties dialog;
             dialog.setBond(static_cast<KytStereoBond*>(item));
             dialog.exec();
+            record(dialog.windowTitle());
         }
     }
 }
@@ -69,16 +84,17 @@ void KytStudioView::deleteTopmost(const QPoint& p)
 }
 
 /// The first click: the atom at `p`, or a new one, becomes the start atom.
-void KytStudioView::startDrawing(const QPoint& p, const QMouseEvent* event)
+void KytStudioView::startDrawing(const QPoint& p)
 {
     isLastAtom = 1;
+    drawingState = canvasState;
     newx = static_cast<float>(p.x());
     newy = static_cast<float>(p.y());
     tempBond->setPoints(0, 0, 0, 0);
     tempBond->show();
     lastAtom = atomAt(p);
     if (!lastAtom)
-        lastAtom = newAtom(event->pos().x(), event->pos().y(), 0.0F);
+        lastAtom = newAtom(p.x(), p.y(), 0.0F);
 }
 
 void KytStudioView::grabItem(const QPoint& p)

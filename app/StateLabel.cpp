@@ -1,0 +1,59 @@
+#include "app/StateLabel.h"
+
+#include <QEvent>
+#include <QSizeGrip>
+#include <QStatusBar>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int apart = 16; // pixels between a message and the text
+constexpr int least = 40; // pixels; less says nothing
+
+} // namespace
+
+StateLabel::StateLabel(QStatusBar* bar)
+    : QLabel(bar)
+    , bar(bar)
+{
+    setForegroundRole(QPalette::PlaceholderText);
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setTextFormat(Qt::PlainText);
+    setMargin(0);
+    // As high as the bar is without it, so that the paper keeps its size.
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+    setFixedWidth(0);
+    bar->addPermanentWidget(this);
+    bar->installEventFilter(this);
+    connect(bar, &QStatusBar::messageChanged, this, &StateLabel::fit);
+}
+
+void StateLabel::showText(const QString& text)
+{
+    if (text == whole)
+        return;
+    whole = text;
+    fit();
+}
+
+bool StateLabel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize)
+        fit();
+    return QLabel::eventFilter(watched, event);
+}
+
+void StateLabel::fit()
+{
+    const QString message = bar->currentMessage();
+    const auto* grip = bar->findChild<QSizeGrip*>();
+    const int taken = (message.isEmpty() ? 0 : bar->fontMetrics().horizontalAdvance(message) + apart)
+        + (grip && bar->isSizeGripEnabled() ? grip->sizeHint().width() : 0) + apart;
+    const int wanted = fontMetrics().horizontalAdvance(whole) + 1;
+    const int width = std::min(wanted, bar->width() - taken);
+    const bool fits = width >= std::min(wanted, least);
+    setFixedWidth(fits ? width : 0);
+    setText(fits ? fontMetrics().elidedText(whole, Qt::ElideRight, width) : QString());
+    setToolTip(text() == whole ? QString() : whole);
+}

@@ -1,0 +1,54 @@
+#include "app/kytstudio.h"
+#include "view/kytstudioview.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QShortcut>
+
+#include <functional>
+#include <initializer_list>
+
+// Keys beside those of the actions: undo and redo, zoom, the end of a gesture, and a digit for each mode and switch,
+// whose own keys are shared with others.
+
+void KytStudioApp::initKeys()
+{
+    const auto bind = [this](std::initializer_list<const char*> keys, const std::function<void()>& act) {
+        for (const char* key : keys)
+            connect(new QShortcut(QKeySequence(QString::fromLatin1(key)), this), &QShortcut::activated, this, act);
+    };
+    bind({"Ctrl+Z"}, [this] { undo(); });
+    bind({"Ctrl+Shift+Z", "Ctrl+Y"}, [this] { redo(); });
+    bind({"Ctrl++", "Ctrl+="}, [this] { zoomBy(1); });
+    bind({"Ctrl+-"}, [this] { zoomBy(-1); });
+    bind({"Ctrl+0"}, [this] { view->zoomTo(1, zoomAnchor()); });
+    bind({"Ctrl+9"}, [this] { view->zoomToDrawing(); });
+    bind({"Escape"}, [this] { view->cancelGesture(); });
+
+    // In the order of the toolbar.
+    QAction* const owners[] = {viewMode,       rotateMode,      drawBond,   drawDashedBond, drawStereoUp,
+                               drawStereoDown, zigzagStructure, deleteItem, fixedLength,    fixedAngle};
+    for (int i = 0; i < 10; ++i) {
+        const QKeySequence digit(QString::number((i + 1) % 10));
+        auto* shortcut = new QShortcut(digit, this);
+        shortcut->setAutoRepeat(false); // a held key would switch to and fro
+        connect(shortcut, &QShortcut::activated, owners[i], &QAction::trigger);
+        const QString told = owners[i]->shortcut().toString(QKeySequence::NativeText);
+        owners[i]->setToolTip(QStringLiteral("%1 (%2, %3)").arg(owners[i]->iconText(), told, digit.toString()));
+    }
+    // An open menu takes the release of a drag away.
+    for (QMenu* menu : {pFileMenu, pViewMenu, pInsertMenu, pHelpMenu})
+        connect(menu, &QMenu::aboutToShow, view, &KytStudioView::settleDrag);
+}
+
+QPointF KytStudioApp::zoomAnchor() const
+{
+    const QPoint pointer = view->viewport()->mapFromGlobal(QCursor::pos());
+    const QRect area = view->viewport()->rect();
+    return view->viewport()->underMouse() && area.contains(pointer) ? pointer : area.center();
+}
+
+void KytStudioApp::zoomBy(int steps)
+{
+    view->zoomBy(steps, zoomAnchor());
+}

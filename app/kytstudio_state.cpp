@@ -1,0 +1,60 @@
+#include "app/StateLabel.h"
+#include "app/kytstudio.h"
+#include "doc/kytstudiodoc.h"
+#include "model/DrawnMolecules.h"
+#include "model/KytAtom.h"
+#include "view/StepNames.h"
+#include "view/kytstudioview.h"
+
+#include <QFileInfo>
+#include <QStatusBar>
+
+#include <algorithm>
+
+// The label at the right end of the status bar: where one is.
+
+namespace {
+
+bool isOutside(const KytAtom* atom)
+{
+    return !(atom->x() >= 0 && atom->x() <= canvasSize && atom->y() >= 0 && atom->y() <= canvasSize);
+}
+
+} // namespace
+
+void KytStudioApp::initStateLabel()
+{
+    stateLabel = new StateLabel(statusBar());
+    stateLabel->setAccessibleName(tr("State of the drawing"));
+    connect(view, &KytStudioView::drawingChanged, this, &KytStudioApp::updateState);
+    connect(view, &KytStudioView::pointerOver, this, [this](const KytAtom* atom, int atoms) {
+        atomUnderPointer = atom;
+        atomsUnderPointer = atoms;
+        updateState();
+    });
+    updateState();
+}
+
+void KytStudioApp::noteSave(bool succeeded, const QString& fileName)
+{
+    failedSave = succeeded ? QString() : fileName;
+    updateState();
+}
+
+void KytStudioApp::updateState()
+{
+    if (!stateLabel || !doc->canvas)
+        return;
+    QStringList parts;
+    if (!failedSave.isNull())
+        parts << tr("NOT SAVED: %1").arg(QFileInfo(failedSave).fileName());
+    if (atomUnderPointer)
+        parts << tr("depth %1").arg(double{atomUnderPointer->getAtomZ()}, 0, 'f', 2);
+    if (atomsUnderPointer > 1)
+        parts << tr("%1 atoms on top of each other").arg(atomsUnderPointer);
+    const QList<KytAtom*> atoms = drawnAtoms(*doc->canvas);
+    if (const auto outside = std::count_if(atoms.begin(), atoms.end(), isOutside))
+        parts << tr("%n atom(s) outside the paper", nullptr, static_cast<int>(outside));
+    parts << modeName(view->canvasState) << QFileInfo(doc->docName).fileName();
+    stateLabel->showText(parts.join(QStringLiteral(" \u00b7 ")));
+}
