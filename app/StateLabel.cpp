@@ -54,6 +54,6 @@ void StateLabel::fit()
     const int width = std::min(wanted, bar->width() - taken);
     const bool fits = width >= std::min(wanted, least);
     setFixedWidth(fits ? width : 0);
-    setText(fits ? fontMetrics().elidedText(whole, Qt::ElideRight, width) : QString());
+    setText(fits ? fontMetrics().elidedText(whole, Qt::ElideLeft, width) : QString());
     setToolTip(text() == whole ? QString() : whole);
 }

@@ -13,7 +13,7 @@ public:
     /// Puts itself into `bar`, which owns it.
     explicit StateLabel(QStatusBar* bar);
 
-    /// Shows `text`, cut off at its end where there is no room.
+    /// Shows `text`, cut off at its start where there is no room.
     void showText(const QString& text);
     QString wholeText() const { return whole; }
 

@@ -45,9 +45,7 @@ void KytStudioApp::updateState()
 {
     if (!stateLabel || !doc->canvas)
         return;
-    QStringList parts;
-    if (!failedSave.isNull())
-        parts << tr("NOT SAVED: %1").arg(QFileInfo(failedSave).fileName());
+    QStringList parts{QFileInfo(doc->docName).fileName(), modeName(view->canvasState)};
     if (atomUnderPointer)
         parts << tr("depth %1").arg(double{atomUnderPointer->getAtomZ()}, 0, 'f', 2);
     if (atomsUnderPointer > 1)
@@ -55,6 +53,8 @@ void KytStudioApp::updateState()
     const QList<KytAtom*> atoms = drawnAtoms(*doc->canvas);
     if (const auto outside = std::count_if(atoms.begin(), atoms.end(), isOutside))
         parts << tr("%n atom(s) outside the paper", nullptr, static_cast<int>(outside));
-    parts << modeName(view->canvasState) << QFileInfo(doc->docName).fileName();
+    if (!failedSave.isNull())
+        parts << tr("NOT SAVED: %1").arg(QFileInfo(failedSave).fileName());
+    parts.removeAll(QString());
     stateLabel->showText(parts.join(QStringLiteral(" \u00b7 ")));
 }
