@@ -28,6 +28,7 @@ bool KytHistory::record(Step step)
     step.change = present.update(*doc->canvas);
     if (step.change.isEmpty() && !step.title)
         return false;
+    ++recorded;
     undone.clear();
     done.push_back(std::move(step));
     forgetOldSteps();

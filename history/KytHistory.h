@@ -44,6 +44,8 @@ public:
     /// How many steps can be undone, and redone.
     qsizetype undoCount() const { return static_cast<qsizetype>(done.size()); }
     qsizetype redoCount() const { return static_cast<qsizetype>(undone.size()); }
+    /// How many steps have been recorded in all.
+    qint64 recordCount() const { return recorded; }
 
     /// The memory of all steps and of the present state, in bytes. It stays below mostMemory by forgetting the oldest
     /// steps; the last one is always kept.
@@ -66,6 +68,7 @@ private:
 
     KytStudioDoc* doc;
     DrawingState present;
+    qint64 recorded = 0;
     std::deque<Step> done;
     std::deque<Step> undone;
 };

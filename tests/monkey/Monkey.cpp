@@ -163,6 +163,7 @@ Monkey::Monkey(const Steps& steps, const PlantedFaults& planted, std::function<v
     , progress(std::move(progress))
     , window(std::make_unique<TestWindow>())
     , rules(std::make_unique<EditorRules>((*window)->view))
+    , historyRules(std::make_unique<HistoryRules>((*window).get()))
     , answers(std::make_unique<Answers>(folder, statistics))
 {
     qApp->installEventFilter(this);
@@ -173,6 +174,7 @@ Monkey::~Monkey()
 {
     (*window)->statusBar()->disconnect(this);
     answers.reset();
+    historyRules.reset();
     rules.reset();
     window.reset();
 }
@@ -309,6 +311,15 @@ bool Monkey::perform(const Step& step)
     case StepKind::Viewer:
         openViewer(n[0]);
         return true;
+    case StepKind::History:
+        goThroughHistory(n[0]);
+        break;
+    case StepKind::Zoom:
+        zoom(n[0]);
+        break;
+    case StepKind::Cancel:
+        (*window)->view->cancelGesture();
+        break;
     }
     return false;
 }
@@ -326,9 +337,12 @@ void Monkey::check()
     // A popup that is left open would be in the way of nothing but the windows to come.
     if (QWidget* popup = QApplication::activePopupWidget())
         popup->close();
-    found = answers->fault();
+    if (found.isEmpty())
+        found = answers->fault();
     if (found.isEmpty())
         found = rules->firstFault();
+    if (found.isEmpty())
+        found = historyRules->firstFault();
     if (found.isEmpty())
         found = plantedFault();
 }
@@ -557,6 +571,28 @@ void Monkey::scroll(int horizontal, int vertical)
     QScrollBar* down = (*window)->view->verticalScrollBar();
     across->setValue(across->maximum() * horizontal / 1000);
     down->setValue(down->maximum() * vertical / 1000);
+}
+
+void Monkey::goThroughHistory(int how)
+{
+    if (how == 0)
+        (*window)->view->undo();
+    else if (how == 1)
+        (*window)->view->redo();
+    else
+        found = historyRules->thereAndBack();
+    statistics[QStringLiteral("outcome step undone or redone, drawing compared")] = historyRules->compared();
+}
+
+void Monkey::zoom(int how)
+{
+    KytStudioView* view = (*window)->view;
+    if (how == 9)
+        view->zoomToDrawing();
+    else if (how == 0)
+        view->zoomTo(1, QPointF(0, 0));
+    else
+        view->zoomBy(how, QPointF(100, 100));
 }
 
 void Monkey::changeFocus(bool in)

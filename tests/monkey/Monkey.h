@@ -2,6 +2,7 @@
 
 #include "tests/monkey/Answers.h"
 #include "tests/monkey/EditorRules.h"
+#include "tests/monkey/HistoryRules.h"
 #include "tests/monkey/MonkeyFolder.h"
 #include "tests/monkey/Step.h"
 
@@ -61,6 +62,8 @@ private:
     void pressKey(const Step& step);
     void setFixedValues(int angle, int length);
     void scroll(int horizontal, int vertical);
+    void goThroughHistory(int how);
+    void zoom(int how);
     void changeFocus(bool in);
     void changeWindowState(int what);
     void selectMode(int mode, bool byButton);
@@ -71,6 +74,7 @@ private:
     MonkeyFolder folder;
     std::unique_ptr<TestWindow> window;
     std::unique_ptr<EditorRules> rules;
+    std::unique_ptr<HistoryRules> historyRules;
     std::unique_ptr<Answers> answers;
     NoThirdDimension noThirdDimension;
     Qt::MouseButtons held;

@@ -12,7 +12,8 @@ const std::array<QString, stepKinds> names = {
     QStringLiteral("mode"),     QStringLiteral("action"),      QStringLiteral("toolbutton"), QStringLiteral("menubar"),
     QStringLiteral("shortcut"), QStringLiteral("fixedvalues"), QStringLiteral("scroll"),     QStringLiteral("resize"),
     QStringLiteral("focus"),    QStringLiteral("windowstate"), QStringLiteral("repaint"),    QStringLiteral("settle"),
-    QStringLiteral("tidy"),     QStringLiteral("viewer"),
+    QStringLiteral("tidy"),     QStringLiteral("viewer"),      QStringLiteral("history"),    QStringLiteral("zoom"),
+    QStringLiteral("cancel"),
 };
 
 std::optional<Step> stepFromLine(const QString& line)

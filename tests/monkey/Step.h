@@ -30,9 +30,12 @@ enum class StepKind {
     Settle,      ///< the event loop works off what has piled up
     Tidy,        ///< clears the drawing if it has more atoms than the first number says
     Viewer,      ///< the 3D window is opened and closed; salt of the keys pressed in it
+    History,     ///< 0 one step undone, 1 one redone, 2 all undone and redone again
+    Zoom,        ///< so many levels in or out, or 100 % for 0, or the whole drawing for 9
+    Cancel,      ///< Escape
 };
 
-constexpr int stepKinds = static_cast<int>(StepKind::Viewer) + 1;
+constexpr int stepKinds = static_cast<int>(StepKind::Cancel) + 1;
 
 /// Where on the canvas a step acts. Coordinates are pixels of the viewport.
 enum class PlaceKind {

@@ -50,7 +50,7 @@ private:
             {30, &Generator::drawBond},   {8, &Generator::drawChain},    {22, &Generator::dragItem},
             {9, &Generator::rotate},      {13, &Generator::deleteItems}, {7, &Generator::askProperties},
             {3, &Generator::addMolecule}, {6, &Generator::fileCommand},  {3, &Generator::setFixedDrawing},
-            {6, &Generator::makeNoise},   {7, &Generator::interrupt},
+            {6, &Generator::makeNoise},   {7, &Generator::interrupt},    {6, &Generator::goBack},
         };
         int all = 0;
         for (const Choice& choice : choices)
@@ -162,6 +162,20 @@ private:
         at(StepKind::Release, anyPlace(), LeftInput | keys(20));
     }
 
+    /// Some steps back, and some of them forward again; or all the way there and back.
+    void goBack()
+    {
+        if (chance.percent(20)) {
+            add(StepKind::History, {2});
+            return;
+        }
+        const int back = chance.oneOf({1, 1, 2, 5, 20});
+        for (int i = 0; i < back; ++i)
+            add(StepKind::History, {0});
+        for (int i = chance.below(back + 2); i > 0; --i)
+            add(StepKind::History, {1});
+    }
+
     void askProperties()
     {
         Step target = place(chance.percent(50) ? PlaceKind::Atom : PlaceKind::Wedge);
@@ -183,7 +197,7 @@ private:
 
     void makeNoise()
     {
-        switch (chance.below(18)) {
+        switch (chance.below(20)) {
         case 0:
             at(StepKind::Press, anyPlace(), anyInput());
             break;
@@ -240,6 +254,12 @@ private:
                 add(StepKind::WindowState, {chance.below(3)});
             else
                 add(StepKind::Repaint);
+            break;
+        case 17:
+            add(StepKind::Zoom, {chance.oneOf({-3, -1, 0, 0, 0, 0, 1, 2, 9})});
+            break;
+        case 18:
+            add(StepKind::Cancel);
             break;
         default:
             if (chance.percent(3))
