@@ -1,8 +1,8 @@
-// Measures how fast the editor is and what memory it takes, and prints the figures as a table in Markdown.
+// Measures the speed and the memory use of the editor and prints the results as a Markdown table.
 //
-// Each drawing is measured in a process of its own, so that its peak memory is its own: without arguments the program
-// runs itself once for each number of atoms; with a number of atoms it measures that drawing and prints bare figures.
-// Dragging and turning go through the X server: the pointer really moves, and a step ends when the canvas is painted.
+// Each drawing size is measured in a separate process, so that its peak memory is known: without arguments, the program
+// runs itself once for each number of atoms; with a number of atoms, it measures that drawing and prints plain results.
+// Dragging and rotating use the X server: the pointer is moved, and a step ends when the canvas has been painted.
 
 #include "app/kytstudio.h"
 #include "bench/Measuring.h"
@@ -36,51 +36,52 @@
 namespace {
 
 constexpr int rounds = 5;
-constexpr int steps = 20;         // of the mouse, for each figure of dragging and turning
-constexpr int idleSeconds = 60;   // for which the resting editor is watched
+constexpr int steps = 20;         // mouse moves per measurement of dragging or rotating
+constexpr int idleSeconds = 60;   // duration of the measurement of the idle editor
 const QSize windowSize(450, 400); // pixels
 const int sizes[] = {100, 900, 1000, 20000, 100000};
 
 using Figures = std::map<std::string, double>;
 
-/// One row of the table: a figure, or the growth of one from 20 000 to 100 000 atoms.
+/// One row of the table.
 struct Row {
     const char* label;
     const char* name;
-    int atoms; // 0 for what does not depend on a drawing
+    int atoms; // 0 if independent of a drawing
     const char* unit;
     double target;
 };
 
 const Row rows[] = {
-    {"start to the main window on the screen, against an empty window with a graphics view", "start", 0, "times", 1.6},
+    {"start until the main window is painted, compared with a window with an empty graphics view", "start", 0, "times",
+     1.6},
     {"memory of the idle, empty editor", "idle memory", 0, "MiB", 60},
-    {"processor time of the idle editor over 60 s", "idle time", 0, "s", 0.05},
-    {"open 900 atoms, from the command to the repainted canvas", "open", 900, "ms", 30},
-    {"open 20 000 atoms, likewise", "open", 20000, "ms", 500},
+    {"processor time of the idle editor in 60 s", "idle time", 0, "s", 0.05},
+    {"open 900 atoms, until the canvas is painted", "open", 900, "ms", 30},
+    {"open 20 000 atoms, until the canvas is painted", "open", 20000, "ms", 500},
     {"save 20 000 atoms", "save", 20000, "ms", 100},
-    {"New on 20 000 atoms in one molecule", "new", 20000, "ms", 150},
+    {"New with 20 000 atoms in one molecule", "new", 20000, "ms", 150},
     {"handle one mouse move over 20 000 atoms, without painting", "hover", 20000, "ms", 0.1},
-    {"drag one atom of 20 000, one step with repaint", "drag atom", 20000, "ms", 4},
-    {"drag a molecule of 1 000 atoms, one step with repaint", "drag molecule", 1000, "ms", 16},
-    {"turn a molecule of 1 000 atoms, one step with repaint", "turn molecule", 1000, "ms", 16},
+    {"drag one atom of 20 000, one step including the repaint", "drag atom", 20000, "ms", 4},
+    {"drag a molecule of 1 000 atoms, one step including the repaint", "drag molecule", 1000, "ms", 16},
+    {"rotate a molecule of 1 000 atoms, one step including the repaint", "rotate molecule", 1000, "ms", 16},
     {"delete one atom in the middle of a molecule of 20 000", "delete", 20000, "ms", 30},
-    {"peak memory with 20 000 atoms open, for each atom", "memory", 20000, "KiB", 7},
-    {"3D: from the command to the first frame, 1 000 atoms", "first frame", 1000, "ms", 500},
+    {"peak memory per atom, with 20 000 atoms open", "memory", 20000, "KiB", 7},
+    {"open the 3D window with 1 000 atoms, until the first frame", "first frame", 1000, "ms", 500},
 };
 
-const char* const growing[] = {"open",          "save",          "new",    "hover",      "drag atom",
-                               "drag molecule", "turn molecule", "delete", "first frame"};
-constexpr double mostGrowth = 6;
-constexpr double mostHoverRatio = 3;
+const char* const growing[] = {"open",   "save",       "new", "hover", "drag atom", "drag molecule", "rotate molecule",
+                               "delete", "first frame"};
+constexpr double maxGrowth = 6; // from 20 000 to 100 000 atoms
+constexpr double maxHoverRatio = 3;
 
-[[noreturn]] void fail(const char* sentence)
+[[noreturn]] void fail(const char* message)
 {
-    std::fprintf(stderr, "%s\n", sentence);
+    std::fprintf(stderr, "%s\n", message);
     std::exit(1);
 }
 
-/// Counts what reaches the viewport.
+/// Counts the move and paint events of a viewport.
 class Watch : public QObject {
 public:
     explicit Watch(QWidget* watched) { watched->installEventFilter(this); }
@@ -96,7 +97,7 @@ protected:
     }
 };
 
-/// Works off events until `done` holds; false when it does not within a second.
+/// Processes events until `done` returns true; returns false after one second.
 bool processUntil(const std::function<bool()>& done)
 {
     QTimer limit;
@@ -115,7 +116,7 @@ void settle()
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
 }
 
-/// The editor's window with one drawing.
+/// The editor's window with a drawing of `count` atoms.
 class Editor {
 public:
     explicit Editor(int count)
@@ -130,7 +131,7 @@ public:
         settle();
     }
 
-    /// Milliseconds by the wall clock until the drawing is read and painted.
+    /// Wall time in milliseconds until the drawing has been read and painted.
     double open()
     {
         const int paints = watch.paints;
@@ -139,11 +140,11 @@ public:
         window.doc->load(file, false);
         if (!processUntil([&] { return watch.paints > paints; }))
             fail("the drawing was not painted");
-        const double taken = double(clock.nsecsElapsed()) / 1e6;
+        const double elapsed = double(clock.nsecsElapsed()) / 1e6;
         if (drawnAtoms(*window.doc->canvas).size() != count)
-            fail("the drawing was not read as it was written");
+            fail("the drawing read differs from the one written");
         settle();
-        return taken;
+        return elapsed;
     }
 
     double save()
@@ -153,17 +154,17 @@ public:
 
     double clear()
     {
-        const double taken = processorTime([this] { window.slotFileNew(); });
+        const double elapsed = processorTime([this] { window.slotFileNew(); });
         settle();
-        return taken;
+        return elapsed;
     }
 
-    /// Handling of one mouse move over the drawing, without painting.
+    /// Processor time in milliseconds for handling one mouse move over the drawing, without painting.
     double hover()
     {
         constexpr int moves = 2000;
         const QPointF middle = visibleAtom();
-        const double taken = processorTime([&] {
+        const double elapsed = processorTime([&] {
             for (int i = 0; i < moves; ++i) {
                 const QPointF at = middle + QPointF(i % 31 - 15, i / 31 % 31 - 15);
                 QMouseEvent event(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
@@ -171,20 +172,20 @@ public:
             }
         });
         settle();
-        return taken / moves;
+        return elapsed / moves;
     }
 
     double dragAtom() { return gesture(KYTVS_view, false); }
     double dragMolecule() { return gesture(KYTVS_view, true); }
-    double turnMolecule() { return gesture(KYTVS_rotate, false); }
+    double rotateMolecule() { return gesture(KYTVS_rotate, false); }
 
     double deleteInTheMiddle()
     {
         const QList<KytAtom*> atoms = drawnAtoms(*window.doc->canvas);
         KytAtom* atom = atoms[atoms.size() / 2];
-        const double taken = processorTime([&] { delete atom; });
+        const double elapsed = processorTime([&] { delete atom; });
         settle();
-        return taken;
+        return elapsed;
     }
 
     double firstFrame()
@@ -196,13 +197,13 @@ public:
             fail("the 3D window did not open");
         viewer.step();
         glFinish();
-        const double taken = double(clock.nsecsElapsed()) / 1e6;
+        const double elapsed = double(clock.nsecsElapsed()) / 1e6;
         viewer.close();
-        return taken;
+        return elapsed;
     }
 
 private:
-    /// An atom near the middle of what the window shows.
+    /// The atom that is nearest to the centre of the viewport.
     QPointF visibleAtom() const
     {
         const QRect shown = window.view->viewport()->rect();
@@ -214,7 +215,7 @@ private:
         return best;
     }
 
-    /// Milliseconds of processor time for a step of a drag with the real pointer, the repaint included.
+    /// Processor time in milliseconds for one step of a drag with the real pointer, including the repaint.
     double gesture(KytViewState mode, bool control)
     {
         window.view->canvasState = mode;
@@ -226,26 +227,26 @@ private:
         if (!processUntil([this] { return window.view->moving != nullptr; }))
             fail("no atom was grabbed");
         settle();
-        std::vector<double> taken;
+        std::vector<double> elapsed;
         for (int i = 1; i <= steps; ++i)
-            taken.push_back(processorTime([&] { moveTo(start + QPoint(i % 2 ? 3 : 0, i % 4)); }));
-        window.view->moving = nullptr; // let go without a merge
+            elapsed.push_back(processorTime([&] { moveTo(start + QPoint(i % 2 ? 3 : 0, i % 4)); }));
+        window.view->moving = nullptr; // prevents a merge on release
         screen.releaseButton(1);
         if (control)
             screen.releaseControl();
         settle();
         window.view->canvasState = KYTVS_view;
-        return median(taken);
+        return median(elapsed);
     }
 
-    /// Moves the pointer, and waits until the move has arrived and what it changed is painted.
+    /// Moves the pointer and waits until the move has been received and the changes have been painted.
     void moveTo(const QPoint& p)
     {
         const int moves = watch.moves;
         const int paints = watch.paints;
         screen.movePointer(p);
         if (!processUntil([&] { return watch.moves > moves; }) && window.view->moving)
-            fail("the pointer's move did not arrive");
+            fail("no mouse move event was received");
         if (window.view->moving && !processUntil([&] { return watch.paints > paints; }))
             fail("the step was not painted");
     }
@@ -277,7 +278,7 @@ int measureDrawing(int count)
         times["hover"].push_back(editor.hover());
         times["drag atom"].push_back(editor.dragAtom());
         times["drag molecule"].push_back(editor.dragMolecule());
-        times["turn molecule"].push_back(editor.turnMolecule());
+        times["rotate molecule"].push_back(editor.rotateMolecule());
         times["delete"].push_back(editor.deleteInTheMiddle());
         times["new"].push_back(editor.clear());
     }
@@ -289,14 +290,14 @@ int measureDrawing(int count)
     return 0;
 }
 
-/// The figures that this program finds for a drawing of `count` atoms, in a process of its own.
+/// Measures a drawing of `count` atoms in a separate process.
 Figures measured(int count)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationFilePath(), {QString::number(count)});
     if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        fail("a drawing could not be measured");
+        fail("a drawing cannot be measured");
     Figures figures;
     for (const QByteArray& line : process.readAllStandardOutput().split('\n')) {
         const QList<QByteArray> words = line.split(':');
@@ -306,19 +307,19 @@ Figures measured(int count)
     return figures;
 }
 
-/// Starts `program` and ends it again; milliseconds until its window is painted.
+/// Starts `program`, waits until its window is painted, and kills it. Returns the start time in milliseconds.
 double startOnce(Screen& screen, const QString& program)
 {
     QProcess process;
     const double started = Screen::now();
     process.start(program, {});
-    const double taken = screen.waitForWindow(windowSize, started);
-    if (taken < 0)
-        fail("no window came up");
+    const double elapsed = screen.waitForWindow(windowSize, started);
+    if (elapsed < 0)
+        fail("no window was shown");
     process.kill();
     process.waitForFinished();
-    QThread::msleep(100); // for the window manager to take the window away
-    return taken;
+    QThread::msleep(100); // until the window manager has removed the window
+    return elapsed;
 }
 
 double startRatio(const QString& program, const QString& emptyWindow)
@@ -334,7 +335,7 @@ double startRatio(const QString& program, const QString& emptyWindow)
     return median(own) / median(empty);
 }
 
-/// Seconds of processor time that the process has taken so far, threads that have ended included.
+/// Processor time used by the process so far, in seconds, including threads that have ended.
 double processorSeconds(qint64 process)
 {
     QFile file(QStringLiteral("/proc/%1/stat").arg(process));
@@ -342,7 +343,7 @@ double processorSeconds(qint64 process)
         fail("the editor's processor time cannot be read");
     const QByteArray text = file.readAll();
     const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-    constexpr int userTime = 11; // counted behind the program's name; the system's time follows
+    constexpr int userTime = 11; // field index after the program's name; the system time follows
     return (fields.value(userTime).toDouble() + fields.value(userTime + 1).toDouble()) / double(sysconf(_SC_CLK_TCK));
 }
 
@@ -363,7 +364,7 @@ void measureIdle(const QString& program, Figures& figures)
     QProcess process;
     process.start(program, {});
     if (screen.waitForWindow(windowSize, Screen::now()) < 0)
-        fail("no window came up");
+        fail("no window was shown");
     QThread::sleep(3);
     figures["idle memory"] = residentMemory(process.processId());
     const double before = processorSeconds(process.processId());
@@ -380,16 +381,16 @@ void printRow(const std::string& label, double value, const char* unit, double t
 
 void printTable(std::map<int, Figures>& figures)
 {
-    std::printf("| what | measured | at most | reached |\n|---|---|---|---|\n");
+    std::printf("| measurement | result | target | met |\n|---|---|---|---|\n");
     for (const Row& row : rows)
         printRow(row.label, figures[row.atoms][row.name], row.unit, row.target);
-    printRow("mouse move over 20 000 atoms against 100", figures[20000]["hover"] / figures[100]["hover"], "times",
-             mostHoverRatio);
+    printRow("mouse move over 20 000 atoms, compared with 100", figures[20000]["hover"] / figures[100]["hover"],
+             "times", maxHoverRatio);
     for (const char* name : growing)
         printRow(std::string("growth from 20 000 to 100 000 atoms: ") + name,
-                 figures[100000][name] / figures[20000][name], "times", mostGrowth);
+                 figures[100000][name] / figures[20000][name], "times", maxGrowth);
     printRow("growth from 20 000 to 100 000 atoms: memory", 5 * figures[100000]["memory"] / figures[20000]["memory"],
-             "times", mostGrowth);
+             "times", maxGrowth);
 }
 
 } // namespace
