@@ -118,9 +118,9 @@ drag 121 37 124 37
 picture whole
 save_as whole
 expect_saved whole
-expect_lines whole 1 '^  ATOM C 94\.5929 161\.678 ' 'atoms of the moved benzene'
-expect_lines whole 1 '^  ATOM C 120\.662 36\.6123 ' 'atoms at the rotation centre of the hexane'
-expect_lines whole 0 '^  ATOM C 142\.862 19\.2918 ' 'atoms at their position before the rotation'
+expect_lines whole 1 '^  ATOM C 96\.3497 162\.047 ' 'atoms of the moved benzene'
+expect_lines whole 1 '^  ATOM C 117\.879 37\.4678 ' 'atoms at the rotation centre of the hexane'
+expect_lines whole 0 '^  ATOM C 140\.671 19\.6854 ' 'atoms at their position before the rotation'
 press ctrl+w
 dialog=$(wait_window 'Close !') || exit 1
 picture close "$dialog"
