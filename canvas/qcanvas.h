@@ -239,8 +239,8 @@ public:
 
     int rtti() const override;
     QRectF boundingRect() const override;
-    /// The hit area is an ellipse of width + 3 by height + 3 whose bounding box starts at (floor(x - width / 2 + 0.5) -
-    /// 1, floor(y - height / 2 + 0.5) - 1).
+    /// The hit area is an ellipse of width + 3 by height + 3 whose bounding box starts at
+    /// (floor(x - width / 2 + 0.5) - 1, floor(y - height / 2 + 0.5) - 1).
     bool hits(const QPointF& p) const override;
 
 protected:
