@@ -4,8 +4,8 @@
 
 class QCanvas;
 
-/// The folder for copies of drawings that were cleared or not saved: "kytstudio" in $XDG_STATE_HOME or, if that is not
-/// set, in ~/.local/state. Empty if neither is an absolute path.
+/// The folder for safety copies: "kytstudio" in $XDG_STATE_HOME or, if that is not an absolute path, in
+/// $HOME/.local/state. Empty if neither is an absolute path.
 QString safetyCopyFolder();
 
 /// Writes the drawing on `canvas` as a workspace to that folder, which is created if necessary, under a new name with
