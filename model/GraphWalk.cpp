@@ -27,7 +27,7 @@ GraphWalk::GraphWalk(Marks marks)
 #endif
 }
 
-GraphWalk::~GraphWalk()
+GraphWalk::~GraphWalk() // NOLINT(modernize-use-equals-default): not empty in debug builds
 {
 #ifndef QT_NO_DEBUG
     isInProgress(marks) = false;
