@@ -9,9 +9,9 @@
 
 namespace {
 
-/// Tells files by their names alone. Left to itself, a dialog looks into every file of a folder for its type, and waits
-/// for ever for one that nobody writes.
-class NamesOnly : public QFileIconProvider {
+/// Determines icons and types from file names only. The default provider reads every file in a folder, and blocks for
+/// ever on a pipe without a writer.
+class NameIconProvider : public QFileIconProvider {
 public:
     QIcon icon(const QFileInfo& info) const override
     {
@@ -23,7 +23,7 @@ public:
     }
 };
 
-/// A save dialog that knows the extension that its answer will get.
+/// A save dialog that takes the extension that will be appended into account when it checks for existing files.
 class SaveDialog : public QFileDialog {
 public:
     SaveDialog(QWidget* parent, QString extension)
@@ -64,7 +64,8 @@ void prepare(QFileDialog& dialog, const FileQuestion& question)
     dialog.setNameFilter(question.filter);
 }
 
-QString answer(QFileDialog& dialog)
+/// Runs the dialog. Returns the selected file, or an empty text if it was cancelled.
+QString selectedFile(QFileDialog& dialog)
 {
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
@@ -73,23 +74,23 @@ QString answer(QFileDialog& dialog)
 
 QString askOpenFileName(QWidget* parent, const FileQuestion& question)
 {
-    NamesOnly icons;
+    NameIconProvider icons;
     QFileDialog dialog(parent);
     dialog.setIconProvider(&icons);
     prepare(dialog, question);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    const QString name = answer(dialog);
+    const QString name = selectedFile(dialog);
     const QString resolved = name.isEmpty() ? QString() : QFileInfo(name).canonicalFilePath();
     return resolved.isEmpty() ? name : resolved;
 }
 
 QString askSaveFileName(QWidget* parent, const FileQuestion& question, const QString& extension)
 {
-    NamesOnly icons;
+    NameIconProvider icons;
     SaveDialog dialog(parent, extension);
     dialog.setIconProvider(&icons);
     prepare(dialog, question);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    return answer(dialog);
+    return selectedFile(dialog);
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr int progressTime = 5000; // milliseconds
 constexpr int resultTime = 4000;   // milliseconds
 
-/// A file name as a window title: Qt takes "[*]" for the place of the modified mark unless it stands twice.
+/// A file name as a window title: "[*]" must be doubled because Qt replaces it with the mark of a modified document.
 QString captionFor(QString fileName)
 {
     return fileName.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
@@ -29,7 +29,7 @@ void KytStudioApp::keepCopy()
         keepSafetyCopy(*doc->canvas, doc->docName);
 }
 
-/// Deletes all atoms, and with them all bonds.
+/// Deletes all atoms and thereby all bonds.
 void KytStudioApp::clearDrawing()
 {
     keepCopy();
@@ -39,26 +39,26 @@ void KytStudioApp::clearDrawing()
 
 void KytStudioApp::slotFileNew()
 {
-    say(tr("Creating file"));
+    showMessage(tr("Creating file"));
     clearDrawing();
 }
 
 void KytStudioApp::slotFileOpen()
 {
-    say(tr("Opening file..."), progressTime);
+    showMessage(tr("Opening file..."), progressTime);
     doc->docName = askOpenFileName(this,
                                    {.name = QStringLiteral("Open file dialog"),
                                     .caption = tr("Choose a File"),
                                     .directory = QStringLiteral("data/"),
                                     .filter = tr("KytBench (*.kyt)")});
     if (doc->docName.isEmpty()) {
-        say(tr("Opening aborted"), resultTime);
+        showMessage(tr("Opening aborted"), resultTime);
         return;
     }
     clearDrawing();
     doc->load(doc->docName, false);
     setWindowTitle(captionFor(doc->docName));
-    say(tr("Loaded document: ") + doc->docName, resultTime);
+    showMessage(tr("Loaded document: ") + doc->docName, resultTime);
 }
 
 QString KytStudioApp::askSaveName(const QString& extension)
@@ -72,33 +72,33 @@ QString KytStudioApp::askSaveName(const QString& extension)
         + extension;
 }
 
-/// The extension is always appended, to a name that has it and to none at all: there is no way to call a save off.
+/// The extension is always appended, even to a name that has it or to an empty one, so a save cannot be cancelled.
 void KytStudioApp::slotFileSave()
 {
-    say(tr("Saving file..."), progressTime);
+    showMessage(tr("Saving file..."), progressTime);
     if (doc->docName == tr("noname.kyt"))
         doc->docName = askSaveName(QStringLiteral(".kyt"));
-    // What became of the save is not told here. That is meant; the document logs a failure.
+    // Intentional: the result of the save is ignored; the document logs a failure.
     doc->save();
-    say(tr("Saving Done !"), resultTime);
+    showMessage(tr("Saving Done !"), resultTime);
 }
 
 void KytStudioApp::slotFileSaveAs()
 {
-    say(tr("Saving file under new filename..."), progressTime);
+    showMessage(tr("Saving file under new filename..."), progressTime);
     const QString name = askSaveName(tr(".kyt"));
-    say(tr("Saving As.."), progressTime);
+    showMessage(tr("Saving As.."), progressTime);
     if (name.isEmpty()) {
-        say(tr("Saving aborted"), resultTime);
+        showMessage(tr("Saving aborted"), resultTime);
         return;
     }
     doc->saveAs(name);
-    say(tr("Saving Done !"), resultTime);
+    showMessage(tr("Saving Done !"), resultTime);
 }
 
 void KytStudioApp::slotFileClose()
 {
-    say(tr("Closing file..."), progressTime);
+    showMessage(tr("Closing file..."), progressTime);
     QMessageBox question(QMessageBox::Information, tr("Close !"),
                          tr("Closing the File..\nDo your want to save ur changes to File?"),
                          QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
@@ -110,28 +110,28 @@ void KytStudioApp::slotFileClose()
     case QMessageBox::Yes:
         slotFileSave();
         clearDrawing();
-        say(tr("Done !"), resultTime);
+        showMessage(tr("Done !"), resultTime);
         break;
     case QMessageBox::No:
         clearDrawing();
-        say(tr("Done !"), resultTime);
+        showMessage(tr("Done !"), resultTime);
         break;
     case QMessageBox::Cancel:
-        say(tr("Close Aborted..."), resultTime);
+        showMessage(tr("Close Aborted..."), resultTime);
         break;
     default:
         break;
     }
 }
 
-/// Printing gives an empty page.
+/// Prints an empty page.
 void KytStudioApp::slotFilePrint()
 {
-    say(tr("Printing..."));
+    showMessage(tr("Printing..."));
     QPrinter printer(QPrinter::ScreenResolution);
     if (QPrintDialog(&printer, this).exec() == QDialog::Accepted)
         QPainter painter(&printer);
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }
 
 bool KytStudioApp::queryExit()
@@ -143,8 +143,8 @@ bool KytStudioApp::queryExit()
 
 void KytStudioApp::slotFileQuit()
 {
-    say(tr("Exiting application..."));
+    showMessage(tr("Exiting application..."));
     if (!doc->isModified() || queryExit())
         QApplication::quit();
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }

@@ -15,16 +15,16 @@ constexpr int insertTime = 15000; // milliseconds
 
 } // namespace
 
-/// Adds the library molecule in `fileName`, its atoms locked, and goes to view mode so that it can be dragged.
+/// Adds the library molecule in `fileName` with locked atoms and selects View Mode so that it can be dragged.
 void KytStudioApp::addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded)
 {
-    say(loading, loadingTime);
+    showMessage(loading, loadingTime);
     if (view) {
         if (!doc->load(fileName, true))
             qCWarning(library).noquote() << fileName + QStringLiteral(": cannot be read");
         view->canvasState = KYTVS_view;
     }
-    say(loaded, loadedTime);
+    showMessage(loaded, loadedTime);
 }
 
 void KytStudioApp::slotAddWater()
@@ -59,7 +59,7 @@ void KytStudioApp::slotAddBenzene()
 
 void KytStudioApp::slotInsertMolecule()
 {
-    say(tr("Insert Molecule.."), insertTime);
+    showMessage(tr("Insert Molecule.."), insertTime);
     if (view) {
         const QString name = askOpenFileName(this,
                                              {.name = QStringLiteral("Insert Moleculwe dialog"),
@@ -69,12 +69,12 @@ void KytStudioApp::slotInsertMolecule()
         if (!name.isEmpty())
             doc->load(name, true);
     }
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }
 
 void KytStudioApp::slotImportMolecule()
 {
-    say(tr("Opening file..."));
+    showMessage(tr("Opening file..."));
     if (view) {
         const QString name = askOpenFileName(this,
                                              {.name = QStringLiteral("Import Moleculwe dialog"),
@@ -84,5 +84,5 @@ void KytStudioApp::slotImportMolecule()
         if (!name.isEmpty())
             doc->load(name, false);
     }
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }

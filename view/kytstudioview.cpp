@@ -62,7 +62,7 @@ QPoint KytStudioView::canvasPoint(const QMouseEvent* event) const
     return inverseWorldMatrix().map(event->pos());
 }
 
-/// The items of the drawing at `p`, topmost first. The rubber band is not one of them.
+/// The items of the drawing at `p`, topmost first, without the rubber band.
 QCanvasItemList KytStudioView::itemsAt(const QPoint& p) const
 {
     QCanvasItemList items = canvas()->collisions(p);
