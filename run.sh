@@ -8,10 +8,10 @@ usage() {
     cat <<'END'
 Usage: run.sh [--demo]
 
-Installs what KytStudio needs and this machine lacks (with apt), builds the editor and starts it.
+Installs missing packages with apt, builds KytStudio and starts it.
 
-  --demo   start the editor on a virtual screen, draw with it, and leave the saved
-           workspace and pictures in build/demo/; also done where there is no display
+  --demo   run a demonstration on a virtual screen and save its workspaces and
+           pictures in build/demo/; default if there is no display
   --help   show this text
 END
 }
@@ -25,13 +25,13 @@ for argument in "$@"; do
         exit 0
         ;;
     *)
-        echo "run.sh: There is no option \"$argument\"; --help lists those that there are." >&2
+        echo "run.sh: unknown option \"$argument\" (see --help)" >&2
         exit 2
         ;;
     esac
 done
 
-# has_display: whether DISPLAY is set and, where it names a display of this machine, an X server listens there.
+# has_display: checks that DISPLAY is set and, for a local display, that an X server is listening.
 has_display() {
     [ -n "${DISPLAY:-}" ] || return 1
     local number=${DISPLAY#:}
@@ -40,21 +40,21 @@ has_display() {
 }
 
 if [ $demo = no ] && ! has_display; then
-    say "There is no display (DISPLAY is \"${DISPLAY:-}\"), so the editor is shown at work on a virtual screen."
+    say "No display (DISPLAY is \"${DISPLAY:-}\"): running the demonstration on a virtual screen"
     demo=yes
 fi
 
 if [ $demo = yes ]; then
-    say "Building KytStudio for a demonstration on a virtual screen."
+    say "Building KytStudio for the demonstration"
     install_missing "${build_packages[@]}" "${screen_packages[@]}"
     build release kytstudio -DKYTSTUDIO_WERROR=OFF
     exec "$root/scripts/demo.sh"
 fi
 
-say "Building and starting KytStudio."
+say "Building and starting KytStudio"
 install_missing "${build_packages[@]}"
 build release kytstudio -DKYTSTUDIO_WERROR=OFF
-# The editor finds icons/, lib/, data/ and its translations in its working directory, and is made for X11.
+# The editor reads icons/, lib/, data/ and its translations from its working directory, and needs X11.
 cd "$root"
 for translation in build/release/translations/kytstudio.*.qm; do
     [ ! -e "$translation" ] || ln -sfn "$translation" .

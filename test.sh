@@ -8,8 +8,8 @@ usage() {
     cat <<'END'
 Usage: test.sh [--asan]
 
-Installs what KytStudio and its tests need and this machine lacks (with apt), builds
-everything and runs all tests, each on a virtual screen of its own.
+Installs missing packages with apt, builds KytStudio and runs all tests, each on its own
+virtual screen.
 
   --asan   build and test with AddressSanitizer, LeakSanitizer and UndefinedBehaviorSanitizer
   --help   show this text
@@ -25,13 +25,13 @@ for argument in "$@"; do
         exit 0
         ;;
     *)
-        echo "test.sh: There is no option \"$argument\"; --help lists those that there are." >&2
+        echo "test.sh: unknown option \"$argument\" (see --help)" >&2
         exit 2
         ;;
     esac
 done
 
-say "Building KytStudio ($preset), then running all of its tests."
+say "Building KytStudio ($preset) and running all tests"
 install_missing "${build_packages[@]}" "${converter_packages[@]}" "${screen_packages[@]}" "${packaging_packages[@]}"
 build "$preset" all -DKYTSTUDIO_WERROR="${KYTSTUDIO_WERROR:-OFF}" -DBUILD_TESTING=ON
 exec ctest --preset "$preset" --parallel "${KYTSTUDIO_JOBS:-$(nproc)}"

@@ -14,9 +14,9 @@
 
 namespace {
 
-/// Tells files by their names alone. Left to itself, a dialog looks into every file of a folder for its type, and waits
-/// for ever for one that nobody writes.
-class NamesOnly : public QFileIconProvider {
+/// Determines icons and types from file names only. The default provider reads every file in a folder, and blocks for
+/// ever on a pipe without a writer.
+class NameIconProvider : public QFileIconProvider {
 public:
     QIcon icon(const QFileInfo& info) const override
     {
@@ -128,7 +128,8 @@ void prepare(QFileDialog& dialog, const FileQuestion& question)
     dialog.setNameFilter(question.filter);
 }
 
-QString answer(QFileDialog& dialog)
+/// Runs the dialog. Returns the selected file, or an empty text if it was cancelled.
+QString selectedFile(QFileDialog& dialog)
 {
     const bool accepted = dialog.exec() == QDialog::Accepted;
     // Behind a question about overwriting, window managers do not always give the keyboard back by themselves.
@@ -141,24 +142,24 @@ QString answer(QFileDialog& dialog)
 
 QString askOpenFileName(QWidget* parent, const FileQuestion& question)
 {
-    NamesOnly icons;
+    NameIconProvider icons;
     QFileDialog dialog(parent);
     dialog.setIconProvider(&icons);
     prepare(dialog, question);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    const QString name = answer(dialog);
+    const QString name = selectedFile(dialog);
     const QString resolved = name.isEmpty() ? QString() : QFileInfo(name).canonicalFilePath();
     return resolved.isEmpty() ? name : resolved;
 }
 
 QString askSaveFileName(QWidget* parent, const FileQuestion& question, const QString& extension)
 {
-    NamesOnly icons;
+    NameIconProvider icons;
     SaveDialog dialog(parent, extension);
     dialog.setIconProvider(&icons);
     prepare(dialog, question);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.showFileBelow();
-    return answer(dialog);
+    return selectedFile(dialog);
 }

@@ -4,7 +4,7 @@
 
 class QWidget;
 
-/// What a file dialog looks like. The dialogs are the toolkit's own, not the desktop's.
+/// The properties of a file dialog. Qt's own dialogs are used, not the native ones.
 struct FileQuestion {
     QString name; ///< the dialog's object name
     QString caption;
@@ -12,10 +12,10 @@ struct FileQuestion {
     QString filter;
 };
 
-/// Asks for an existing file. Returns its path with symbolic links resolved, or an empty text when cancelled.
+/// Asks for an existing file. Returns its path with symbolic links resolved, or an empty text if cancelled.
 QString askOpenFileName(QWidget* parent, const FileQuestion& question);
 
-/// Asks for a name to write to; `extension` will be appended to it by the caller. Before a file of that whole name is
-/// overwritten the dialog asks, and stays open on "No". Returns the path without the extension, or an empty text when
+/// Asks for a file name to save under; the caller appends `extension` to it. If a file with the resulting name exists,
+/// the dialog asks for confirmation and stays open on "No". Returns the path without the extension, or an empty text if
 /// cancelled.
 QString askSaveFileName(QWidget* parent, const FileQuestion& question, const QString& extension);

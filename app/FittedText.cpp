@@ -7,12 +7,12 @@
 
 namespace {
 
-constexpr int smallestFont = 5; // pixels
+constexpr int minFontSize = 5; // pixels
 
 bool showsAll(const QLabel* label)
 {
-    const QSize wanted = label->sizeHint();
-    return wanted.width() <= label->width() && wanted.height() <= label->height();
+    const QSize needed = label->sizeHint();
+    return needed.width() <= label->width() && needed.height() <= label->height();
 }
 
 } // namespace
@@ -31,11 +31,11 @@ void fitTexts(const QList<QLabel*>& labels)
             label->setFont(font);
         }
     };
-    int size = smallestFont;
+    int size = minFontSize;
     for (QLabel* label : labels) {
         label->setFont(QApplication::font(label));
         size = std::max(size, label->fontInfo().pixelSize());
     }
-    while (size > smallestFont && !std::all_of(labels.begin(), labels.end(), showsAll))
+    while (size > minFontSize && !std::all_of(labels.begin(), labels.end(), showsAll))
         setSize(--size);
 }

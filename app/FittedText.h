@@ -4,8 +4,8 @@
 
 class QLabel;
 
-/// Shrinks the label's font, from the application's, until its text is seen in full in the label's box.
+/// Sets the label's font to the application's, reduced in size until the whole text fits into the label.
 void fitText(QLabel* label);
 
-/// Does so to all of the labels alike, so that their texts stay of one size.
+/// Does the same for several labels, with one font size for all of them.
 void fitTexts(const QList<QLabel*>& labels);

@@ -8,12 +8,12 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-/// The dialog in which the symbol and the colour of one atom are edited.
+/// A dialog for editing the symbol and the colour of an atom.
 class KytAtomProperties : public QDialog {
     Q_OBJECT
 
 public:
-    /// Without a `name`, the object name is "KytAtomProperties".
+    /// If `name` is null, the object name is "KytAtomProperties".
     explicit KytAtomProperties(QWidget* parent = nullptr, const char* name = nullptr, bool modal = false,
                                Qt::WindowFlags fl = {});
     ~KytAtomProperties() override;
@@ -30,10 +30,10 @@ public:
     QLineEdit* lineEdit_colorRed;
     QLineEdit* lineEdit_colorGreen;
     QLineEdit* lineEdit_colorBlue;
-    KytAtom* atom = nullptr; ///< the atom edited; not owned, null again once it is gone
+    KytAtom* atom = nullptr; ///< the atom being edited; not owned, null again after it was deleted
 
 public slots:
-    /// Shows the symbol and colour of `a` (not null).
+    /// Sets the atom to edit (not null) and shows its symbol and colour.
     virtual void setAtom(KytAtom* a);
 
 protected slots:

@@ -58,7 +58,7 @@ void KytBondProperties::setBond(KytStereoBond* b)
     lineEdit_angle->setText(QString::number(b->getAngle(), 'f', 2));
 }
 
-/// The angle is read back as a whole number.
+/// The angle entered is read as an integer.
 void KytBondProperties::onOK()
 {
     if (bond)

@@ -8,12 +8,12 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-/// The dialog in which the projection angle of one wedge is edited.
+/// A dialog for editing the projection angle of a wedge.
 class KytBondProperties : public QDialog {
     Q_OBJECT
 
 public:
-    /// Without a `name`, the object name is "KytBondProperties".
+    /// If `name` is null, the object name is "KytBondProperties".
     explicit KytBondProperties(QWidget* parent = nullptr, const char* name = nullptr, bool modal = false,
                                Qt::WindowFlags fl = {});
     ~KytBondProperties() override;
@@ -22,11 +22,11 @@ public:
     QPushButton* pushButton2; ///< ok
     QLineEdit* lineEdit_angle;
     QLabel* textLabel1;
-    KytStereoBond* bond = nullptr; ///< the wedge edited; not owned, null again once it is gone
+    KytStereoBond* bond = nullptr; ///< the wedge being edited; not owned, null again after it was deleted
     QPixmap image0;                ///< the window's icon
 
 public slots:
-    /// Shows the angle of `b` (not null) with two decimals.
+    /// Sets the wedge to edit (not null) and shows its angle with two decimals.
     virtual void setBond(KytStereoBond* b);
 
 protected slots:

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr int markerTimeout = 2000; // milliseconds, in case that the X server does not answer
+constexpr int markerTimeout = 2000; // milliseconds, in case the X server does not respond
 
-/// Takes input events away from all objects of the program.
+/// An application-wide event filter that drops input events.
 class InputDropper : public QObject {
 public:
     explicit InputDropper(QObject* parent)
@@ -23,35 +23,35 @@ public:
         QCoreApplication::instance()->installEventFilter(this);
     }
 
-    /// Drops only what still belongs to presses that were dropped, and goes once that is over.
+    /// From now on drops only events that belong to presses already dropped. Deletes the filter after the last of them.
     void finish()
     {
         dropsAll = false;
-        goWhenDone();
+        deleteWhenDone();
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        const bool drop = event->spontaneous() && takesAway(event);
+        const bool drop = event->spontaneous() && mustDrop(event);
         if (!dropsAll)
-            goWhenDone();
+            deleteWhenDone();
         return drop || QObject::eventFilter(watched, event);
     }
 
 private:
-    bool takesAway(QEvent* event)
+    bool mustDrop(QEvent* event)
     {
         switch (event->type()) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
-            return takesAwayPress(static_cast<QMouseEvent*>(event));
+            return mustDropPress(static_cast<QMouseEvent*>(event));
         case QEvent::MouseButtonRelease:
-            return takesAwayRelease(static_cast<QMouseEvent*>(event));
+            return mustDropRelease(static_cast<QMouseEvent*>(event));
         case QEvent::MouseMove:
-            return takesAwayMove(static_cast<QMouseEvent*>(event));
+            return mustDropMove(static_cast<QMouseEvent*>(event));
         case QEvent::ShortcutOverride:
             if (dropsAll)
-                event->accept(); // keeps the key from being looked up as a shortcut
+                event->accept(); // prevents the key from triggering a shortcut
             return dropsAll;
         case QEvent::Close:
             if (dropsAll)
@@ -73,7 +73,7 @@ private:
         }
     }
 
-    bool takesAwayPress(const QMouseEvent* event)
+    bool mustDropPress(const QMouseEvent* event)
     {
         if (!dropsAll && !pressed)
             return false;
@@ -81,21 +81,21 @@ private:
         return true;
     }
 
-    bool takesAwayRelease(const QMouseEvent* event)
+    bool mustDropRelease(const QMouseEvent* event)
     {
         const bool drop = pressed.testFlag(event->button());
         pressed.setFlag(event->button(), false);
         return drop;
     }
 
-    bool takesAwayMove(const QMouseEvent* event)
+    bool mustDropMove(const QMouseEvent* event)
     {
         if (!dropsAll)
-            pressed &= event->buttons(); // a release may have gone elsewhere
+            pressed &= event->buttons(); // the release may have gone to another program
         return dropsAll || pressed;
     }
 
-    void goWhenDone()
+    void deleteWhenDone()
     {
         if (pressed)
             return;
@@ -104,11 +104,11 @@ private:
     }
 
     bool dropsAll = true;
-    Qt::MouseButtons pressed; // pressed without anybody knowing of it
+    Qt::MouseButtons pressed; // buttons whose press was dropped
 };
 
-/// Waits until every event that the X server has sent so far has been dealt with: it sends an event to itself and runs
-/// the event loop until that one comes back, behind all the others.
+/// Processes all events that the X server has sent so far: sends a marker event to itself and runs the event loop until
+/// the marker arrives after all other events.
 class EventMarker : public QAbstractNativeEventFilter {
 public:
     explicit EventMarker(xcb_connection_t* connection)
@@ -128,7 +128,7 @@ public:
         xcb_flush(connection);
     }
 
-    void waitForIt()
+    void waitForMarker()
     {
         xcb_client_message_event_t message = {};
         message.response_type = XCB_CLIENT_MESSAGE;
@@ -165,7 +165,7 @@ void dropPendingInput()
 {
     auto* dropper = new InputDropper(QCoreApplication::instance());
     if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
-        EventMarker(x11->connection()).waitForIt();
-    QCoreApplication::processEvents(); // the marker overtakes what the toolkit has queued by then
+        EventMarker(x11->connection()).waitForMarker();
+    QCoreApplication::processEvents(); // the marker overtakes events that Qt has already queued
     dropper->finish();
 }

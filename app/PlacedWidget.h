@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-/// A new child of `parent` with an object name, at a fixed place in pixels.
+/// Creates a child of `parent` with an object name and a fixed geometry in pixels.
 template <typename Widget>
 Widget* placed(QWidget* parent, const char* name, const QRect& geometry, Qt::CursorShape cursor = Qt::ArrowCursor)
 {

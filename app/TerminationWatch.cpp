@@ -8,12 +8,12 @@
 namespace {
 
 TerminationRequest request;
-int pipeEnds[2]; // the handler writes to the second what wakes the event loop at the first
+int pipeEnds[2]; // the signal handler writes to the second end; the event loop reads from the first
 
 void wakeEventLoop(int number)
 {
     const int before = errno;
-    request.note(number);
+    request.record(number);
     const char byte = 0;
     static_cast<void>(!write(pipeEnds[1], &byte, 1));
     errno = before;
@@ -21,14 +21,14 @@ void wakeEventLoop(int number)
 
 } // namespace
 
-TerminationWatch::TerminationWatch(std::function<void()> farewell)
-    : farewell(std::move(farewell))
+TerminationWatch::TerminationWatch(std::function<void()> beforeExit)
+    : beforeExit(std::move(beforeExit))
 {
     if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0)
         return;
-    request.forget();
+    request.reset();
     notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] { end(); });
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] { terminate(); });
     handleTerminationSignals(wakeEventLoop, formerActions);
 }
 
@@ -42,8 +42,8 @@ TerminationWatch::~TerminationWatch()
     close(pipeEnds[1]);
 }
 
-void TerminationWatch::end()
+void TerminationWatch::terminate()
 {
-    farewell();
-    dieOf(request.signalNumber());
+    beforeExit();
+    terminateBySignal(request.signalNumber());
 }

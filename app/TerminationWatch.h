@@ -7,20 +7,20 @@
 #include <functional>
 #include <memory>
 
-/// Ends the process when SIGINT, SIGTERM or SIGHUP arrives, as the signal would have done, but calls `farewell` from
-/// the event loop first. While no event loop runs the first signal waits, and a second one a second later ends the
-/// process at once. A signal that the process ignores stays ignored. One at a time.
+/// Calls `beforeExit` from the event loop when SIGINT, SIGTERM or SIGHUP arrives, and then ends the process by that
+/// signal. While no event loop is running, the signal is pending; another one at least a second later ends the process
+/// at once. Ignored signals stay ignored. Only one object may exist at a time.
 class TerminationWatch {
 public:
-    explicit TerminationWatch(std::function<void()> farewell);
+    explicit TerminationWatch(std::function<void()> beforeExit);
     ~TerminationWatch();
     TerminationWatch(const TerminationWatch&) = delete;
     TerminationWatch& operator=(const TerminationWatch&) = delete;
 
 private:
-    void end();
+    void terminate();
 
-    std::function<void()> farewell;
+    std::function<void()> beforeExit;
     std::unique_ptr<QSocketNotifier> notifier;
     struct sigaction formerActions[terminationSignalCount];
 };

@@ -1,7 +1,7 @@
-// The libraries of the 3D window, loaded when it opens for the first time. SDL brings two dozen others with it, which
-// would take a tenth of every start, and most sittings never open the window.
+// Loads SDL and GLU when the 3D window is opened for the first time. Linking SDL would load two dozen further libraries
+// and take a tenth of every start, and most sessions never open the window.
 //
-// The program links these functions in place of the libraries' own of the same names. Each hands its arguments on.
+// The program links these functions instead of the library functions of the same names. Each forwards its arguments.
 
 #include <QByteArray>
 #include <QLibrary>
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Loads a library from the file of this name, once and for good.
+/// A library that is loaded once and never unloaded.
 class LoadedLibrary {
 public:
     explicit LoadedLibrary(const QString& file)
@@ -38,20 +38,21 @@ LoadedLibrary& glu()
     return library;
 }
 
-template <typename Result, typename... Parameters> Result nothing(Parameters...)
+template <typename Result, typename... Parameters> Result doNothing(Parameters...)
 {
     return Result();
 }
 
-template <typename Result, typename... Parameters> auto found(QFunctionPointer function, Result (*)(Parameters...))
+template <typename Result, typename... Parameters>
+auto orDoNothing(QFunctionPointer function, Result (*)(Parameters...))
 {
-    return function ? reinterpret_cast<Result (*)(Parameters...)>(function) : nothing<Result, Parameters...>;
+    return function ? reinterpret_cast<Result (*)(Parameters...)>(function) : doNothing<Result, Parameters...>;
 }
 
-/// The library's own function of the name; where there is none, a function that does nothing and gives 0.
-template <auto* StandIn> auto* original(LoadedLibrary& library, const char* name)
+/// The library function with this name; if it is missing, a function that does nothing and returns 0.
+template <auto* Wrapper> auto* original(LoadedLibrary& library, const char* name)
 {
-    static auto* const function = found(library.library.resolve(name), StandIn);
+    static auto* const function = orDoNothing(library.library.resolve(name), Wrapper);
     return function;
 }
 
@@ -67,7 +68,7 @@ void SDL_Quit()
     original<SDL_Quit>(sdl(), __func__)();
 }
 
-/// Null without GLU, too: the viewer stays closed then, before it draws anything.
+/// Also null without GLU, so that the viewer does not open.
 const SDL_VideoInfo* SDL_GetVideoInfo()
 {
     return glu().loaded ? original<SDL_GetVideoInfo>(sdl(), __func__)() : nullptr;

@@ -41,7 +41,7 @@ KytStudioApp::KytStudioApp()
     viewLibraryBar->setChecked(true);
     resize(450, 400);
     view->viewport()->setMouseTracking(true);
-    // The toggles are switched on a second time. That is meant, and without effect: they are on.
+    // Intentional: the toggles are switched on a second time, which has no effect.
     viewToolBar->setChecked(true);
     viewStatusBar->setChecked(true);
     viewLibraryBar->setChecked(true);
@@ -69,7 +69,7 @@ void KytStudioApp::initView()
 
 void KytStudioApp::initStatusBar()
 {
-    say(tr("Ready."), readyTime);
+    showMessage(tr("Ready."), readyTime);
 }
 
 void KytStudioApp::initI3dView()
@@ -77,7 +77,7 @@ void KytStudioApp::initI3dView()
     i3dviewer = new KytI3dView(doc->canvas);
 }
 
-void KytStudioApp::say(const QString& text, int milliseconds)
+void KytStudioApp::showMessage(const QString& text, int milliseconds)
 {
     messages.show(text, milliseconds);
 }
@@ -95,7 +95,8 @@ bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Shortcut) {
         const auto* key = static_cast<QShortcutEvent*>(event);
         if (key->isAmbiguous()) {
-            say(tr("Ambiguous \"%1\" not handled").arg(key->key().toString(QKeySequence::NativeText)), ambiguousTime);
+            showMessage(tr("Ambiguous \"%1\" not handled").arg(key->key().toString(QKeySequence::NativeText)),
+                        ambiguousTime);
             return true;
         }
     }
@@ -105,30 +106,30 @@ bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
 void KytStudioApp::slotDisplayBondDetail(char* text)
 {
     if (drawsBond(view->canvasState))
-        say(tr(text), detailTime);
+        showMessage(tr(text), detailTime);
 }
 
 void KytStudioApp::slotZigzagAtomCount(int count)
 {
     if (view->canvasState == KYTVS_zigzag)
-        say(QString::asprintf(tr("%d Atoms").toUtf8().constData(), count), detailTime);
+        showMessage(QString::asprintf(tr("%d Atoms").toUtf8().constData(), count), detailTime);
 }
 
 void KytStudioApp::slotViewToolBar(bool toggle)
 {
-    say(tr("Toggle toolbar..."));
+    showMessage(tr("Toggle toolbar..."));
     fileToolbar->setVisible(toggle);
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }
 
 void KytStudioApp::slotViewStatusBar(bool toggle)
 {
-    say(tr("Toggle statusbar..."));
+    showMessage(tr("Toggle statusbar..."));
     statusBar()->setVisible(toggle);
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }
 
-// "MolLib" is a second switch of the status bar. That is meant: the library's bar is moved and hidden by hand only.
+// Intentional: "MolLib" toggles the status bar too. The library toolbar can be moved and hidden only by hand.
 void KytStudioApp::slotViewLibraryBar(bool toggle)
 {
     slotViewStatusBar(toggle);
@@ -141,11 +142,11 @@ void KytStudioApp::slotHelpAbout()
 
 void KytStudioApp::slotSelectI3DView()
 {
-    say(tr("Opening I3D View"));
+    showMessage(tr("Opening I3D View"));
     statusBar()->repaint();
     if (view)
         i3dviewer->view();
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
     dropPendingInput();
     repaint();
 }

@@ -20,7 +20,7 @@ class QToolBar;
 
 /// The main window: the editing view with its actions, menus, toolbars and status bar.
 ///
-/// It never deletes the document or the 3D viewer; the rest are its children.
+/// It does not delete the document and the 3D viewer; all other objects are its children.
 class KytStudioApp : public QMainWindow {
     Q_OBJECT
 
@@ -36,10 +36,10 @@ public:
     void initStatusBar();
     void initI3dView();
 
-    /// Asks whether to quit; true when the answer is Ok.
+    /// Asks whether to quit; returns true if confirmed.
     bool queryExit();
 
-    /// Writes a safety copy of the drawing, as is done by itself before it is cleared and when the program quits.
+    /// Writes a safety copy of the drawing. Called before the drawing is cleared and when the program quits.
     void keepCopy();
 
     KytStudioView* view = nullptr;
@@ -52,7 +52,7 @@ public:
     QMenu* pHelpMenu = nullptr;
 
     QToolBar* fileToolbar = nullptr;
-    QToolBar* libraryToolbar = nullptr; ///< not used; the library's bar is libraryToolBar
+    QToolBar* libraryToolbar = nullptr; ///< not used; see libraryToolBar
 
     QAction* fileNew = nullptr;
     QAction* fileOpen = nullptr;
@@ -71,10 +71,10 @@ public:
 
     QAction* helpAboutApp = nullptr;
 
-    QToolBar* drawToolBar = nullptr; ///< the bar of the 3D view once all bars are made
+    QToolBar* drawToolBar = nullptr; ///< the toolbar of the 3D view, after initToolBar
     QToolBar* libraryToolBar = nullptr;
 
-    QActionGroup* viewGrp = nullptr; ///< the editing modes, of which at most one is checked
+    QActionGroup* viewGrp = nullptr; ///< the editing modes; at most one is checked
 
     QAction* drawBond = nullptr;
     QAction* drawDashedBond = nullptr;
@@ -130,19 +130,19 @@ public slots:
     void slotSelectFixedAngle();
     void slotSelectI3DView();
 
-    /// Shows length and angle of the bond being drawn (UTF-8), in the modes that draw one.
+    /// Shows the length and angle of the bond being drawn (UTF-8), if the mode draws bonds.
     void slotDisplayBondDetail(char* text);
-    /// Shows the number of atoms of the chain being drawn, in the mode that draws one.
+    /// Shows the number of atoms of the chain being drawn, if the mode draws chains.
     void slotZigzagAtomCount(int count);
 
 protected:
-    /// Status tips are shown over the commands' messages instead of in their place.
+    /// Shows status tips without losing the messages that they cover.
     bool event(QEvent* event) override;
-    /// Catches the keys that several actions share: they trigger none.
+    /// Handles shortcuts shared by several actions, which trigger none of them.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void say(const QString& text, int milliseconds = 0);
+    void showMessage(const QString& text, int milliseconds = 0);
     void clearDrawing();
     void initHistory();
     void initKeys();
@@ -161,7 +161,7 @@ private:
     /// Saves to `fileName` as the document's name or under another one, and remembers whether that failed.
     void noteSave(bool succeeded, const QString& fileName);
     void updateState();
-    /// A name to save under, with the extension; the extension alone when the dialog is cancelled.
+    /// Asks for a name to save under and appends the extension. Returns the extension alone if the dialog is cancelled.
     QString askSaveName(const QString& extension);
     void addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded, const QAction* action);
     void selectMode(KytViewState state);

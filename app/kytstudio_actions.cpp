@@ -14,7 +14,7 @@ namespace {
 
 constexpr QSize pictureSize(24, 24);
 
-/// Where an action's icon comes from: compiled in, or a file below the working directory.
+/// The source of an action's icon: compiled in, or a file relative to the working directory.
 struct Picture {
     const char* const* data = nullptr;
     const char* path = nullptr;
@@ -33,7 +33,7 @@ enum class Toggle { No, Yes };
 using Slot = void (KytStudioApp::*)();
 using ToggleSlot = void (KytStudioApp::*)(bool);
 
-/// An action as the program's texts give it; all texts are translated when it is made.
+/// The definition of an action; its texts are translated when the action is created.
 struct Command {
     QAction* KytStudioApp::*member;
     const char* text;
@@ -215,7 +215,7 @@ const Command commands[] = {
 };
 // clang-format on
 
-/// The text, followed by the key in parentheses where there is one.
+/// The text, followed by the shortcut in parentheses, if any.
 QString toolTip(const QString& text, const QKeySequence& key)
 {
     return key.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, key.toString(QKeySequence::NativeText));
@@ -237,7 +237,7 @@ QAction* makeAction(const Command& command, QObject* parent)
     return action;
 }
 
-/// The toolkit's action, with a picture that is seen on a dark toolbar too.
+/// Qt's What's This action, with an icon that is visible on dark toolbars too.
 QAction* whatsThisAction(QObject* parent)
 {
     QAction* action = QWhatsThis::createAction(parent);
@@ -296,7 +296,7 @@ QToolBar* KytStudioApp::makeToolBar(const QString& name, const QString& title, Q
     bar->setObjectName(name);
     bar->setIconSize(pictureSize);
     addToolBar(area, bar);
-    // The button that stands for those that a small window has no room for.
+    // The button for actions that do not fit into a small window.
     if (auto* more = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
         more->setAccessibleName(tr("More buttons"));
         more->setToolTip(tr("More buttons"));
@@ -323,7 +323,7 @@ void KytStudioApp::initToolBar()
     drawToolBar->addSeparator();
     drawToolBar->addActions({fixedLength, fixedAngle});
     drawToolBar->addSeparator();
-    // Both wedges carry one text; whoever hears the buttons instead of seeing them is told which is which.
+    // Both wedge actions have the same text; the accessible names distinguish them for screen readers.
     drawToolBar->widgetForAction(drawStereoUp)->setAccessibleName(tr("Add Stereo Bond, towards the viewer"));
     drawToolBar->widgetForAction(drawStereoDown)->setAccessibleName(tr("Add Stereo Bond, away from the viewer"));
 
@@ -335,7 +335,7 @@ void KytStudioApp::initToolBar()
     libraryToolBar->addActions({kyfBenzene, kyfHexane, kyfCubane, kyfProp, kyfWater, kyfMegaphon});
 }
 
-/// Every change of mode is only this: no message is shown, and a bond being drawn goes on.
+/// Changes the mode only: shows no message and does not end a gesture in progress.
 void KytStudioApp::selectMode(KytViewState state)
 {
     if (!view)

@@ -17,7 +17,7 @@ namespace {
 constexpr int progressTime = 5000; // milliseconds
 constexpr int resultTime = 4000;   // milliseconds
 
-/// A file name as a window title: Qt takes "[*]" for the place of the modified mark unless it stands twice.
+/// A file name as a window title: "[*]" must be doubled because Qt replaces it with the mark of a modified document.
 QString captionFor(QString fileName)
 {
     return fileName.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
@@ -31,7 +31,7 @@ void KytStudioApp::keepCopy()
         keepSafetyCopy(*doc->canvas, doc->docName);
 }
 
-/// Deletes all atoms, and with them all bonds.
+/// Deletes all atoms and thereby all bonds.
 void KytStudioApp::clearDrawing()
 {
     keepCopy();
@@ -41,7 +41,7 @@ void KytStudioApp::clearDrawing()
 
 void KytStudioApp::slotFileNew()
 {
-    say(tr("Creating file"));
+    showMessage(tr("Creating file"));
     beginStep();
     clearDrawing();
     endStep(fileNew);
@@ -49,7 +49,7 @@ void KytStudioApp::slotFileNew()
 
 void KytStudioApp::slotFileOpen()
 {
-    say(tr("Opening file..."), progressTime);
+    showMessage(tr("Opening file..."), progressTime);
     beginStep();
     const KytHistory::Title before = title();
     doc->docName = askOpenFileName(this,
@@ -60,7 +60,7 @@ void KytStudioApp::slotFileOpen()
     if (doc->docName.isEmpty()) {
         history->record(fileOpen->iconText(), before);
         emit view->drawingChanged();
-        say(tr("Opening aborted"), resultTime);
+        showMessage(tr("Opening aborted"), resultTime);
         return;
     }
     clearDrawing();
@@ -68,7 +68,7 @@ void KytStudioApp::slotFileOpen()
     setWindowTitle(captionFor(doc->docName));
     history->record(fileOpen->iconText(), before);
     emit view->drawingChanged();
-    say(tr("Loaded document: ") + doc->docName, resultTime);
+    showMessage(tr("Loaded document: ") + doc->docName, resultTime);
 }
 
 QString KytStudioApp::askSaveName(const QString& extension)
@@ -82,33 +82,33 @@ QString KytStudioApp::askSaveName(const QString& extension)
         + extension;
 }
 
-/// The extension is always appended, to a name that has it and to none at all: there is no way to call a save off.
+/// The extension is always appended, even to a name that has it or to an empty one, so a save cannot be cancelled.
 void KytStudioApp::slotFileSave()
 {
-    say(tr("Saving file..."), progressTime);
+    showMessage(tr("Saving file..."), progressTime);
     if (doc->docName == tr("noname.kyt"))
         doc->docName = askSaveName(QStringLiteral(".kyt"));
-    // What became of the save is not told here. That is meant; the document logs a failure.
+    // Intentional: the message does not depend on the result of the save; the document logs a failure.
     noteSave(doc->save(), doc->docName);
-    say(tr("Saving Done !"), resultTime);
+    showMessage(tr("Saving Done !"), resultTime);
 }
 
 void KytStudioApp::slotFileSaveAs()
 {
-    say(tr("Saving file under new filename..."), progressTime);
+    showMessage(tr("Saving file under new filename..."), progressTime);
     const QString name = askSaveName(tr(".kyt"));
-    say(tr("Saving As.."), progressTime);
+    showMessage(tr("Saving As.."), progressTime);
     if (name.isEmpty()) {
-        say(tr("Saving aborted"), resultTime);
+        showMessage(tr("Saving aborted"), resultTime);
         return;
     }
     noteSave(doc->saveAs(name), name);
-    say(tr("Saving Done !"), resultTime);
+    showMessage(tr("Saving Done !"), resultTime);
 }
 
 void KytStudioApp::slotFileClose()
 {
-    say(tr("Closing file..."), progressTime);
+    showMessage(tr("Closing file..."), progressTime);
     beginStep();
     QMessageBox question(QMessageBox::Information, tr("Close !"),
                          tr("Closing the File..\nDo your want to save ur changes to File?"),
@@ -122,29 +122,29 @@ void KytStudioApp::slotFileClose()
         slotFileSave();
         clearDrawing();
         endStep(fileClose);
-        say(tr("Done !"), resultTime);
+        showMessage(tr("Done !"), resultTime);
         break;
     case QMessageBox::No:
         clearDrawing();
         endStep(fileClose);
-        say(tr("Done !"), resultTime);
+        showMessage(tr("Done !"), resultTime);
         break;
     case QMessageBox::Cancel:
-        say(tr("Close Aborted..."), resultTime);
+        showMessage(tr("Close Aborted..."), resultTime);
         break;
     default:
         break;
     }
 }
 
-/// Printing gives an empty page.
+/// Prints an empty page.
 void KytStudioApp::slotFilePrint()
 {
-    say(tr("Printing..."));
+    showMessage(tr("Printing..."));
     QPrinter printer(QPrinter::ScreenResolution);
     if (QPrintDialog(&printer, this).exec() == QDialog::Accepted)
         QPainter painter(&printer);
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }
 
 bool KytStudioApp::queryExit()
@@ -156,8 +156,8 @@ bool KytStudioApp::queryExit()
 
 void KytStudioApp::slotFileQuit()
 {
-    say(tr("Exiting application..."));
+    showMessage(tr("Exiting application..."));
     if (!doc->isModified() || queryExit())
         QApplication::quit();
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }

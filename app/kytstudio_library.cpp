@@ -15,11 +15,11 @@ constexpr int insertTime = 15000; // milliseconds
 
 } // namespace
 
-/// Adds the library molecule in `fileName`, its atoms locked, and goes to view mode so that it can be dragged.
+/// Adds the library molecule in `fileName` with locked atoms and selects View Mode so that it can be dragged.
 void KytStudioApp::addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded,
                                   const QAction* action)
 {
-    say(loading, loadingTime);
+    showMessage(loading, loadingTime);
     if (view) {
         beginStep();
         if (!doc->load(fileName, true))
@@ -27,7 +27,7 @@ void KytStudioApp::addFromLibrary(const QString& loading, const QString& fileNam
         view->canvasState = KYTVS_view;
         endStep(action);
     }
-    say(loaded, loadedTime);
+    showMessage(loaded, loadedTime);
 }
 
 void KytStudioApp::slotAddWater()
@@ -62,7 +62,7 @@ void KytStudioApp::slotAddBenzene()
 
 void KytStudioApp::slotInsertMolecule()
 {
-    say(tr("Insert Molecule.."), insertTime);
+    showMessage(tr("Insert Molecule.."), insertTime);
     if (view) {
         const QString name = askOpenFileName(this,
                                              {.name = QStringLiteral("Insert Moleculwe dialog"),
@@ -74,12 +74,12 @@ void KytStudioApp::slotInsertMolecule()
             readIntoView(name, true);
         endStep(insertMolecule);
     }
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }
 
 void KytStudioApp::slotImportMolecule()
 {
-    say(tr("Opening file..."));
+    showMessage(tr("Opening file..."));
     if (view) {
         const QString name = askOpenFileName(this,
                                              {.name = QStringLiteral("Import Moleculwe dialog"),
@@ -91,5 +91,5 @@ void KytStudioApp::slotImportMolecule()
             readIntoView(name, false);
         endStep(importMolecule);
     }
-    say(tr("Ready."));
+    showMessage(tr("Ready."));
 }

@@ -51,13 +51,13 @@ void KytStudioApp::endStep(const QAction* action)
 void KytStudioApp::undo()
 {
     const QString name = view->undo();
-    say(name.isNull() ? tr("Nothing to undo") : tr("Undone: %1").arg(name), resultTime);
+    showMessage(name.isNull() ? tr("Nothing to undo") : tr("Undone: %1").arg(name), resultTime);
 }
 
 void KytStudioApp::redo()
 {
     const QString name = view->redo();
-    say(name.isNull() ? tr("Nothing to redo") : tr("Redone: %1").arg(name), resultTime);
+    showMessage(name.isNull() ? tr("Nothing to redo") : tr("Redone: %1").arg(name), resultTime);
 }
 
 void KytStudioApp::readIntoView(const QString& fileName, bool locked)

@@ -16,7 +16,7 @@
 
 namespace {
 
-KytStudioApp* editor = nullptr; // while its event loop runs
+KytStudioApp* editor = nullptr; // set while the event loop runs
 
 void keepCopy()
 {
@@ -24,7 +24,7 @@ void keepCopy()
         editor->keepCopy();
 }
 
-/// The program's icon, in the sizes that window managers ask for.
+/// The program's icon, in the sizes that window managers use.
 QIcon applicationIcon()
 {
     QIcon icon;
@@ -37,10 +37,10 @@ QIcon applicationIcon()
 
 int main(int argc, char* argv[])
 {
-    // A save beyond the limit on file sizes is to fail, not to end the program.
+    // A save that exceeds the file size limit must fail, not end the program.
     std::signal(SIGXFSZ, SIG_IGN);
 
-    // The fonts' configuration takes as long to read as the connection to the X server takes to set up.
+    // Fontconfig is initialized while the connection to the X server is set up; both take about the same time.
     std::thread fonts(FcInit);
     QApplication application(argc, argv);
     fonts.join();
@@ -51,15 +51,15 @@ int main(int argc, char* argv[])
     static_cast<void>(translator.load(QStringLiteral("kytstudio.") + QLocale::system().name(), QStringLiteral(".")));
     QApplication::installTranslator(&translator);
 
-    // Left to the end of the process, with its document and its viewer.
+    // Never deleted, like its document and its viewer.
     static auto* const window = new KytStudioApp;
     window->show();
-    // Reading and sending the icon takes longer than showing the window.
+    // Set after the window is shown, because loading the icon takes longer than that.
     QTimer::singleShot(0, window, [] { QApplication::setWindowIcon(applicationIcon()); });
 
     editor = window;
     const TerminationWatch watch(keepCopy);
-    // The toolkit leaves by exit() when it loses its X server, as happens at the end of many sessions.
+    // Qt calls exit() if it loses the connection to the X server, for example at the end of a session.
     std::atexit(keepCopy);
     const int status = QApplication::exec();
     editor = nullptr;

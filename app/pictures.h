@@ -1,6 +1,6 @@
 #pragma once
 
-// The pictures that are compiled into the program, as XPM data.
+// The icons that are compiled into the program, as XPM data.
 
 extern const char* const filenew[];
 extern const char* const fileopen[];

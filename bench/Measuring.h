@@ -7,7 +7,7 @@
 #include <ctime>
 #include <vector>
 
-// What the benchmarks measure with.
+// Measuring functions shared by the benchmarks.
 
 inline double median(std::vector<double> values)
 {
@@ -15,7 +15,7 @@ inline double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-/// Milliseconds of processor time that this process has taken so far.
+/// Processor time used by this process so far, in milliseconds.
 inline double processorTime()
 {
     timespec time{};
@@ -23,7 +23,8 @@ inline double processorTime()
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// Milliseconds of processor time that `work` takes, which other programs on the machine do not change much.
+/// Processor time used by `work`, in milliseconds. Unlike wall time, it hardly depends on other programs on the
+/// machine.
 template <typename Work> double processorTime(Work work)
 {
     const double before = processorTime();
@@ -31,7 +32,7 @@ template <typename Work> double processorTime(Work work)
     return processorTime() - before;
 }
 
-/// A figure of this process's memory in KiB, by its name in /proc/self/status; 0 where there is none.
+/// The memory value `name` of this process from /proc/self/status, in KiB; 0 if it is missing.
 inline double memory(const char* name)
 {
     QFile status(QStringLiteral("/proc/self/status"));

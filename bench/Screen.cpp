@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr double longestWait = 10000; // milliseconds
-constexpr int controlKey = 37;        // of the usual key table
+constexpr double timeout = 10000; // milliseconds
+constexpr int controlKey = 37;    // keycode in the default keyboard map
 constexpr quint32 white = 0xffffff;
 
-void waitABit()
+void waitBriefly()
 {
     std::this_thread::sleep_for(std::chrono::microseconds(200));
 }
@@ -30,7 +30,7 @@ Screen::Screen()
     : x(new Connection)
 {
     if (xcb_connection_has_error(x->server)) {
-        std::fprintf(stderr, "there is no X display\n");
+        std::fprintf(stderr, "cannot connect to the X display\n");
         std::exit(1);
     }
     x->root = xcb_setup_roots_iterator(xcb_get_setup(x->server)).data->root;
@@ -95,24 +95,24 @@ bool Screen::isWhite(const QPoint& p)
     return found;
 }
 
-double Screen::waitForWindow(const QSize& least, double started)
+double Screen::waitForWindow(const QSize& minSize, double started)
 {
     QPoint middle(-1, -1);
-    while (now() - started < longestWait) {
+    while (now() - started < timeout) {
         while (xcb_generic_event_t* event = xcb_poll_for_event(x->server)) {
             if ((event->response_type & 0x7f) == XCB_MAP_NOTIFY) {
                 const xcb_window_t window = reinterpret_cast<xcb_map_notify_event_t*>(event)->window;
-                xcb_get_geometry_reply_t* place =
+                xcb_get_geometry_reply_t* geometry =
                     xcb_get_geometry_reply(x->server, xcb_get_geometry(x->server, window), nullptr);
-                if (place && place->width >= least.width() && place->height >= least.height())
-                    middle = QPoint(place->x + place->width / 2, place->y + place->height / 2);
-                std::free(place);
+                if (geometry && geometry->width >= minSize.width() && geometry->height >= minSize.height())
+                    middle = QPoint(geometry->x + geometry->width / 2, geometry->y + geometry->height / 2);
+                std::free(geometry);
             }
             std::free(event);
         }
         if (middle.x() >= 0 && isWhite(middle))
             return now() - started;
-        waitABit();
+        waitBriefly();
     }
     return -1;
 }

@@ -4,10 +4,10 @@
 #include <QSize>
 #include <QString>
 
-/// The X screen that a benchmark runs on: it moves the real pointer and watches windows come up.
+/// The X screen that a benchmark runs on: moves the real pointer and waits for windows.
 class Screen {
 public:
-    /// Connects to the display that DISPLAY names; ends the program with a message when that fails.
+    /// Connects to the display in DISPLAY; exits with an error message on failure.
     Screen();
     ~Screen();
     Screen(const Screen&) = delete;
@@ -20,9 +20,10 @@ public:
     void pressControl();
     void releaseControl();
 
-    /// Milliseconds until a window of at least `least` pixels is mapped and its middle is white, from `started`, in
-    /// milliseconds of the steady clock. Negative when that takes longer than ten seconds.
-    double waitForWindow(const QSize& least, double started);
+    /// Waits for a window of at least `minSize` pixels to be mapped and white in its middle. Returns the milliseconds
+    /// since `started`, a value of now(), or a negative number after ten seconds.
+    double waitForWindow(const QSize& minSize, double started);
+    /// The steady clock, in milliseconds.
     static double now();
 
 private:

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Measures kytconvert and prints a table in Markdown: a row for each run of the program, with medians of five runs.
+# Measures kytconvert and prints a Markdown table with one row per command; times are medians of five runs.
 # Usage: bench/convert.sh [KYTCONVERT]
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
@@ -7,11 +7,11 @@ program=$(readlink -f "${1:-$root/build/release/kytconvert}")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# measure FROM TO COUNT THINGS ARGUMENT...: runs the program and prints its row.
+# measure FROM TO COUNT UNIT ARGUMENT...: runs kytconvert with the arguments and prints a row.
 measure() {
     python3 - "$program" "$@" <<'END'
 import resource, statistics, subprocess, sys, time
-program, source, target, count, things, *arguments = sys.argv[1:]
+program, source, target, count, unit, *arguments = sys.argv[1:]
 times = []
 for run in range(5):
     start = time.monotonic()
@@ -19,11 +19,11 @@ for run in range(5):
     times.append(time.monotonic() - start)
 seconds = statistics.median(times)
 memory = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss / 1024
-print(f"| {source} | {target} | {seconds:.2f} s | {int(count) / seconds:.0f} {things} | {memory:.0f} MiB |")
+print(f"| {source} | {target} | {seconds:.2f} s | {int(count) / seconds:.0f} {unit} | {memory:.0f} MiB |")
 END
 }
 
-# The known molecules, over and over.
+# 1000 lines: the molecules of the tests, repeated.
 grep -v -e '^#' -e ' ! ' "$root/tests/convert/molecules.smi" >"$work/known.smi"
 for _ in 1 2 3; do cat "$work/known.smi"; done | head -n 1000 >"$work/molecules.smi"
 [ "$(wc -l <"$work/molecules.smi")" -eq 1000 ]
@@ -40,7 +40,7 @@ print(" END_MOLECULE\nEND_KYTFILE")
 END
 
 mkdir "$work/pictures"
-printf '| from | to | time | in a second | memory |\n|---|---|---|---|---|\n'
+printf '| from | to | time | per second | memory |\n|---|---|---|---|---|\n'
 measure "1 000 molecules as SMILES" "one SD file" 1000 molecules "$work/molecules.smi" -o "$work/molecules.sdf"
 measure "the same" "1 000 SVG pictures" 1000 molecules "$work/molecules.smi" -o "$work/pictures/%04d.svg"
 measure "the same" "1 000 PNG pictures" 1000 molecules "$work/molecules.smi" -o "$work/pictures/%04d.png"

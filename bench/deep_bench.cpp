@@ -1,5 +1,5 @@
-// Measures editing what is deep or dense: a long chain, a wide sheet of rings, a star, a ladder of diamonds, each plain
-// and with wedges, at two sizes. Time is to grow no faster than the drawing.
+// Measures the editing of deep and dense drawings: a long chain, a wide sheet of rings, a star and a ladder of
+// diamonds, each with and without wedges, in two sizes. Times should grow linearly with the size.
 
 #include "app/kytstudio.h"
 #include "bench/Measuring.h"
@@ -23,8 +23,8 @@
 namespace {
 
 constexpr int rounds = 5;
-constexpr double growthLimit = 1.6; // of the time per bond, from the small drawing to the large one
-constexpr double leastTime = 1;     // milliseconds; less is noise
+constexpr double growthLimit = 1.6; // of the time per part, from the small to the large drawing
+constexpr double minTime = 1;       // milliseconds; shorter times are noise
 
 struct Shape {
     const char* name;
@@ -42,7 +42,7 @@ const Shape shapes[] = {
 
 using Times = std::map<std::string, std::vector<double>>;
 
-/// The atom with the most bonds of those around the middle: the centre of a star.
+/// The centre of a star, which is its first atom; in other drawings, an atom in the middle.
 KytAtom* busiestAtom(const QList<KytAtom*>& atoms)
 {
     KytAtom* busiest = atoms[atoms.size() / 2];
@@ -52,27 +52,27 @@ KytAtom* busiestAtom(const QList<KytAtom*>& atoms)
 bool measureOnce(KytStudioDoc& doc, const QString& fileName, qsizetype expectedAtoms, Times& times)
 {
     doc.newDoc();
-    const auto taken = [&](const char* name, const std::function<void()>& work) {
+    const auto measureTime = [&](const char* name, const std::function<void()>& work) {
         times[name].push_back(processorTime(work));
     };
-    taken("load", [&] { doc.load(fileName, false); });
+    measureTime("load", [&] { doc.load(fileName, false); });
     KytStudioView view(nullptr, &doc);
     QList<KytAtom*> atoms = drawnAtoms(*doc.canvas);
     if (atoms.size() != expectedAtoms) {
-        std::fprintf(stderr, "the drawing was not read as it was written\n");
+        std::fprintf(stderr, "the drawing read differs from the one written\n");
         return false;
     }
-    taken("depth", [&] { atoms.first()->setAtomZ(atoms.first()->getAtomZ() + 1); });
-    taken("drag", [&] { moveOneStep(&view, atoms.first(), KYTVS_view); });
-    taken("rotate", [&] { moveOneStep(&view, atoms.first(), KYTVS_rotate); });
-    taken("save", [&] { doc.saveAs(fileName + QStringLiteral(".saved")); });
+    measureTime("depth", [&] { atoms.first()->setAtomZ(atoms.first()->getAtomZ() + 1); });
+    measureTime("drag", [&] { moveOneStep(&view, atoms.first(), KYTVS_view); });
+    measureTime("rotate", [&] { moveOneStep(&view, atoms.first(), KYTVS_rotate); });
+    measureTime("save", [&] { doc.saveAs(fileName + QStringLiteral(".saved")); });
     auto* target = new KytAtom(doc.canvas, busiestAtom(atoms)->getAtomZ(), false);
-    taken("merge", [&] { target->combine(busiestAtom(atoms)); });
-    taken("split", [&] { delete anyBondOf(target); });
-    taken("delete", [&] { delete target; });
-    taken("clear", [&] { doc.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
+    measureTime("merge", [&] { target->combine(busiestAtom(atoms)); });
+    measureTime("split", [&] { delete anyBondOf(target); });
+    measureTime("delete", [&] { delete target; });
+    measureTime("clear", [&] { doc.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
     doc.load(fileName, false);
-    taken("free", [&] { delete doc.canvas; });
+    measureTime("free", [&] { delete doc.canvas; });
     return true;
 }
 
@@ -103,7 +103,7 @@ bool compareSizes(const Shape& shape, bool wedges, std::string& missed)
     for (const char* name : {"load", "depth", "drag", "rotate", "save", "merge", "split", "delete", "clear", "free"}) {
         const double before = median(small[name]);
         const double after = median(large[name]);
-        const double growth = after / std::max(before, leastTime) * shape.small / shape.large;
+        const double growth = after / std::max(before, minTime) * shape.small / shape.large;
         if (growth > growthLimit)
             missed +=
                 std::string(missed.empty() ? "" : "; ") + shape.name + (wedges ? " with wedges" : "") + ", " + name;

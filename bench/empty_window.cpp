@@ -1,4 +1,4 @@
-// What the editor's start is compared with: a main window of its size with an empty, white graphics view.
+// Reference for the start time of the editor: a main window of the same size with an empty, white graphics view.
 
 #include <QApplication>
 #include <QGraphicsScene>

@@ -11,16 +11,16 @@
 #include <cstdio>
 #include <cstdlib>
 
-// How long the 3D viewer takes to show a drawing, and how fast it draws it: i3d_bench
-// Needs a display with OpenGL. Prints a line for each size of drawing; the first frame is the median of five windows.
+// Measures the time to the first frame and the frame rate of the 3D viewer. Needs a display with OpenGL. Prints one
+// line per drawing size; the time to the first frame is the median of five windows.
 
 namespace {
 
 constexpr double spacing = 40; // canvas pixels between neighbours
 constexpr int rounds = 5;
-constexpr qint64 measuredTime = 3'000'000'000; // nanoseconds of frames
+constexpr qint64 measuredTime = 3'000'000'000; // nanoseconds, for the frame rate
 
-/// Draws `count` atoms as a square lattice in one molecule, each joined to its neighbours on the left and above.
+/// Draws a molecule of `count` atoms as a square lattice; each atom is bonded to its left and upper neighbours.
 void drawLattice(KytStudioDoc& doc, int count)
 {
     const int columns = static_cast<int>(std::ceil(std::sqrt(count)));
@@ -39,7 +39,7 @@ void drawLattice(KytStudioDoc& doc, int count)
     atoms.first()->spreadMolecule();
 }
 
-/// Milliseconds until the window is open and shows its first frame.
+/// Opens the window and renders the first frame. Returns the time in milliseconds.
 double openWithFrame(KytI3dView& viewer)
 {
     QElapsedTimer clock;

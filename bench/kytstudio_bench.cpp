@@ -1,8 +1,8 @@
-// Measures how fast the editor is and what memory it takes, and prints the figures as a table in Markdown.
+// Measures the speed and the memory use of the editor and prints the results as a Markdown table.
 //
-// Each drawing is measured in a process of its own, so that its peak memory is its own: without arguments the program
-// runs itself once for each drawing; with the name of a drawing it measures that one and prints bare figures.
-// Dragging and rotating go through the X server: the pointer really moves, and a step ends when the canvas is painted.
+// Each drawing is measured in a separate process, so that its peak memory is known: without arguments, the program runs
+// itself once for each drawing; with the name of a drawing, it measures that drawing and prints plain results. Dragging
+// and rotating use the X server: the pointer is moved, and a step ends when the canvas has been painted.
 
 #include "app/kytstudio.h"
 #include "bench/Measuring.h"
@@ -37,16 +37,16 @@
 namespace {
 
 constexpr int rounds = 5;
-constexpr int steps = 20;         // of the mouse, for each figure of dragging and rotating
-constexpr int idleSeconds = 60;   // for which the resting editor is watched
+constexpr int steps = 20;         // mouse moves per measurement of dragging or rotating
+constexpr int idleSeconds = 60;   // duration of the measurement of the idle editor
 const QSize windowSize(450, 400); // pixels
-/// What is measured: a drawing of so many atoms.
+/// A drawing to measure.
 struct Drawing {
     const char* name;
     LargeDrawing (*make)(int, bool);
     int atoms;
     bool wedges;
-    bool movedOnly; // nothing but dragging and rotating is measured
+    bool movedOnly; // only dragging and rotating is measured
 };
 
 const Drawing drawings[] = {
@@ -55,11 +55,11 @@ const Drawing drawings[] = {
     {"sheet 100000", large::sheet, 100000, false, false}, {"wedge chain 1000", large::chain, 1000, true, true},
     {"wedge sheet 1000", large::sheet, 1000, true, true},
 };
-const std::string none; // for what does not depend on a drawing
+const std::string none; // for figures that do not depend on a drawing
 
 using Figures = std::map<std::string, double>;
 
-/// One row of the table: a figure, or the growth of one from 20 000 to 100 000 atoms.
+/// One row of the table.
 struct Row {
     const char* label;
     const char* figure;
@@ -69,41 +69,43 @@ struct Row {
 };
 
 const Row rows[] = {
-    {"start to the main window on the screen, against an empty window with a graphics view", "start", none, "times",
-     1.6},
+    {"start until the main window is painted, compared with a window with an empty graphics view", "start", none,
+     "times", 1.6},
     {"memory of the idle, empty editor", "idle memory", none, "MiB", 60},
-    {"processor time of the idle editor over 60 s", "idle time", none, "s", 0.05},
-    {"open 900 atoms, from the command to the repainted canvas", "open", "sheet 900", "ms", 30},
-    {"open 20 000 atoms, likewise", "open", "sheet 20000", "ms", 500},
+    {"processor time of the idle editor in 60 s", "idle time", none, "s", 0.05},
+    {"open 900 atoms, until the canvas is painted", "open", "sheet 900", "ms", 30},
+    {"open 20 000 atoms, until the canvas is painted", "open", "sheet 20000", "ms", 500},
     {"save 20 000 atoms", "save", "sheet 20000", "ms", 100},
-    {"New on 20 000 atoms in one molecule", "new", "sheet 20000", "ms", 150},
+    {"New with 20 000 atoms in one molecule", "new", "sheet 20000", "ms", 150},
     {"handle one mouse move over 20 000 atoms, without painting", "hover", "sheet 20000", "ms", 0.1},
-    {"drag one atom of 20 000, one step with repaint", "drag atom", "sheet 20000", "ms", 4},
-    {"drag a chain of 1 000 wedges, one step with repaint", "drag molecule", "wedge chain 1000", "ms", 8},
-    {"rotate a chain of 1 000 wedges, likewise", "rotate molecule", "wedge chain 1000", "ms", 8},
-    {"drag a sheet of 1 000 atoms with 5 % wedges, likewise", "drag molecule", "wedge sheet 1000", "ms", 4},
-    {"rotate a sheet of 1 000 atoms with 5 % wedges, likewise", "rotate molecule", "wedge sheet 1000", "ms", 4},
-    {"drag a sheet of 20 000 atoms, likewise", "drag molecule", "sheet 20000", "ms", 12},
-    {"rotate a sheet of 20 000 atoms, likewise", "rotate molecule", "sheet 20000", "ms", 12},
-    {"drag a sheet of 100 000 atoms, likewise", "drag molecule", "sheet 100000", "ms", 70},
-    {"rotate a sheet of 100 000 atoms, likewise", "rotate molecule", "sheet 100000", "ms", 70},
+    {"drag one atom of 20 000, one step including the repaint", "drag atom", "sheet 20000", "ms", 4},
+    {"drag a chain of 1 000 wedges, one step including the repaint", "drag molecule", "wedge chain 1000", "ms", 8},
+    {"rotate a chain of 1 000 wedges, one step including the repaint", "rotate molecule", "wedge chain 1000", "ms", 8},
+    {"drag a sheet of 1 000 atoms with 5 % wedges, one step including the repaint", "drag molecule", "wedge sheet 1000",
+     "ms", 4},
+    {"rotate a sheet of 1 000 atoms with 5 % wedges, one step including the repaint", "rotate molecule",
+     "wedge sheet 1000", "ms", 4},
+    {"drag a sheet of 20 000 atoms, one step including the repaint", "drag molecule", "sheet 20000", "ms", 12},
+    {"rotate a sheet of 20 000 atoms, one step including the repaint", "rotate molecule", "sheet 20000", "ms", 12},
+    {"drag a sheet of 100 000 atoms, one step including the repaint", "drag molecule", "sheet 100000", "ms", 70},
+    {"rotate a sheet of 100 000 atoms, one step including the repaint", "rotate molecule", "sheet 100000", "ms", 70},
     {"delete one atom in the middle of a molecule of 20 000", "delete", "sheet 20000", "ms", 30},
-    {"peak memory with 20 000 atoms open, for each atom", "memory", "sheet 20000", "KiB", 7},
-    {"3D: from the command to the first frame, 1 000 atoms", "first frame", "sheet 1000", "ms", 500},
+    {"peak memory per atom, with 20 000 atoms open", "memory", "sheet 20000", "KiB", 7},
+    {"open the 3D window with 1 000 atoms, until the first frame", "first frame", "sheet 1000", "ms", 500},
 };
 
 const char* const growing[] = {"open",   "save",       "new", "hover", "drag atom", "drag molecule", "rotate molecule",
                                "delete", "first frame"};
-constexpr double mostGrowth = 8;
-constexpr double mostHoverRatio = 3;
+constexpr double maxGrowth = 8;
+constexpr double maxHoverRatio = 3;
 
-[[noreturn]] void fail(const char* sentence)
+[[noreturn]] void fail(const char* message)
 {
-    std::fprintf(stderr, "%s\n", sentence);
+    std::fprintf(stderr, "%s\n", message);
     std::exit(1);
 }
 
-/// Counts what reaches the viewport.
+/// Counts the move and paint events of a viewport.
 class Watch : public QObject {
 public:
     explicit Watch(QWidget* watched) { watched->installEventFilter(this); }
@@ -119,7 +121,7 @@ protected:
     }
 };
 
-/// Works off events until `done` holds; false when it does not within a second.
+/// Processes events until `done` returns true; returns false after one second.
 bool processUntil(const std::function<bool()>& done)
 {
     QTimer limit;
@@ -138,7 +140,7 @@ void settle()
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
 }
 
-/// The editor's window with one drawing.
+/// The editor's window with a drawing of `count` atoms.
 class Editor {
 public:
     explicit Editor(const Drawing& drawing)
@@ -153,7 +155,7 @@ public:
         settle();
     }
 
-    /// Milliseconds by the wall clock until the drawing is read and painted.
+    /// Wall time in milliseconds until the drawing has been read and painted.
     double open()
     {
         const int paints = watch.paints;
@@ -162,11 +164,11 @@ public:
         window.doc->load(file, false);
         if (!processUntil([&] { return watch.paints > paints; }))
             fail("the drawing was not painted");
-        const double taken = double(clock.nsecsElapsed()) / 1e6;
+        const double elapsed = double(clock.nsecsElapsed()) / 1e6;
         if (drawnAtoms(*window.doc->canvas).size() != drawing.atoms)
-            fail("the drawing was not read as it was written");
+            fail("the drawing read differs from the one written");
         settle();
-        return taken;
+        return elapsed;
     }
 
     double save()
@@ -176,17 +178,17 @@ public:
 
     double clear()
     {
-        const double taken = processorTime([this] { window.slotFileNew(); });
+        const double elapsed = processorTime([this] { window.slotFileNew(); });
         settle();
-        return taken;
+        return elapsed;
     }
 
-    /// Handling of one mouse move over the drawing, without painting.
+    /// Processor time in milliseconds for handling one mouse move over the drawing, without painting.
     double hover()
     {
         constexpr int moves = 2000;
         const QPointF middle = visibleAtom();
-        const double taken = processorTime([&] {
+        const double elapsed = processorTime([&] {
             for (int i = 0; i < moves; ++i) {
                 const QPointF at = middle + QPointF(i % 31 - 15, i / 31 % 31 - 15);
                 QMouseEvent event(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
@@ -194,7 +196,7 @@ public:
             }
         });
         settle();
-        return taken / moves;
+        return elapsed / moves;
     }
 
     double dragAtom() { return gesture(KYTVS_view, false); }
@@ -205,9 +207,9 @@ public:
     {
         const QList<KytAtom*> atoms = drawnAtoms(*window.doc->canvas);
         KytAtom* atom = atoms[atoms.size() / 2];
-        const double taken = processorTime([&] { delete atom; });
+        const double elapsed = processorTime([&] { delete atom; });
         settle();
-        return taken;
+        return elapsed;
     }
 
     double firstFrame()
@@ -219,13 +221,13 @@ public:
             fail("the 3D window did not open");
         viewer.step();
         glFinish();
-        const double taken = double(clock.nsecsElapsed()) / 1e6;
+        const double elapsed = double(clock.nsecsElapsed()) / 1e6;
         viewer.close();
-        return taken;
+        return elapsed;
     }
 
 private:
-    /// An atom near the middle of what the window shows.
+    /// The atom that is nearest to the centre of the viewport.
     QPointF visibleAtom() const
     {
         const QRect shown = window.view->viewport()->rect();
@@ -237,7 +239,7 @@ private:
         return best;
     }
 
-    /// Milliseconds of processor time for a step of a drag with the real pointer, the repaint included.
+    /// Processor time in milliseconds for one step of a drag with the real pointer, including the repaint.
     double gesture(KytViewState mode, bool control)
     {
         window.view->canvasState = mode;
@@ -249,26 +251,26 @@ private:
         if (!processUntil([this] { return window.view->moving != nullptr; }))
             fail("no atom was grabbed");
         settle();
-        std::vector<double> taken;
+        std::vector<double> elapsed;
         for (int i = 1; i <= steps; ++i)
-            taken.push_back(processorTime([&] { moveTo(start + QPoint(i % 2 ? 3 : 0, i % 4)); }));
-        window.view->moving = nullptr; // let go without a merge
+            elapsed.push_back(processorTime([&] { moveTo(start + QPoint(i % 2 ? 3 : 0, i % 4)); }));
+        window.view->moving = nullptr; // prevents a merge on release
         screen.releaseButton(1);
         if (control)
             screen.releaseControl();
         settle();
         window.view->canvasState = KYTVS_view;
-        return median(taken);
+        return median(elapsed);
     }
 
-    /// Moves the pointer, and waits until the move has arrived and what it changed is painted.
+    /// Moves the pointer and waits until the move has been received and the changes have been painted.
     void moveTo(const QPoint& p)
     {
         const int moves = watch.moves;
         const int paints = watch.paints;
         screen.movePointer(p);
         if (!processUntil([&] { return watch.moves > moves; }) && window.view->moving)
-            fail("the pointer's move did not arrive");
+            fail("no mouse move event was received");
         if (window.view->moving && !processUntil([&] { return watch.paints > paints; }))
             fail("the step was not painted");
     }
@@ -314,14 +316,14 @@ int measureDrawing(const Drawing& drawing)
     return 0;
 }
 
-/// The figures that this program finds for a drawing, in a process of its own.
+/// Measures a drawing in a separate process.
 Figures measured(const Drawing& drawing)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(drawing.name)});
     if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        fail("a drawing could not be measured");
+        fail("a drawing cannot be measured");
     Figures figures;
     for (const QByteArray& line : process.readAllStandardOutput().split('\n')) {
         const QList<QByteArray> words = line.split(':');
@@ -331,19 +333,19 @@ Figures measured(const Drawing& drawing)
     return figures;
 }
 
-/// Starts `program` and ends it again; milliseconds until its window is painted.
+/// Starts `program`, waits until its window is painted, and kills it. Returns the start time in milliseconds.
 double startOnce(Screen& screen, const QString& program)
 {
     QProcess process;
     const double started = Screen::now();
     process.start(program, {});
-    const double taken = screen.waitForWindow(windowSize, started);
-    if (taken < 0)
-        fail("no window came up");
+    const double elapsed = screen.waitForWindow(windowSize, started);
+    if (elapsed < 0)
+        fail("no window was shown");
     process.kill();
     process.waitForFinished();
-    QThread::msleep(100); // for the window manager to take the window away
-    return taken;
+    QThread::msleep(100); // until the window manager has removed the window
+    return elapsed;
 }
 
 double startRatio(const QString& program, const QString& emptyWindow)
@@ -359,7 +361,7 @@ double startRatio(const QString& program, const QString& emptyWindow)
     return median(own) / median(empty);
 }
 
-/// Seconds of processor time that the process has taken so far, threads that have ended included.
+/// Processor time used by the process so far, in seconds, including threads that have ended.
 double processorSeconds(qint64 process)
 {
     QFile file(QStringLiteral("/proc/%1/stat").arg(process));
@@ -367,7 +369,7 @@ double processorSeconds(qint64 process)
         fail("the editor's processor time cannot be read");
     const QByteArray text = file.readAll();
     const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-    constexpr int userTime = 11; // counted behind the program's name; the system's time follows
+    constexpr int userTime = 11; // field index after the program's name; the system time follows
     return (fields.value(userTime).toDouble() + fields.value(userTime + 1).toDouble()) / double(sysconf(_SC_CLK_TCK));
 }
 
@@ -388,7 +390,7 @@ void measureIdle(const QString& program, Figures& figures)
     QProcess process;
     process.start(program, {});
     if (screen.waitForWindow(windowSize, Screen::now()) < 0)
-        fail("no window came up");
+        fail("no window was shown");
     QThread::sleep(3);
     figures["idle memory"] = residentMemory(process.processId());
     const double before = processorSeconds(process.processId());
@@ -398,7 +400,7 @@ void measureIdle(const QString& program, Figures& figures)
     process.waitForFinished();
 }
 
-/// A table of figures and their limits, and below it those that miss theirs.
+/// A Markdown table of figures and their limits, followed by a list of those that miss theirs.
 class Table {
 public:
     Table() { std::printf("| what | measured | at most | reached |\n|---|---|---|---|\n"); }
@@ -427,15 +429,14 @@ void printTable(std::map<std::string, Figures>& figures)
     Table table;
     for (const Row& row : rows)
         table.add(row.label, figures[row.drawing][row.figure], row.unit, row.limit);
-    table.add("mouse move over 20 000 atoms against 100",
-              figures["sheet 20000"]["hover"] / figures["sheet 100"]["hover"], "times", mostHoverRatio);
+    table.add("mouse move over 20 000 atoms, compared with 100 atoms",
+              figures["sheet 20000"]["hover"] / figures["sheet 100"]["hover"], "times", maxHoverRatio);
     Figures& small = figures["sheet 20000"];
     Figures& large = figures["sheet 100000"];
     for (const char* name : growing)
         table.add(std::string("growth from 20 000 to 100 000 atoms: ") + name, large[name] / small[name], "times",
-                  mostGrowth);
-    table.add("growth from 20 000 to 100 000 atoms: memory", 5 * large["memory"] / small["memory"], "times",
-              mostGrowth);
+                  maxGrowth);
+    table.add("growth from 20 000 to 100 000 atoms: memory", 5 * large["memory"] / small["memory"], "times", maxGrowth);
     table.printMissed();
 }
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the benchmarks in the release preset, runs them on a virtual screen, and writes what they measured and on which
-# machine into docs/performance.md. Takes about ten minutes; nothing else should run meanwhile.
+# Builds the benchmarks with the release preset, runs them on a virtual screen, and writes the results and the machine's
+# properties into docs/performance.md. Takes about ten minutes; nothing else should run at the same time.
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 # shellcheck source=scripts/setup.sh
@@ -34,7 +34,7 @@ done
     bench/convert.sh
 } | tee "$table"
 
-# Whatever stands between the two marks in the page is made here.
+# Replace the text between the two marks in the page.
 awk -v table="$table" '
     /<!-- figures -->/ { print; print ""; while ((getline line < table) > 0) print line; print ""; skipping = 1 }
     /<!-- end of figures -->/ { skipping = 0 }

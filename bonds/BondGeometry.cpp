@@ -7,9 +7,9 @@
 namespace {
 
 constexpr double straightOffset = 6;        // pixels between the lines of a horizontal or vertical bond
-constexpr double slantedOffsetSquared = 30; // square of the same for a slanted bond
+constexpr double slantedOffsetSquared = 30; // square of the offset for a slanted bond
 
-/// The step from the centre line to the third line.
+/// The offset from the centre line to the third line.
 QPointF sideStep(const QPointF& from, const QPointF& to)
 {
     if (from.x() == to.x())
@@ -22,7 +22,7 @@ QPointF sideStep(const QPointF& from, const QPointF& to)
     const double along = across / slope;
     if (std::isfinite(across) && std::isfinite(along) && across > 0)
         return {across, -along};
-    // The slope is beyond what can be squared: next to vertical or next to horizontal.
+    // The square of the slope overflows or underflows: the bond is almost vertical or horizontal.
     const double offset = std::copysign(std::sqrt(slantedOffsetSquared), slope);
     return std::fabs(slope) > 1 ? QPointF(std::fabs(offset), 0) : QPointF(0, -offset);
 }

@@ -7,18 +7,18 @@
 class KytAtom;
 class KytBond;
 
-/// A bond in the square table of a molecule's atoms: its row is the from-atom's index, its column the to-atom's.
+/// A cell of a molecule's bond matrix: the row is the index of the start atom, the column that of the end atom.
 struct BondCell {
     int row;
     int column;
     KytBond* bond;
 };
 
-/// The filled cells of that table, row by row and within a row by column.
+/// The non-empty cells of the bond matrix of `atoms`, sorted by row, then by column.
 ///
-/// `atoms` are the molecule's atoms in index order. Where several bonds share a cell, the one met last stays: atom by
-/// atom, incoming before outgoing. An end that is not among `atoms` counts as index 0. Sets KytAtom::index.
+/// Where several bonds share a cell, the last one is kept, in the order of the atoms, incoming before outgoing bonds.
+/// An end that is not in `atoms` counts as index 0. Sets KytAtom::index.
 std::vector<BondCell> bondTable(const QList<KytAtom*>& atoms);
 
-/// The index of `atom` in `atoms`, or 0 when it is not there. Constant time for atoms that bondTable has ranked.
+/// The index of `atom` in `atoms`; 0 if it is not in the list. Constant time if bondTable was last called with `atoms`.
 int indexOfAtom(const QList<KytAtom*>& atoms, const KytAtom* atom);

@@ -3,157 +3,158 @@
 #include "bonds/KytBond.h"
 #include "model/KytAtom.h"
 
-BondUpdate::BondUpdate(qint64 affordableSteps)
-    : affordableSteps(affordableSteps)
+BondUpdate::BondUpdate(qint64 stepLimit)
+    : stepLimit(stepLimit)
 {
 }
 
 BondUpdate::~BondUpdate()
 {
-    if (putsOff)
-        settle();
-    for (const Concerned& one : all)
-        if (one.bond)
-            one.bond->layOut();
+    if (isDeferring)
+        propagateDeferred();
+    for (const AffectedBond& affected : affectedBonds)
+        if (affected.bond)
+            affected.bond->layOut();
 }
 
 void BondUpdate::update(KytBond* bond)
 {
-    Concerned& moved = concerned(bond);
+    AffectedBond& moved = affectedBond(bond);
     moved.riseIsKnown = false;
-    if (!putsOff) {
-        carry(moved);
-        putsOff = !follow();
+    if (!isDeferring) {
+        propagateAlong(moved);
+        isDeferring = !propagateOnwards();
     }
-    if (putsOff)
-        putOff(bond);
+    if (isDeferring)
+        defer(bond);
 }
 
 void BondUpdate::setDepth(KytAtom* atom, float depth)
 {
     if (depth == atom->atomZ)
         return;
-    if (!putsOff) {
-        change(atom, depth);
-        putsOff = !follow();
+    if (!isDeferring) {
+        changeDepth(atom, depth);
+        isDeferring = !propagateOnwards();
     }
-    if (putsOff)
-        settleAt(atom, depth);
+    if (isDeferring)
+        changeDeferredDepth(atom, depth);
 }
 
 void BondUpdate::forget(const KytBond* bond)
 {
     rings.forget();
-    if (walk.hasMet(bond->mark))
-        all[bond->mark.note] = {nullptr};
+    if (walk.hasVisited(bond->mark))
+        affectedBonds[bond->mark.value] = {nullptr};
 }
 
-BondUpdate::Concerned& BondUpdate::concerned(KytBond* bond)
+BondUpdate::AffectedBond& BondUpdate::affectedBond(KytBond* bond)
 {
-    if (!walk.hasMet(bond->mark)) {
-        walk.meet(bond->mark, static_cast<int>(all.size()));
-        all.push_back({bond});
+    if (!walk.hasVisited(bond->mark)) {
+        walk.visit(bond->mark, static_cast<int>(affectedBonds.size()));
+        affectedBonds.push_back({bond});
     }
-    return all[bond->mark.note];
+    return affectedBonds[bond->mark.value];
 }
 
-float BondUpdate::depthAtEnd(Concerned& along)
+float BondUpdate::depthAtEnd(AffectedBond& affected)
 {
-    if (!along.riseIsKnown) {
-        along.rise = along.bond->rise();
-        along.riseIsKnown = true;
+    if (!affected.riseIsKnown) {
+        affected.rise = affected.bond->rise();
+        affected.riseIsKnown = true;
     }
-    return along.bond->depthAtEnd(along.rise);
+    return affected.bond->depthAtEnd(affected.rise);
 }
 
-/// Gives the end atom of a bond its depth, and has it on its way from there if it changes.
-void BondUpdate::carry(Concerned& along)
+/// Sets the depth of the end atom of a bond; a changed depth is propagated by propagateOnwards().
+void BondUpdate::propagateAlong(AffectedBond& affected)
 {
-    if (!along.bond->carriesDepth())
+    if (!affected.bond->carriesDepth())
         return;
-    const float depth = depthAtEnd(along);
-    KytAtom* end = along.bond->getToAtom();
-    if (depth != end->atomZ && !rings.climbsAround(along.bond))
-        change(end, depth);
+    const float depth = depthAtEnd(affected);
+    KytAtom* end = affected.bond->getToAtom();
+    if (depth != end->atomZ && !rings.climbsAround(affected.bond))
+        changeDepth(end, depth);
 }
 
-void BondUpdate::change(KytAtom* atom, float depth)
+void BondUpdate::changeDepth(KytAtom* atom, float depth)
 {
     changes.emplace_back(atom, atom->atomZ);
     atom->atomZ = depth;
     ++changed;
-    way.push_back({atom, 0});
+    path.push_back({atom, 0});
 }
 
-/// Follows the depth that is on its way until it has come to rest; false, and nothing is changed, when that takes more
-/// than is left of what the update can afford.
-bool BondUpdate::follow()
+/// Propagates changed depths until no depth changes any more. If that exceeds the step limit, undoes the changes and
+/// returns false.
+bool BondUpdate::propagateOnwards()
 {
-    while (!way.empty()) {
-        OnTheWay& last = way.back();
+    while (!path.empty()) {
+        PathStep& last = path.back();
         if (last.next == last.atom->outList.size()) {
-            way.pop_back();
+            path.pop_back();
             continue;
         }
-        if (++steps > affordableSteps || rings.forgottenBonds() > affordableSteps) {
-            takeBack();
+        if (++steps > stepLimit || rings.forgottenBonds() > stepLimit) {
+            undoChanges();
             return false;
         }
-        carry(concerned(last.atom->outList[last.next++]));
+        propagateAlong(affectedBond(last.atom->outList[last.next++]));
     }
     changes.clear();
     return true;
 }
 
-void BondUpdate::takeBack()
+void BondUpdate::undoChanges()
 {
     for (; !changes.empty(); changes.pop_back())
         changes.back().first->atomZ = changes.back().second;
-    way.clear();
+    path.clear();
 }
 
-bool BondUpdate::isPutOff(const KytBond* bond) const
+bool BondUpdate::isDeferred(const KytBond* bond) const
 {
-    return walk.hasMet(bond->mark) && all[bond->mark.note].wasPutOff;
+    return walk.hasVisited(bond->mark) && affectedBonds[bond->mark.value].isDeferred;
 }
 
-/// Gives all bonds that were put off their turn, from start atoms to end atoms. Each passes on at most once.
-void BondUpdate::settle()
+/// Propagates depth along all deferred bonds in topological order, from start atoms to end atoms. Each bond is
+/// processed at most once.
+void BondUpdate::propagateDeferred()
 {
-    for (std::size_t i = 0; i < all.size(); ++i)
-        if (all[i].wasPutOff && all[i].bond->carriesDepth())
-            rings.setOf(all[i].bond->getFromAtom());
+    for (std::size_t i = 0; i < affectedBonds.size(); ++i)
+        if (affectedBonds[i].isDeferred && affectedBonds[i].bond->carriesDepth())
+            rings.setOf(affectedBonds[i].bond->getFromAtom());
     for (int set = static_cast<int>(rings.sets().size()) - 1; set >= 0; --set) {
         const RingSet& ring = rings.sets()[set];
         if (ring.atoms.size() == 1 || ring.climbs) {
             for (KytAtom* atom : ring.atoms)
-                settleAtom(atom, set);
+                updateDeferredAtom(atom, set);
         } else {
-            settleRing(ring, set);
+            updateDeferredRing(ring, set);
         }
     }
 }
 
-/// Gives an atom the depth that the last of its incoming bonds from outside the set has for it.
-void BondUpdate::settleAtom(KytAtom* atom, int set)
+/// Sets the depth of an atom from the last of its deferred incoming bonds from outside the set.
+void BondUpdate::updateDeferredAtom(KytAtom* atom, int set)
 {
     KytBond* deciding = nullptr;
     for (KytBond* bond : atom->inList)
-        if (isPutOff(bond) && bond->carriesDepth() && rings.setOf(bond->getFromAtom()) != set)
+        if (isDeferred(bond) && bond->carriesDepth() && rings.setOf(bond->getFromAtom()) != set)
             deciding = bond;
     if (deciding)
-        settleAt(atom, depthAtEnd(concerned(deciding)));
+        changeDeferredDepth(atom, depthAtEnd(affectedBond(deciding)));
 }
 
-/// Gives all atoms of a ring that does not climb one depth: the last that comes from outside or, if none does, that of
-/// an atom in it from which a bond was put off.
-void BondUpdate::settleRing(const RingSet& ring, int set)
+/// Sets all atoms of a ring that does not climb to one depth: from the last deferred bond that enters the ring or,
+/// without one, from the last deferred bond within the ring.
+void BondUpdate::updateDeferredRing(const RingSet& ring, int set)
 {
     KytBond* deciding = nullptr;
     bool isFromOutside = false;
     for (const KytAtom* atom : ring.atoms)
         for (KytBond* bond : atom->inList) {
-            if (!isPutOff(bond) || !bond->carriesDepth())
+            if (!isDeferred(bond) || !bond->carriesDepth())
                 continue;
             const bool outside = rings.setOf(bond->getFromAtom()) != set;
             if (!deciding || outside || !isFromOutside)
@@ -162,16 +163,16 @@ void BondUpdate::settleRing(const RingSet& ring, int set)
         }
     if (!deciding)
         return;
-    const float depth = depthAtEnd(concerned(deciding));
+    const float depth = depthAtEnd(affectedBond(deciding));
     for (KytAtom* atom : ring.atoms)
-        settleAt(atom, depth);
+        changeDeferredDepth(atom, depth);
 }
 
-void BondUpdate::settleAt(KytAtom* atom, float depth)
+void BondUpdate::changeDeferredDepth(KytAtom* atom, float depth)
 {
     if (depth == atom->atomZ)
         return;
     atom->atomZ = depth;
     for (KytBond* bond : atom->outList)
-        putOff(bond);
+        defer(bond);
 }

@@ -9,77 +9,76 @@
 class KytAtom;
 class KytBond;
 
-/// What follows for the bonds of a drawing when atoms move, change their depths or change their bonds: depth travels
-/// along the bonds, and every bond concerned is laid out again, once, when the update ends.
+/// Updates bonds after atoms have moved or have changed their depths or bonds: propagates depth along the bonds and, at
+/// the end of the update, lays out every affected bond once.
 ///
-/// Depth travels at once, by this rule: a bond that is updated gives its end atom a depth (KytBond::rise above that of
-/// its start atom), and an atom whose depth really changes updates its outgoing bonds, in the order of its list, each
-/// with all that follows from it before the next. Bonds in a directed ring that climbs carry no depth (DirectedRings):
-/// there, the rule alone would never come to rest.
+/// Depth is propagated immediately, by this rule: an updated bond sets the depth of its end atom (KytBond::rise above
+/// its start atom), and an atom whose depth has changed updates its outgoing bonds in list order, depth first. Bonds in
+/// a directed ring that climbs carry no depth (DirectedRings), because the rule would not terminate there.
 ///
-/// The rule takes as many steps as there are ways from atom to atom. One update follows it for `affordableSteps`. What
-/// would take more is put off to the end and settled in one pass from start atoms to end atoms, in which the last one
-/// in an atom's incoming list decides, of those bonds that have a depth to give. Where no atom has several incoming
-/// bonds that disagree, that makes no difference.
+/// The rule takes one step for every path between two atoms, which can be exponential in the number of bonds. After
+/// `stepLimit` steps, propagation is deferred to the end of the update and done in one pass from start atoms to end
+/// atoms. In this pass, the last deferred bond in an atom's incoming list that carries depth sets the depth of the
+/// atom. The result is the same unless an atom has several incoming bonds that disagree.
 ///
-/// One at a time: it marks bonds and atoms (GraphWalk).
+/// Only one update may exist at a time, because it marks bonds and atoms (GraphWalk).
 class BondUpdate {
 public:
     static constexpr qint64 usualSteps = 100'000;
 
-    explicit BondUpdate(qint64 affordableSteps = usualSteps);
-    /// Settles what was put off, and lays the bonds out.
+    explicit BondUpdate(qint64 stepLimit = usualSteps);
+    /// Completes deferred propagation and lays out the affected bonds.
     ~BondUpdate();
     BondUpdate(const BondUpdate&) = delete;
     BondUpdate& operator=(const BondUpdate&) = delete;
 
-    /// An atom of `bond` has moved, or its lines have changed.
+    /// To be called after an atom of `bond` has moved or the lines of `bond` have changed.
     void update(KytBond* bond);
-    /// Gives `atom` a depth, which must be a number.
+    /// Sets the depth of `atom`; `depth` must not be NaN.
     void setDepth(KytAtom* atom, float depth);
 
-    /// How often an atom has changed its depth so far.
+    /// The number of depth changes of atoms so far.
     qint64 depthChanges() const { return changed; }
 
-    /// A bond has another atom than before.
+    /// To be called after a bond has got another start or end atom.
     void atomReplaced() { rings.forget(); }
-    /// `bond` is about to be deleted.
+    /// To be called before `bond` is deleted.
     void forget(const KytBond* bond);
 
 private:
-    struct Concerned {
-        KytBond* bond;   // null where it has gone
-        double rise = 0; // as KytBond::rise; it changes only when an atom of the bond moves
+    struct AffectedBond {
+        KytBond* bond;   // null after it was deleted
+        double rise = 0; // cached KytBond::rise; changes only when an atom of the bond moves
         bool riseIsKnown = false;
-        bool wasPutOff = false; // it has yet to give its end atom a depth
+        bool isDeferred = false; // has not yet set the depth of its end atom
     };
-    struct OnTheWay {
+    struct PathStep {
         KytAtom* atom;
-        qsizetype next; // of its outgoing bonds
+        qsizetype next; // index of its next outgoing bond
     };
 
-    Concerned& concerned(KytBond* bond);
-    void carry(Concerned& along);
-    static float depthAtEnd(Concerned& along);
-    void change(KytAtom* atom, float depth);
-    bool follow();
-    void takeBack();
+    AffectedBond& affectedBond(KytBond* bond);
+    void propagateAlong(AffectedBond& affected);
+    static float depthAtEnd(AffectedBond& affected);
+    void changeDepth(KytAtom* atom, float depth);
+    bool propagateOnwards();
+    void undoChanges();
 
-    void putOff(KytBond* bond) { concerned(bond).wasPutOff = true; }
-    bool isPutOff(const KytBond* bond) const;
-    void settle();
-    void settleAtom(KytAtom* atom, int set);
-    void settleRing(const RingSet& ring, int set);
-    void settleAt(KytAtom* atom, float depth);
+    void defer(KytBond* bond) { affectedBond(bond).isDeferred = true; }
+    bool isDeferred(const KytBond* bond) const;
+    void propagateDeferred();
+    void updateDeferredAtom(KytAtom* atom, int set);
+    void updateDeferredRing(const RingSet& ring, int set);
+    void changeDeferredDepth(KytAtom* atom, float depth);
 
-    const qint64 affordableSteps;
+    const qint64 stepLimit;
     qint64 steps = 0;
     qint64 changed = 0;
-    bool putsOff = false; // depth is too long on its way to be followed any further
+    bool isDeferring = false; // the step limit has been exceeded
 
-    GraphWalk walk{GraphWalk::Marks::Bonds}; // notes the bonds' places in `all`
-    std::vector<Concerned> all;
-    std::vector<OnTheWay> way;                       // the atoms through which depth has come to where it is
-    std::vector<std::pair<KytAtom*, float>> changes; // of the depth on its way: the atoms and their depths before
+    GraphWalk walk{GraphWalk::Marks::Bonds}; // the value is the bond's index in affectedBonds
+    std::vector<AffectedBond> affectedBonds;
+    std::vector<PathStep> path;                      // of the current propagation
+    std::vector<std::pair<KytAtom*, float>> changes; // of the current propagation: atoms and their former depths
     DirectedRings rings;
 };

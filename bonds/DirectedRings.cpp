@@ -14,52 +14,52 @@ bool DirectedRings::climbsAround(const KytBond* bond)
 
 int DirectedRings::setOf(KytAtom* atom)
 {
-    if (!walk.hasMet(atom->mark))
+    if (!walk.hasVisited(atom->mark))
         explore(atom);
-    return met[atom->mark.note].set;
+    return nodes[atom->mark.value].set;
 }
 
 void DirectedRings::forget()
 {
-    walk.startAnew();
-    forgotten += std::exchange(lookedAt, 0);
-    met.clear();
+    walk.restart();
+    forgotten += std::exchange(examined, 0);
+    nodes.clear();
     closed.clear();
 }
 
-int DirectedRings::meet(KytAtom* atom, int before)
+int DirectedRings::addNode(KytAtom* atom, int parent)
 {
-    const int place = static_cast<int>(met.size());
-    walk.meet(atom->mark, place);
-    met.push_back({atom, before, place, -1, 0});
-    open.push_back(place);
-    return place;
+    const int index = static_cast<int>(nodes.size());
+    walk.visit(atom->mark, index);
+    nodes.push_back({atom, parent, index, -1, 0});
+    open.push_back(index);
+    return index;
 }
 
 /// Tarjan's algorithm for strongly connected components (SIAM J. Comput. 1, 1972), without recursion. A set is closed
-/// after all sets that depth can travel to from it.
+/// after all other sets to which depth can propagate from it.
 void DirectedRings::explore(KytAtom* start)
 {
-    for (int at = meet(start, -1); at >= 0;) {
-        const QList<KytBond*>& bonds = met[at].atom->outList;
-        if (met[at].next == bonds.size()) {
-            if (met[at].lowest == at)
-                closeSet(at);
-            const int before = met[at].before;
-            if (before >= 0)
-                met[before].lowest = std::min(met[before].lowest, met[at].lowest);
-            at = before;
+    for (int current = addNode(start, -1); current >= 0;) {
+        const QList<KytBond*>& bonds = nodes[current].atom->outList;
+        if (nodes[current].next == bonds.size()) {
+            if (nodes[current].lowest == current)
+                closeSet(current);
+            const int parent = nodes[current].parent;
+            if (parent >= 0)
+                nodes[parent].lowest = std::min(nodes[parent].lowest, nodes[current].lowest);
+            current = parent;
             continue;
         }
-        const KytBond* bond = bonds[met[at].next++];
-        ++lookedAt;
+        const KytBond* bond = bonds[nodes[current].next++];
+        ++examined;
         if (!bond->carriesDepth())
             continue;
         KytAtom* end = bond->getToAtom();
-        if (!walk.hasMet(end->mark))
-            at = meet(end, at);
-        else if (const Met& known = met[end->mark.note]; known.set < 0)
-            met[at].lowest = std::min(met[at].lowest, end->mark.note);
+        if (!walk.hasVisited(end->mark))
+            current = addNode(end, current);
+        else if (const Node& visited = nodes[end->mark.value]; visited.set < 0)
+            nodes[current].lowest = std::min(nodes[current].lowest, end->mark.value);
     }
 }
 
@@ -67,17 +67,17 @@ void DirectedRings::closeSet(int first)
 {
     const int number = static_cast<int>(closed.size());
     RingSet set;
-    int place;
+    int index;
     do {
-        place = open.back();
+        index = open.back();
         open.pop_back();
-        met[place].set = number;
-        set.atoms.push_back(met[place].atom);
-    } while (place != first);
+        nodes[index].set = number;
+        set.atoms.push_back(nodes[index].atom);
+    } while (index != first);
     for (const KytAtom* atom : set.atoms)
         for (const KytBond* bond : atom->outList)
-            if (bond->carriesDepth() && bond->climbs() && walk.hasMet(bond->getToAtom()->mark)
-                && met[bond->getToAtom()->mark.note].set == number)
+            if (bond->carriesDepth() && bond->climbs() && walk.hasVisited(bond->getToAtom()->mark)
+                && nodes[bond->getToAtom()->mark.value].set == number)
                 set.climbs = true;
     closed.push_back(std::move(set));
 }

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int mostLines = 3;
+constexpr int maxLines = 3;
 
 QPointF centreOf(const KytAtom* atom)
 {
@@ -29,12 +29,12 @@ QPoint pixelOf(const QPointF& p)
     return {truncated(p.x()), truncated(p.y())};
 }
 
-void place(KytBondLine* line, const QLineF& where)
+void setLine(KytBondLine* line, const QLineF& points)
 {
     if (!line)
         return;
-    const QPoint from = pixelOf(where.p1());
-    const QPoint to = pixelOf(where.p2());
+    const QPoint from = pixelOf(points.p1());
+    const QPoint to = pixelOf(points.p2());
     line->setPoints(from.x(), from.y(), to.x(), to.y());
 }
 
@@ -83,7 +83,7 @@ void KytBond::operator delete(void* bond, std::size_t size)
 
 void KytBond::addBond(KytBondType type, float angle)
 {
-    if (!fromAtom || !toAtom || bondCount < 0 || bondCount >= mostLines)
+    if (!fromAtom || !toAtom || bondCount < 0 || bondCount >= maxLines)
         return;
     if (isWedgeKind(type) && bondCount != 0)
         return;
@@ -100,13 +100,13 @@ void KytBond::addBond(KytBondType type, float angle)
 void KytBond::addLine(KytBondType lineType)
 {
     const BondLines lines = bondLines(centreOf(fromAtom), centreOf(toAtom));
-    const QLineF places[mostLines] = {lines.centre, lines.second, lines.third};
-    KytBondLine** const fields[mostLines] = {&bond1, &bond2, &bond3};
-    KytBondType* const kinds[mostLines] = {&bond1Type, &bond2Type, &bond3Type};
-    const QLineF& where = places[bondCount];
+    const QLineF points[maxLines] = {lines.centre, lines.second, lines.third};
+    KytBondLine** const fields[maxLines] = {&bond1, &bond2, &bond3};
+    KytBondType* const kinds[maxLines] = {&bond1Type, &bond2Type, &bond3Type};
+    const QLineF& line = points[bondCount];
     *kinds[bondCount] = lineType;
     *fields[bondCount] =
-        new KytBondLine(pixelOf(where.p1()), pixelOf(where.p2()), doc, this, lineType == KYTBT_DashedLine);
+        new KytBondLine(pixelOf(line.p1()), pixelOf(line.p2()), doc, this, lineType == KYTBT_DashedLine);
 }
 
 void KytBond::addWedge(KytBondType wedgeType, float angle)
@@ -123,10 +123,10 @@ void KytBond::setBond()
         BondUpdate().update(this);
 }
 
-/// Whether the bond has something to lay out.
+/// Whether the bond has lines or a wedge to lay out.
 bool KytBond::isDrawn() const
 {
-    return bondCount >= 1 && bondCount <= mostLines;
+    return bondCount >= 1 && bondCount <= maxLines;
 }
 
 void KytBond::layOut()
@@ -141,11 +141,11 @@ void KytBond::layOut()
 
     const BondLines lines = bondLines(from, to);
     if (bondCount == 3)
-        place(bond3, lines.third);
+        setLine(bond3, lines.third);
     if (bondCount >= 2)
-        place(bond2, lines.second);
+        setLine(bond2, lines.second);
     if (!isStereo()) {
-        place(bond1, lines.centre);
+        setLine(bond1, lines.centre);
     } else if (stereoBond) {
         stereoBond->setFromPoint(from.x(), from.y());
         stereoBond->setToPoint(lines.third.x2(), lines.third.y2(), lines.second.x2(), lines.second.y2());
@@ -162,8 +162,8 @@ bool KytBond::climbs() const
     return isStereo() && stereoBond && stereoBond->getAngle() != 0;
 }
 
-// A wedge that points down rises as well when it is laid out again; only the angle's dialog, through
-// KytStereoBond::setAngle, has it fall. That is meant.
+// Intentional: updating a bond raises the end of a down wedge too. Only KytStereoBond::setAngle, called by the
+// properties dialog, lowers it.
 double KytBond::rise() const
 {
     if (!isStereo())
@@ -185,12 +185,12 @@ QString KytBond::getLength() const
 
 void KytBond::setLength(const QString& length)
 {
-    const double wanted = realPrefix(length);
-    if (!fromAtom || !toAtom || !std::isfinite(wanted) || bondlength == 0)
+    const double newLength = realPrefix(length);
+    if (!fromAtom || !toAtom || !std::isfinite(newLength) || bondlength == 0)
         return;
-    const float ratio = narrowed(wanted / bondlength);
+    const float ratio = narrowed(newLength / bondlength);
     toAtom->moveBy((fromAtom->x() - toAtom->x()) * (1 - ratio), (fromAtom->y() - toAtom->y()) * (1 - ratio));
-    bondlength = narrowed(wanted);
+    bondlength = narrowed(newLength);
 }
 
 void KytBond::setFromAtom(KytAtom* atom)

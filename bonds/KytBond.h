@@ -16,71 +16,72 @@ class KytStudioDoc;
 
 /// A bond from one atom to another, drawn as one to three lines or as one wedge.
 ///
-/// It stands in its from-atom's outgoing and its to-atom's incoming list from construction to destruction, and owns
-/// what it draws. It is not a canvas item itself.
+/// During its lifetime, it is in the outgoing list of its start atom and in the incoming list of its end atom. It owns
+/// its lines or wedge. It is not a canvas item itself.
 class KytBond {
 public:
-    /// Joins `from` and `to` (both not null) on the canvas of `doc`; nothing is drawn until addBond.
+    /// Connects `from` and `to` (both not null) on the canvas of `doc`; nothing is drawn before addBond is called.
     KytBond(KytAtom* from, KytAtom* to, KytStudioDoc* doc);
     ~KytBond();
     KytBond(const KytBond&) = delete;
     KytBond& operator=(const KytBond&) = delete;
 
-    /// Made in the memory of the canvas items, which it is met along with.
+    /// Allocates in the item memory, near the canvas items of the bond.
     static void* operator new(std::size_t size);
     static void operator delete(void* bond, std::size_t size);
 
-    /// Adds one line, or the wedge with the projection angle `angle` (degrees). A fourth line, a wedge on a bond that
-    /// has something already, and anything on a wedge are ignored. A kind that is neither line nor wedge is counted,
-    /// but neither drawn nor kept.
+    /// Adds one line, or a wedge with the projection angle `angle` (degrees). Ignored are a fourth line, a wedge on a
+    /// bond that has a line or wedge, and anything on a wedge. A kind that is neither line nor wedge is counted, but
+    /// neither drawn nor stored.
     void addBond(KytBondType type, float angle);
 
-    /// Lays out what is drawn from the atoms' positions, refreshes bondlength, and gives an end atom that is not locked
-    /// its depth, which travels on from there (BondUpdate). Does nothing while an atom is missing.
+    /// Lays out the lines or wedge between the atoms, updates bondlength, and sets the depth of an end atom that is not
+    /// locked, which is propagated from there (BondUpdate). Does nothing if an atom is null.
     void setBond();
 
-    /// The length in canvas pixels with six decimals.
+    /// The length in canvas pixels, with six decimals.
     QString getLength() const;
-    /// Slides the end atom along the bond until the bond is as long as the number in `length`, in canvas pixels. A text
-    /// that is no number counts as 0; one that is not finite, or a bond of length zero, changes nothing.
+    /// Moves the end atom along the bond so that the bond gets the length in `length`, in canvas pixels. A text that is
+    /// not a number counts as 0. Does nothing for a number that is not finite or a bond of length zero.
     void setLength(const QString& length);
 
-    /// Replace an end. A new end that is not null lays the bond out again. The atoms' lists are not touched.
+    /// Replace an atom. If the new atom is not null, the bond is laid out again. The bond lists of the atoms are not
+    /// changed.
     void setFromAtom(KytAtom* atom);
     void setToAtom(KytAtom* atom);
-    /// The same with an end that is not null, as a part of a larger change.
+    /// The same for an atom that is not null, as part of a larger update.
     void setFromAtom(KytAtom* atom, BondUpdate& update);
     void setToAtom(KytAtom* atom, BondUpdate& update);
     KytAtom* getFromAtom() const { return fromAtom; }
     KytAtom* getToAtom() const { return toAtom; }
-    /// The molecule of the start atom; null while there is none.
+    /// The molecule of the start atom; null without a start atom.
     KytMolecule* getMolecule() const;
 
     /// Moves both atoms by (dx, dy) canvas pixels.
     void moveBy(double dx, double dy);
 
-    /// Drops `line` from the bond; the lines behind it move up. True when none is left and the caller is to delete the
-    /// bond.
+    /// Removes `line` from the bond; the lines after it move up. Returns true if no line is left and the caller must
+    /// delete the bond.
     bool deleteBond(KytBondLine* line);
-    /// Forgets nothing that the caller still needs: the wedge goes with its bond. Always true.
+    /// Does nothing and returns true: the wedge is deleted with its bond.
     bool deleteBond(KytStereoBond* wedge);
 
-    /// Colours are kept by the items; does nothing.
+    /// Does nothing; the colours are stored in the lines and the wedge.
     void setColor(int r, int g, int b);
 
-    // The parts of setBond, for BondUpdate.
+    // The steps of setBond, for BondUpdate.
 
-    /// Places everything drawn between the atoms' positions, and refreshes bondlength.
+    /// Lays out the lines or wedge between the atoms and updates bondlength.
     void layOut();
-    /// Whether the bond gives its end atom a depth: it has two atoms and one to three lines or a wedge, and the end
+    /// Whether the bond sets the depth of its end atom: it has two atoms and one to three lines or a wedge, and the end
     /// atom is not locked.
     bool carriesDepth() const;
-    /// Whether it is a wedge with an angle: its ends lie at different depths as soon as they lie at different places.
+    /// Whether the bond is a wedge with a non-zero angle, so that ends at different positions have different depths.
     bool climbs() const;
-    /// How far the end atom of a wedge is to lie above its start atom, in canvas units, whichever way the wedge points:
-    /// the tangent of the projection angle times the length. 0 for lines. The bond must carry depth.
+    /// The depth of the end atom of a wedge above that of its start atom, in canvas units, for up and down wedges
+    /// alike: the tangent of the projection angle times the length. 0 for lines. The bond must carry depth.
     double rise() const;
-    /// The depth that the end atom is to have, given the bond's rise. The bond must carry depth.
+    /// The resulting depth of the end atom for the given rise. The bond must carry depth.
     float depthAtEnd(double rise) const;
 
     KytStudioDoc* doc;
@@ -88,7 +89,7 @@ public:
     KytAtom* toAtom;
     KytAtom* fromAtom;
     float bondlength;  ///< 2D length, in canvas pixels
-    int bondCount = 0; ///< what was added, 0 to 3; -1 while the bond is destroyed
+    int bondCount = 0; ///< number of lines and wedges added, 0 to 3; -1 while the bond is being destroyed
     KytBondLine* bond1 = nullptr;
     KytBondLine* bond2 = nullptr;
     KytBondLine* bond3 = nullptr;
@@ -97,7 +98,7 @@ public:
     KytBondType bond2Type = KYTBT_DashedLine;
     KytBondType bond3Type = KYTBT_DashedLine;
 
-    WalkMark mark; ///< of the last walk that met the bond
+    WalkMark mark; ///< mark of the last walk that visited the bond
 
 private:
     bool isDrawn() const;

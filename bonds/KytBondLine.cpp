@@ -47,17 +47,17 @@ void KytBondLine::setColor(int r, int g, int b)
 
 void KytBondLine::startHover()
 {
-    drawIn(hoverColor);
+    setPenColor(hoverColor);
 }
 
 void KytBondLine::stopHover()
 {
-    drawIn(QColor(color[0], color[1], color[2]));
+    setPenColor(QColor(color[0], color[1], color[2]));
 }
 
-void KytBondLine::drawIn(const QColor& penColor)
+void KytBondLine::setPenColor(const QColor& penColor)
 {
-    // Most lines look like the one before and share its pen, which would otherwise be copied for each.
+    // Consecutive lines mostly have the same pen and share it to save memory.
     static QPen last(QColor(), penWidth);
     const Qt::PenStyle style = isDashed ? Qt::DashLine : Qt::SolidLine;
     if (last.color() != penColor || last.style() != style)

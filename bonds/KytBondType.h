@@ -1,7 +1,7 @@
 #pragma once
 
-/// The kind of a bond's line, or of its wedge. A file may carry any number; what is not a line or a wedge is counted
-/// by its bond but drawn by nothing.
+/// The kind of a line or wedge of a bond. Files may contain any number; kinds other than lines and wedges are counted
+/// by the bond, but not drawn.
 enum KytBondType : int {
     KYTBT_DashedLine = 0,
     KYTBT_SingleBond = 1,

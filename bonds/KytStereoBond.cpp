@@ -82,15 +82,15 @@ void KytStereoBond::setColor(int r, int g, int b)
 
 void KytStereoBond::startHover()
 {
-    fillIn(hoverColor);
+    setBrushColor(hoverColor);
 }
 
 void KytStereoBond::stopHover()
 {
-    fillIn(QColor(color[0], color[1], color[2]));
+    setBrushColor(QColor(color[0], color[1], color[2]));
 }
 
-void KytStereoBond::fillIn(const QColor& brushColor)
+void KytStereoBond::setBrushColor(const QColor& brushColor)
 {
     if (bondType == KYTBT_StereoUp)
         setBrush(QBrush(brushColor, Qt::SolidPattern));

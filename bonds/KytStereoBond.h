@@ -6,11 +6,11 @@
 class KytBond;
 class KytStudioDoc;
 
-/// The wedge of a stereo bond: solid when it rises toward the viewer, hatched when it goes behind the plane.
+/// The wedge of a stereo bond: solid if it points towards the viewer, hatched if it points away.
 class KytStereoBond : public QCanvasPolygon {
 public:
-    /// A shown blue wedge with the narrow end at `p0` and the wide end from `p1` to `p2` (canvas pixels). `angle` is
-    /// the projection angle in degrees, stored as it is.
+    /// Creates a visible blue wedge with its narrow end at `p0` and its wide end from `p1` to `p2` (canvas pixels).
+    /// `angle` is the projection angle in degrees, stored without checks.
     KytStereoBond(QPoint p0, QPoint p1, QPoint p2, KytStudioDoc* doc, KytBond* bond, KytBondType type, float angle);
     ~KytStereoBond() override;
 
@@ -20,18 +20,18 @@ public:
     KytBond* getBond() const { return bond; }
 
     float getAngle() const { return pangle; }
-    /// Stores the angle, at least 0 and below 90 (steepestAngle from there on), and lifts or lowers the end atom by the tangent
-    /// of the stored number, taken as radians, times the wedge's length. Locked atoms move too.
+    /// Stores the angle, clamped to 0 from below; 90 and more become steepestAngle. Then raises or lowers the end atom,
+    /// even a locked one, by the length of the wedge times the tangent of the stored number, which is taken as radians.
     void setAngle(float angle);
 
-    /// Stores the colour (0..255 each); it shows at the next stopHover.
+    /// Stores the colour (each component 0 to 255); it is applied by the next stopHover.
     void setColor(int r, int g, int b);
     void startHover();
     void stopHover();
 
     /// Moves the whole bond with both atoms.
     void moveBy(double dx, double dy) override;
-    /// Moves only the wedge.
+    /// Moves the wedge only.
     void myMoveBy(double dx, double dy);
 
     /// Deletes the bond, and this wedge with it.
@@ -39,11 +39,11 @@ public:
 
     KytBond* bond; ///< the owner
     KytBondType bondType;
-    QPolygon* pa;                        ///< the three corners: narrow end, then the wide end's two; owned
-    int color[3];                        ///< red, green, blue while not hovered
+    QPolygon* pa;                        ///< the three corners: narrow end, then the two of the wide end; owned
+    int color[3];                        ///< red, green, blue, used while not hovered
     float pangle;                        ///< projection angle
     QCanvasText* canvasSymbol = nullptr; ///< not used
 
 private:
-    void fillIn(const QColor& brushColor);
+    void setBrushColor(const QColor& brushColor);
 };

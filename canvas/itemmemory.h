@@ -3,13 +3,13 @@
 #include <cstddef>
 #include <memory_resource>
 
-/// The memory of canvas items and of what is made along with each of them: equal sizes stand side by side, so that
-/// going through thousands of them waits less for the processor's caches than if each came from the heap by itself.
+/// The memory pool of canvas items and of objects that belong to them. Objects of equal size are adjacent, so that
+/// traversing thousands of them is cache-friendly.
 ///
-/// What is given back is kept for the next items. For one thread only. Never null; lives as long as the process.
+/// Freed memory is kept for new items. Not thread-safe. Never null; exists until the process ends.
 std::pmr::memory_resource* itemMemory();
 
-/// Base of the classes whose objects are made in the item memory.
+/// Base class for objects that are allocated in the item memory.
 class InItemMemory {
 public:
     static void* operator new(std::size_t size) { return itemMemory()->allocate(size); }

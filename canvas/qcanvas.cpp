@@ -10,8 +10,8 @@
 
 namespace {
 
-// Beyond so many rectangles, changes are repainted as the one rectangle around them.
-constexpr std::size_t mostChangedAreas = 64;
+// With more rectangles than this, their bounding rectangle is repainted instead.
+constexpr std::size_t maxChangedAreas = 64;
 
 } // namespace
 
@@ -26,14 +26,14 @@ QCanvas::QCanvas(int width, int height)
 
 QCanvas::~QCanvas()
 {
-    while (places.size() > goneItems) {
-        std::vector<Place> ellipses;
-        std::vector<Place> others;
-        for (const Place& place : places)
-            if (place.item)
-                (place.item->rtti() == QCanvasItem::Rtti_Ellipse ? ellipses : others).push_back(place);
+    while (entries.size() > removedItems) {
+        std::vector<Entry> ellipses;
+        std::vector<Entry> others;
+        for (const Entry& entry : entries)
+            if (entry.item)
+                (entry.item->rtti() == QCanvasItem::Rtti_Ellipse ? ellipses : others).push_back(entry);
         ellipses.insert(ellipses.end(), others.begin(), others.end());
-        deletePlaces(ellipses);
+        deleteEntries(ellipses);
     }
 }
 
@@ -56,14 +56,14 @@ void QCanvas::resize(int width, int height)
 {
     markChanged(area());
     extent = QSize(width, height).expandedTo(QSize(0, 0));
-    // An empty rectangle would make the scene find one of its own.
+    // With an empty rectangle, the scene would use its items' bounding rectangle.
     scene->setSceneRect(QRectF(0, 0, std::max(extent.width(), 1), std::max(extent.height(), 1)));
     index = std::make_unique<QCanvasItemIndex>(extent);
-    for (const Place& place : places) {
-        if (!place.item || place.item->cell < 0)
+    for (const Entry& entry : entries) {
+        if (!entry.item || entry.item->cell < 0)
             continue;
-        place.item->cell = -1;
-        index->place(place.item);
+        entry.item->cell = -1;
+        index->update(entry.item);
     }
     markChanged(area());
 }
@@ -113,50 +113,50 @@ void QCanvas::update()
 QCanvasItemList QCanvas::allItems() const
 {
     QCanvasItemList list;
-    list.reserve(static_cast<qsizetype>(places.size() - goneItems));
-    for (const Place& place : places)
-        if (place.item)
-            list.append(place.item);
+    list.reserve(static_cast<qsizetype>(entries.size() - removedItems));
+    for (const Entry& entry : entries)
+        if (entry.item)
+            list.append(entry.item);
     return list;
 }
 
 QCanvasItemList QCanvas::itemsOfKind(int rtti) const
 {
-    if (!askedFor || askedFor->rtti != rtti) {
-        askedFor = Kind{rtti, {}};
-        for (const Place& place : places)
-            if (place.isOf(rtti))
-                askedFor->items.append(place.item);
+    if (!cachedKind || cachedKind->rtti != rtti) {
+        cachedKind = Kind{rtti, {}};
+        for (const Entry& entry : entries)
+            if (entry.isOfKind(rtti))
+                cachedKind->items.append(entry.item);
     }
-    return askedFor->items;
+    return cachedKind->items;
 }
 
 QCanvasItem* QCanvas::itemOfRank(quint64 rank) const
 {
-    const auto found = const_cast<QCanvas*>(this)->placeOf(rank);
-    return found != places.end() && found->serial == rank ? found->item : nullptr;
+    const auto found = const_cast<QCanvas*>(this)->findEntry(rank);
+    return found != entries.end() && found->serial == rank ? found->item : nullptr;
 }
 
 void QCanvas::restoreRanks(const std::vector<std::pair<QCanvasItem*, quint64>>& ranks)
 {
     if (ranks.empty())
         return;
-    std::vector<Place> restored;
+    std::vector<Entry> restored;
     for (const auto& [item, rank] : ranks) {
-        placeOf(item->serial)->item = nullptr;
+        findEntry(item->serial)->item = nullptr;
         restored.push_back({rank, item});
     }
-    for (const Place& place : restored) {
-        place.item->serial = place.serial;
-        place.item->changed();
+    for (const Entry& entry : restored) {
+        entry.item->serial = entry.serial;
+        entry.item->changed();
     }
-    const auto bySerial = [](const Place& a, const Place& b) { return a.serial < b.serial; };
+    const auto bySerial = [](const Entry& a, const Entry& b) { return a.serial < b.serial; };
     std::sort(restored.begin(), restored.end(), bySerial);
-    std::erase_if(places, [](const Place& place) { return !place.item; });
-    goneItems = 0;
-    const auto middle = places.insert(places.end(), restored.begin(), restored.end());
-    std::inplace_merge(places.begin(), middle, places.end(), bySerial);
-    askedFor.reset();
+    std::erase_if(entries, [](const Entry& entry) { return !entry.item; });
+    removedItems = 0;
+    const auto middle = entries.insert(entries.end(), restored.begin(), restored.end());
+    std::inplace_merge(entries.begin(), middle, entries.end(), bySerial);
+    cachedKind.reset();
 }
 
 QCanvasItemList QCanvas::collisions(const QPoint& p) const
@@ -208,57 +208,57 @@ void QCanvas::paint(QPainter& painter, const QRect& area) const
 
 void QCanvas::deleteItems(int rtti)
 {
-    std::vector<Place> chosen;
-    for (const Place& place : places)
-        if (place.isOf(rtti))
-            chosen.push_back(place);
-    deletePlaces(chosen);
+    std::vector<Entry> chosen;
+    for (const Entry& entry : entries)
+        if (entry.isOfKind(rtti))
+            chosen.push_back(entry);
+    deleteEntries(chosen);
 }
 
-bool QCanvas::Place::isOf(int rtti) const
+bool QCanvas::Entry::isOfKind(int rtti) const
 {
     if (item && kind < 0)
         kind = item->rtti();
     return item && kind == rtti;
 }
 
-std::vector<QCanvas::Place>::iterator QCanvas::placeOf(quint64 serial)
+std::vector<QCanvas::Entry>::iterator QCanvas::findEntry(quint64 serial)
 {
-    return std::lower_bound(places.begin(), places.end(), serial,
-                            [](const Place& place, quint64 wanted) { return place.serial < wanted; });
+    return std::lower_bound(entries.begin(), entries.end(), serial,
+                            [](const Entry& entry, quint64 value) { return entry.serial < value; });
 }
 
-bool QCanvas::holds(const Place& place) const
+bool QCanvas::contains(const Entry& entry) const
 {
-    const auto found = const_cast<QCanvas*>(this)->placeOf(place.serial);
-    return found != places.end() && found->serial == place.serial && found->item;
+    const auto found = const_cast<QCanvas*>(this)->findEntry(entry.serial);
+    return found != entries.end() && found->serial == entry.serial && found->item;
 }
 
-// One item may take others with it, so each is looked up again before it is touched.
-void QCanvas::deletePlaces(const std::vector<Place>& chosen)
+// Deleting an item may delete others, so each is looked up again before it is accessed.
+void QCanvas::deleteEntries(const std::vector<Entry>& chosen)
 {
-    for (const Place& place : chosen)
-        if (holds(place) && !place.item->isKept())
-            place.item->aboutToBeCleared();
-    for (const Place& place : chosen) {
-        if (!holds(place))
+    for (const Entry& entry : chosen)
+        if (contains(entry) && !entry.item->isKept())
+            entry.item->aboutToBeCleared();
+    for (const Entry& entry : chosen) {
+        if (!contains(entry))
             continue;
-        if (place.item->isKept())
-            place.item->setCanvas(nullptr);
+        if (entry.item->isKept())
+            entry.item->setCanvas(nullptr);
         else
-            delete place.item;
+            delete entry.item;
     }
 }
 
 void QCanvas::add(QCanvasItem* item)
 {
-    askedFor.reset();
-    const auto place = placeOf(item->serial);
-    if (place != places.end() && place->serial == item->serial) {
-        place->item = item;
-        --goneItems;
+    cachedKind.reset();
+    const auto entry = findEntry(item->serial);
+    if (entry != entries.end() && entry->serial == item->serial) {
+        entry->item = item;
+        --removedItems;
     } else {
-        places.insert(place, {item->serial, item});
+        entries.insert(entry, {item->serial, item});
     }
 }
 
@@ -266,12 +266,12 @@ void QCanvas::remove(QCanvasItem* item)
 {
     if (item->isVisible())
         markChanged(item->reach);
-    askedFor.reset();
+    cachedKind.reset();
     index->remove(item);
-    placeOf(item->serial)->item = nullptr;
-    if (++goneItems > places.size() / 2) {
-        std::erase_if(places, [](const Place& place) { return !place.item; });
-        goneItems = 0;
+    findEntry(item->serial)->item = nullptr;
+    if (++removedItems > entries.size() / 2) {
+        std::erase_if(entries, [](const Entry& entry) { return !entry.item; });
+        removedItems = 0;
     }
     emit itemGone(item);
 }
@@ -284,11 +284,11 @@ void QCanvas::markChanged(const QRect& changedArea)
     scheduleUpdate();
     if (!changedAreas.empty() && (changedAreas.back().contains(rectangle) || changedAreas.front().contains(rectangle)))
         return;
-    if (changedAreas.size() == mostChangedAreas) {
-        QRect around;
-        for (const QRect& gathered : changedAreas)
-            around |= gathered;
-        changedAreas.assign(1, around);
+    if (changedAreas.size() == maxChangedAreas) {
+        QRect bounds;
+        for (const QRect& previous : changedAreas)
+            bounds |= previous;
+        changedAreas.assign(1, bounds);
     }
     changedAreas.push_back(rectangle);
 }

@@ -34,78 +34,77 @@ class QPainter;
 
 using QCanvasItemList = QList<QCanvasItem*>;
 
-/// A drawing surface of a fixed size in pixels that holds items of a few kinds and shows them in views.
+/// A drawing surface with a fixed size in pixels that contains items and is shown by views.
 ///
-/// The Graphics View framework scrolls it; this class gives the items a stable order, exact hit areas and repaints that
-/// are gathered over one advance period.
+/// The Graphics View framework only scrolls it. This class provides a stable order of the items, exact hit areas, and
+/// repaints that are collected over one advance period.
 class QCanvas : public QObject {
     Q_OBJECT
 
 public:
-    /// A white canvas of `width` by `height` pixels without items; the advance period is 0.
+    /// Creates a white, empty canvas of `width` by `height` pixels with the advance period 0.
     QCanvas(int width, int height);
 
-    /// Deletes every item that is still on the canvas, ellipses before the others; an item that its owner keeps
-    /// (QCanvasItem::setKept) is only taken off.
+    /// Deletes all items on the canvas, ellipses first; kept items (QCanvasItem::setKept) are only removed from it.
     ~QCanvas() override;
 
     int width() const;
     int height() const;
     QSize size() const;
 
-    /// Changes the size in pixels; items stay where they are, also those that then lie outside.
+    /// Sets the size in pixels; items keep their positions, even outside the new size.
     void resize(int width, int height);
 
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor& color);
 
     bool doubleBuffering() const;
-    /// Kept for callers that ask for it: what is shown is always painted off the screen first.
+    /// Stores the flag only: views are always double buffered.
     void setDoubleBuffering(bool on);
 
     int advancePeriod() const;
-    /// Sets for how many milliseconds changes are gathered before they are painted together. Nothing ticks while
-    /// nothing changes. A negative period counts as 0.
+    /// Sets the time in milliseconds over which changes are collected before they are repainted together. No timer runs
+    /// while nothing changes. A negative period counts as 0.
     void setAdvancePeriod(int milliseconds);
 
-    /// Hands all changes gathered so far to the views now.
+    /// Immediately reports all changes collected so far to the views.
     void update();
 
-    /// Every item on the canvas, shown or hidden, in the order of creation.
+    /// All items on the canvas, visible or hidden, in the order of creation.
     QCanvasItemList allItems() const;
 
-    /// Those of them whose rtti() is `rtti`, in the same order.
+    /// All items whose rtti() is `rtti`, in the order of creation.
     QCanvasItemList itemsOfKind(int rtti) const;
 
     /// The item with this rank (QCanvasItem::rank), or null.
     QCanvasItem* itemOfRank(quint64 rank) const;
 
-    /// Gives items of this canvas the ranks of items that have gone, so that they take their places in allItems(), in
-    /// hit tests and on the screen. No two items may end up with the same rank. Linear in the canvas's items.
+    /// Gives items of this canvas the ranks of deleted items, and with them their positions in allItems(), in hit tests
+    /// and on the screen. No two items may end up with the same rank. Linear in the items of the canvas.
     void restoreRanks(const std::vector<std::pair<QCanvasItem*, quint64>>& ranks);
 
-    /// The visible items whose hit area takes in the pixel `p`, topmost first: higher z first, and among equal z the
-    /// later created first, which is the one painted on top.
+    /// The visible items whose hit area contains the pixel `p`, topmost first: by descending z and, for equal z, the
+    /// most recently created first.
     QCanvasItemList collisions(const QPoint& p) const;
 
-    /// The visible items whose hit area comes within `radius` pixels of the pixel `p`, the nearest first, and among
-    /// those that are equally near the topmost first.
+    /// The visible items whose hit area comes within `radius` pixels of the pixel `p`, by increasing distance and, for
+    /// equal distances, topmost first.
     QCanvasItemList itemsWithin(const QPoint& p, int radius) const;
 
-    /// Paints the visible items that touch `area` (canvas pixels) as the views show them, without a background. The
-    /// painter works in canvas pixels.
+    /// Paints the visible items that touch `area` as in a view, without the background. `area` and the painter use
+    /// canvas pixels.
     void paint(QPainter& painter, const QRect& area) const;
 
-    /// Deletes every item whose rtti() is `rtti`, in the order of creation. All of them are told first
-    /// (QCanvasItem::aboutToBeCleared), so that items that hold on to each other can let go in linear time. A kept item
-    /// is only taken off.
+    /// Deletes all items whose rtti() is `rtti`, in the order of creation. First calls QCanvasItem::aboutToBeCleared
+    /// for all of them, so that items can drop references to each other in linear time. Kept items are only removed
+    /// from the canvas.
     void deleteItems(int rtti);
 
 signals:
-    /// `item` is being destroyed or leaves the canvas: forget it. Only its address may be used.
+    /// Emitted when `item` is being destroyed or removed from the canvas. It must not be dereferenced.
     void itemGone(QCanvasItem* item);
 
-    /// The views are to repaint `region`, in canvas pixels.
+    /// Emitted when views must repaint `region` (canvas pixels).
     void changed(const QRegion& region);
 
 private:
@@ -117,45 +116,45 @@ private:
         QCanvasItemList items;
     };
 
-    struct Place {
+    struct Entry {
         quint64 serial;
-        QCanvasItem* item;     // null where the item has gone
-        mutable int kind = -1; // its rtti() once that was asked for; most searches need not touch the item
+        QCanvasItem* item;     // null after it was removed
+        mutable int kind = -1; // its cached rtti(), so that searches need not access the item; -1 if not known yet
 
-        bool isOf(int rtti) const;
+        bool isOfKind(int rtti) const;
     };
 
     QRect area() const { return QRect(QPoint(0, 0), extent); }
-    std::vector<Place>::iterator placeOf(quint64 serial);
-    bool holds(const Place& place) const;
+    std::vector<Entry>::iterator findEntry(quint64 serial);
+    bool contains(const Entry& entry) const;
     void add(QCanvasItem* item);
     void remove(QCanvasItem* item);
-    void deletePlaces(const std::vector<Place>& chosen);
-    /// The visible items whose rectangles touch `area`, as they are painted: the lowest first.
+    void deleteEntries(const std::vector<Entry>& chosen);
+    /// The visible items whose rectangles touch `area`, in painting order: the lowest first.
     QCanvasItemList visibleItems(const QRect& area) const;
     void markChanged(const QRect& changedArea);
     void scheduleUpdate();
 
-    std::unique_ptr<QGraphicsScene> scene; // without items: it tells the views how far they scroll
+    std::unique_ptr<QGraphicsScene> scene; // without items; defines the scroll range of the views
     std::unique_ptr<QCanvasItemIndex> index;
     QSize extent{0, 0};
-    std::vector<Place> places; // by creation
-    std::size_t goneItems = 0;
-    mutable std::optional<Kind> askedFor; // the answer of itemsOfKind, until an item comes or goes
+    std::vector<Entry> entries; // in the order of creation
+    std::size_t removedItems = 0;
+    mutable std::optional<Kind> cachedKind; // last result of itemsOfKind, until an item is added or removed
     QColor background = Qt::white;
     bool buffered = true;
     std::vector<QRect> changedAreas;
     QTimer repaintTimer;
 };
 
-/// Something drawn on a canvas. A new item is hidden, at (0, 0), with z 0.
+/// An item on a canvas. A new item is hidden, at (0, 0), with z 0.
 ///
-/// Items are made with new and deleted explicitly; deleting one takes it off its canvas.
+/// Items are created with new and deleted explicitly; deleting an item removes it from its canvas.
 class QCanvasItem : public InItemMemory {
 public:
     enum RttiValues { Rtti_Item = 0, Rtti_Text = 3, Rtti_Polygon = 4, Rtti_Ellipse = 6, Rtti_Line = 7 };
 
-    /// `canvas` may be null: such an item is nowhere until setCanvas.
+    /// `canvas` may be null; it can be set later with setCanvas.
     explicit QCanvasItem(QCanvas* canvas);
     virtual ~QCanvasItem();
     QCanvasItem(const QCanvasItem&) = delete;
@@ -165,9 +164,9 @@ public:
     double y() const { return yPosition; }
     double z() const { return zPosition; }
 
-    /// Moves to (x, y), in canvas pixels, through the virtual moveBy with the difference.
+    /// Moves the item to (x, y), in canvas pixels, by calling the virtual moveBy with the difference.
     void move(double x, double y);
-    /// Moves by (dx, dy), in canvas pixels. (0, 0) and a step that is not finite do nothing.
+    /// Moves the item by (dx, dy) canvas pixels. Does nothing if both are 0 or the result is not finite.
     virtual void moveBy(double dx, double dy);
     void setZ(double z);
 
@@ -183,31 +182,31 @@ public:
     quint64 rank() const { return serial; }
 
     QCanvas* canvas() const { return home; }
-    /// Moves the item to another canvas, or to none; it keeps its place, z and visibility.
+    /// Moves the item to another canvas, or to none if null; its position, z and visibility are kept.
     void setCanvas(QCanvas* canvas);
 
-    /// Says whether the item outlives its canvas: a kept item is taken off, not deleted, when the canvas goes.
+    /// Sets whether the item outlives its canvas: a kept item is removed from a canvas that is destroyed, not deleted.
     void setKept(bool kept) { keptByOwner = kept; }
     bool isKept() const { return keptByOwner; }
 
     /// The kind of the item, one of RttiValues.
     virtual int rtti() const;
 
-    /// Everything that the item paints, but for the fringe of antialiasing, and where it can be hit, in canvas pixels.
+    /// The painted area, without the antialiasing fringe, and the hit area together, in canvas pixels.
     virtual QRectF boundingRect() const = 0;
-    /// Whether the hit area takes in the canvas point `p` (the centre of a pixel).
+    /// Whether the hit area contains the canvas point `p`, which is the centre of a pixel.
     virtual bool hits(const QPointF& p) const = 0;
 
-    /// The item is about to be deleted together with all others of its kind on the canvas.
+    /// Called before the item is deleted together with all other items of its kind on the canvas.
     virtual void aboutToBeCleared();
 
 protected:
-    /// Paints the item; the painter works in canvas pixels.
+    /// Paints the item; the painter uses canvas pixels.
     virtual void draw(QPainter& painter) = 0;
 
-    /// To be called before anything changes that boundingRect depends on.
+    /// Must be called before a change that affects boundingRect.
     void aboutToChangeShape();
-    /// To be called after a change of what the item looks like.
+    /// Must be called after a change of the item's appearance.
     void changed();
 
 private:
@@ -215,23 +214,23 @@ private:
     friend class QCanvasItemIndex;
     friend class QCanvasView;
 
-    void measure();
+    void updateReach();
 
-    // What a move reads and writes stands together: when thousands of items move, memory is what takes the time.
+    // The members that a move accesses are adjacent: moving thousands of items is limited by memory access.
     QCanvas* home = nullptr;
     double xPosition = 0;
     double yPosition = 0;
-    QRect reach;   // the item's rectangle with the fringe of antialiasing, as it last was while visible
-    int cell = -1; // where the canvas's index has the item; -1 while it has not
-    int placeInCell = 0;
-    bool stale = true; // the rectangle has changed since
+    QRect reach;   // bounding rectangle plus antialiasing fringe, computed when last visible
+    int cell = -1; // cell in the index of the canvas; -1 if not in the index
+    int indexInCell = 0;
+    bool isReachStale = true; // boundingRect has changed since reach was computed
     bool visible = false;
     bool keptByOwner = false;
     double zPosition = 0;
-    quint64 serial; // rises with creation
+    quint64 serial; // increases with every item created
 };
 
-/// An item with an area: filled with a brush, never outlined with the pen (a line uses only the pen).
+/// An item with an area, which is filled with the brush and not outlined. Only lines use the pen.
 class QCanvasPolygonalItem : public QCanvasItem {
 public:
     explicit QCanvasPolygonalItem(QCanvas* canvas);
@@ -246,7 +245,7 @@ private:
     QBrush itsBrush;
 };
 
-/// A filled ellipse centred on its position.
+/// A filled ellipse, centred at its position.
 class QCanvasEllipse : public QCanvasPolygonalItem {
 public:
     /// `width` and `height` in pixels; negative ones count as 0.
@@ -258,7 +257,7 @@ public:
 
     int rtti() const override;
     QRectF boundingRect() const override;
-    /// The hit area is the ellipse of width + 3 by height + 3 whose box starts at
+    /// The hit area is an ellipse of width + 3 by height + 3 whose bounding box starts at
     /// (floor(x - width / 2 + 0.5) - 1, floor(y - height / 2 + 0.5) - 1).
     bool hits(const QPointF& p) const override;
 
@@ -273,7 +272,7 @@ private:
     int itsHeight;
 };
 
-/// A straight line between two points given in whole pixels relative to its position.
+/// A straight line between two points, which are whole pixels relative to its position.
 class QCanvasLine : public QCanvasPolygonalItem {
 public:
     /// A line from (0, 0) to (0, 0) with a black pen of width 1.
@@ -293,14 +292,14 @@ protected:
     void draw(QPainter& painter) override;
 
 private:
-    QLineF placed() const;
+    QLineF translatedLine() const;
     int hitReach() const;
 
     QPoint start;
     QPoint end;
 };
 
-/// A filled polygon whose corners are given relative to its position.
+/// A filled polygon with corners relative to its position.
 class QCanvasPolygon : public QCanvasPolygonalItem {
 public:
     explicit QCanvasPolygon(QCanvas* canvas);
@@ -317,12 +316,12 @@ protected:
     void draw(QPainter& painter) override;
 
 private:
-    QPolygonF placed() const;
+    QPolygonF translatedPolygon() const;
 
     QPolygon corners;
 };
 
-/// One line of text whose top-left corner is its position. Black, in the application's font, until told otherwise.
+/// One line of text with its top-left corner at its position. By default black, in the application's font.
 class QCanvasText : public QCanvasItem {
 public:
     explicit QCanvasText(QCanvas* canvas);
@@ -336,9 +335,9 @@ public:
     void setColor(const QColor& color);
 
     int rtti() const override;
-    /// As wide as the text and one pixel more, as high as the font; more where a letter leans out of that.
+    /// The hit area, extended where glyphs are painted outside it.
     QRectF boundingRect() const override;
-    /// The hit area is as wide as the text and one pixel more, and as high as the font.
+    /// The hit area is one pixel wider than the text and as high as the font.
     bool hits(const QPointF& p) const override;
 
 protected:
@@ -349,16 +348,16 @@ private:
     const Layout& layout() const;
     static std::shared_ptr<const Layout> sharedLayout(const QString& text, const QFont& font);
 
-    mutable std::shared_ptr<const Layout> itsLayout; // made when first needed, shared by all equal texts
+    mutable std::shared_ptr<const Layout> itsLayout; // created on demand, shared by equal texts with equal fonts
     QString itsText;
     std::optional<QFont> itsFont;
     QColor itsColor = Qt::black;
 };
 
-/// A scrolling window onto a canvas, with the canvas's top-left corner at its own.
+/// A scrollable view of a canvas, aligned to its top-left corner.
 ///
-/// Mouse events reach the contents handlers with positions in contents coordinates: the viewport's, moved by what is
-/// scrolled. inverseWorldMatrix() maps them to the canvas; it is the identity unless someone transforms the view.
+/// The contents event handlers get mouse events with positions in contents coordinates: viewport coordinates plus the
+/// scroll offset. inverseWorldMatrix() maps them to the canvas; it is the identity unless the view is transformed.
 class QCanvasView : public QGraphicsView {
     Q_OBJECT
 
@@ -366,9 +365,9 @@ public:
     explicit QCanvasView(QWidget* parent = nullptr);
     ~QCanvasView() override;
 
-    /// The canvas shown; null before setCanvas and after the canvas is gone. Not owned.
-    QCanvas* canvas() const { return shown.data(); }
-    /// Shows `canvas`, scrolled to its top-left corner. Null shows nothing.
+    /// The canvas shown; null before setCanvas and after the canvas was destroyed. Not owned.
+    QCanvas* canvas() const { return shownCanvas.data(); }
+    /// Shows `canvas`, scrolled to its top-left corner; null shows nothing.
     void setCanvas(QCanvas* canvas);
 
     /// The colour of the area outside the canvas.
@@ -389,7 +388,7 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
-    /// A double click's second press is a press like any other.
+    /// The second press of a double click is handled like any other press.
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -408,6 +407,6 @@ private:
     void scrollToCorner();
     void repaintChanged(const QRegion& region);
 
-    QPointer<QCanvas> shown;
-    std::optional<QPoint> pointer; // in the viewport's pixels
+    QPointer<QCanvas> shownCanvas;
+    std::optional<QPoint> pointer; // in viewport pixels
 };

@@ -79,11 +79,11 @@ void QCanvasItem::setCanvas(QCanvas* canvas)
     if (canvas == home)
         return;
     if (home) {
-        QCanvas* const left = std::exchange(home, nullptr);
-        left->remove(this);
+        QCanvas* const former = std::exchange(home, nullptr);
+        former->remove(this);
     }
     home = canvas;
-    stale = true;
+    isReachStale = true;
     if (home)
         home->add(this);
     changed();
@@ -99,22 +99,22 @@ void QCanvasItem::aboutToBeCleared() { }
 void QCanvasItem::aboutToChangeShape()
 {
     changed();
-    stale = true;
+    isReachStale = true;
 }
 
 void QCanvasItem::changed()
 {
     if (!home || !visible)
         return;
-    if (stale)
-        measure();
+    if (isReachStale)
+        updateReach();
     home->markChanged(reach);
 }
 
-void QCanvasItem::measure()
+void QCanvasItem::updateReach()
 {
     constexpr double fringe = antialiasingFringe;
     reach = QCanvasItemIndex::withinReach(boundingRect().adjusted(-fringe, -fringe, fringe, fringe));
-    stale = false;
-    home->index->place(this);
+    isReachStale = false;
+    home->index->update(this);
 }

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr int finestCell = 32; // pixels; a bond of usual length and its label fit in
+constexpr int smallestCell = 32; // pixels; large enough for a bond of usual length and a label
 
-// Wide enough for any drawing; narrow enough for arithmetic in ints.
-constexpr int farthest = 1 << 24;
+// Large enough for any drawing; small enough to avoid integer overflow.
+constexpr int largestCoordinate = 1 << 24;
 
 int cellsFor(int length, int cellSize)
 {
@@ -21,7 +21,7 @@ int cellsFor(int length, int cellSize)
 QCanvasItemIndex::QCanvasItemIndex(QSize extent)
 {
     int first = 0;
-    for (int size = finestCell;; size *= 2) {
+    for (int size = smallestCell;; size *= 2) {
         grids.push_back({size, cellsFor(extent.width(), size), cellsFor(extent.height(), size), first});
         const int count = grids.back().columns * grids.back().rows;
         first += count;
@@ -34,13 +34,13 @@ QCanvasItemIndex::QCanvasItemIndex(QSize extent)
 QRect QCanvasItemIndex::withinReach(const QRectF& area)
 {
     const auto floored = [](double value) {
-        const double bounded = std::clamp<double>(value, -farthest, farthest);
+        const double bounded = std::clamp<double>(value, -largestCoordinate, largestCoordinate);
         const int whole = static_cast<int>(bounded);
         return whole - (bounded < whole);
     };
-    const auto raised = [&](double value) { return -floored(-value); };
+    const auto ceiled = [&](double value) { return -floored(-value); };
     const QPoint from(floored(area.left()), floored(area.top()));
-    return {from, QSize(raised(area.right()) - from.x(), raised(area.bottom()) - from.y())};
+    return {from, QSize(ceiled(area.right()) - from.x(), ceiled(area.bottom()) - from.y())};
 }
 
 int QCanvasItemIndex::Grid::columnOf(int x) const
@@ -62,10 +62,10 @@ QCanvasItemIndex::Grid& QCanvasItemIndex::gridFor(const QRect& reach)
 QCanvasItemIndex::Grid& QCanvasItemIndex::gridOf(int cell)
 {
     return *std::prev(std::upper_bound(grids.begin(), grids.end(), cell,
-                                       [](int wanted, const Grid& grid) { return wanted < grid.first; }));
+                                       [](int value, const Grid& grid) { return value < grid.first; }));
 }
 
-void QCanvasItemIndex::place(QCanvasItem* item)
+void QCanvasItemIndex::update(QCanvasItem* item)
 {
     const QPoint centre = item->reach.center();
     Grid& grid = gridFor(item->reach);
@@ -74,7 +74,7 @@ void QCanvasItemIndex::place(QCanvasItem* item)
         return;
     remove(item);
     item->cell = cell;
-    item->placeInCell = static_cast<int>(cells[cell].size());
+    item->indexInCell = static_cast<int>(cells[cell].size());
     cells[cell].push_back(item);
     ++grid.items;
 }
@@ -83,10 +83,10 @@ void QCanvasItemIndex::remove(QCanvasItem* item)
 {
     if (item->cell < 0)
         return;
-    std::vector<QCanvasItem*>& mates = cells[item->cell];
-    mates[item->placeInCell] = mates.back();
-    mates[item->placeInCell]->placeInCell = item->placeInCell;
-    mates.pop_back();
+    std::vector<QCanvasItem*>& items = cells[item->cell];
+    items[item->indexInCell] = items.back();
+    items[item->indexInCell]->indexInCell = item->indexInCell;
+    items.pop_back();
     --gridOf(item->cell).items;
     item->cell = -1;
 }
@@ -94,16 +94,16 @@ void QCanvasItemIndex::remove(QCanvasItem* item)
 QList<QCanvasItem*> QCanvasItemIndex::touching(const QRect& area) const
 {
     QList<QCanvasItem*> found;
-    const QRect wanted = withinReach(area);
+    const QRect target = withinReach(area);
     for (const Grid& grid : grids) {
         if (grid.items == 0)
             continue;
-        const int beyond = grid.cellSize / 2;
-        const QRect around = wanted.adjusted(-beyond, -beyond, beyond, beyond);
-        for (int row = grid.rowOf(around.top()); row <= grid.rowOf(around.bottom()); ++row)
-            for (int column = grid.columnOf(around.left()); column <= grid.columnOf(around.right()); ++column)
+        const int margin = grid.cellSize / 2;
+        const QRect searched = target.adjusted(-margin, -margin, margin, margin);
+        for (int row = grid.rowOf(searched.top()); row <= grid.rowOf(searched.bottom()); ++row)
+            for (int column = grid.columnOf(searched.left()); column <= grid.columnOf(searched.right()); ++column)
                 for (QCanvasItem* item : cells[grid.first + row * grid.columns + column])
-                    if (item->reach.intersects(wanted))
+                    if (item->reach.intersects(target))
                         found.append(item);
     }
     return found;

@@ -9,30 +9,30 @@
 
 class QCanvasItem;
 
-/// Finds the items of a canvas by where they are.
+/// A spatial index of the items of a canvas.
 ///
-/// Grids of square cells lie over the canvas, each twice as coarse as the one before. An item stands in one cell: that
-/// of its rectangle's centre, in the finest grid whose cells are no smaller than the rectangle. So it reaches at most
-/// half a cell beyond its own, and placing, moving and removing it take constant time however many items crowd around
-/// it. What lies outside the canvas stands in the cells at its rim.
+/// It consists of grids of square cells over the canvas, each grid with cells twice as large as the one before. An item
+/// is in one cell only: that of the centre of its rectangle, in the finest grid whose cells are at least as large as
+/// the rectangle. So an item extends at most half a cell beyond its own cell, and inserting, moving and removing it
+/// take constant time, however many items are close to it. Items outside the canvas are in the cells at its edges.
 class QCanvasItemIndex {
 public:
-    /// An index without items for a canvas of `extent` pixels.
+    /// Creates an empty index for a canvas of `extent` pixels.
     explicit QCanvasItemIndex(QSize extent);
 
-    /// The whole pixels that `area` touches, kept within a range in which the index computes safely.
+    /// The whole pixels that `area` touches, clamped to a range in which the index cannot overflow.
     static QRect withinReach(const QRectF& area);
 
-    /// Puts `item`, whose rectangle is known (QCanvasItem::reach), where it belongs.
-    void place(QCanvasItem* item);
-    /// Takes `item` out; nothing when it is not in.
+    /// Inserts `item`, or moves it to the cell for its current rectangle (QCanvasItem::reach).
+    void update(QCanvasItem* item);
+    /// Removes `item`; does nothing if it is not in the index.
     void remove(QCanvasItem* item);
 
-    /// The items whose rectangles touch `area`, in no order.
+    /// The items whose rectangles touch `area`, in no particular order.
     QList<QCanvasItem*> touching(const QRect& area) const;
 
 private:
-    /// One grid: its cells stand row by row from `first` on.
+    /// One grid; its cells are stored row by row, starting at index `first`.
     struct Grid {
         int cellSize; // pixels
         int columns;
@@ -47,6 +47,6 @@ private:
     Grid& gridFor(const QRect& reach);
     Grid& gridOf(int cell);
 
-    std::vector<Grid> grids; // from the finest to the one that is a single cell, where anything fits
+    std::vector<Grid> grids; // from the finest to a single cell, which holds items of any size
     std::vector<std::vector<QCanvasItem*>> cells;
 };

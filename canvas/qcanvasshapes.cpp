@@ -15,16 +15,16 @@ double distanceToSegment(const QPointF& p, const QPointF& from, const QPointF& t
 {
     const QPointF along = to - from;
     const double lengthSquared = QPointF::dotProduct(along, along);
-    double share = 0;
+    double fraction = 0;
     if (lengthSquared > 0)
-        share = std::clamp(QPointF::dotProduct(p - from, along) / lengthSquared, 0.0, 1.0);
-    const QPointF nearest = from + share * along;
+        fraction = std::clamp(QPointF::dotProduct(p - from, along) / lengthSquared, 0.0, 1.0);
+    const QPointF nearest = from + fraction * along;
     return std::hypot(p.x() - nearest.x(), p.y() - nearest.y());
 }
 
-QRectF grown(const QRectF& area, double by)
+QRectF expanded(const QRectF& area, double margin)
 {
-    return area.adjusted(-by, -by, by, by);
+    return area.adjusted(-margin, -margin, margin, margin);
 }
 
 void fillWith(QPainter& painter, const QBrush& brush)
@@ -136,13 +136,13 @@ int QCanvasLine::rtti() const
 
 QRectF QCanvasLine::boundingRect() const
 {
-    const QLineF line = placed();
-    return grown(QRectF(line.p1(), line.p2()).normalized(), std::max<double>(hitReach(), pen().widthF()));
+    const QLineF line = translatedLine();
+    return expanded(QRectF(line.p1(), line.p2()).normalized(), std::max<double>(hitReach(), pen().widthF()));
 }
 
 bool QCanvasLine::hits(const QPointF& p) const
 {
-    const QLineF line = placed();
+    const QLineF line = translatedLine();
     return distanceToSegment(p, line.p1(), line.p2()) <= hitReach();
 }
 
@@ -151,10 +151,10 @@ void QCanvasLine::draw(QPainter& painter)
     if (start == end)
         return;
     painter.setPen(pen());
-    painter.drawLine(placed());
+    painter.drawLine(translatedLine());
 }
 
-QLineF QCanvasLine::placed() const
+QLineF QCanvasLine::translatedLine() const
 {
     const QPointF origin(x(), y());
     return QLineF(origin + start, origin + end);
@@ -184,33 +184,33 @@ int QCanvasPolygon::rtti() const
 
 QRectF QCanvasPolygon::boundingRect() const
 {
-    return placed().boundingRect();
+    return translatedPolygon().boundingRect();
 }
 
 bool QCanvasPolygon::hits(const QPointF& p) const
 {
-    return placed().containsPoint(p, Qt::OddEvenFill);
+    return translatedPolygon().containsPoint(p, Qt::OddEvenFill);
 }
 
 void QCanvasPolygon::draw(QPainter& painter)
 {
     fillWith(painter, brush());
-    painter.drawPolygon(placed());
+    painter.drawPolygon(translatedPolygon());
 }
 
-QPolygonF QCanvasPolygon::placed() const
+QPolygonF QCanvasPolygon::translatedPolygon() const
 {
     return QPolygonF(corners).translated(x(), y());
 }
 
-/// How a text lies when its top-left corner is at (0, 0).
+/// The layout of a text whose top-left corner is at (0, 0).
 struct QCanvasText::Layout {
     Layout(const QString& text, const QFont& font);
 
     QStaticText glyphs;
     QFont font;
-    QSize extent; // what can be hit
-    QRect ink;    // what is painted
+    QSize extent; // hit area
+    QRect ink;    // painted area
 };
 
 QCanvasText::Layout::Layout(const QString& text, const QFont& font)
@@ -268,8 +268,8 @@ int QCanvasText::rtti() const
 
 QRectF QCanvasText::boundingRect() const
 {
-    const Layout& laid = layout();
-    return QRectF(QRect(QPoint(0, 0), laid.extent) | laid.ink).translated(x(), y());
+    const Layout& current = layout();
+    return QRectF(QRect(QPoint(0, 0), current.extent) | current.ink).translated(x(), y());
 }
 
 bool QCanvasText::hits(const QPointF& p) const
@@ -280,10 +280,10 @@ bool QCanvasText::hits(const QPointF& p) const
 
 void QCanvasText::draw(QPainter& painter)
 {
-    const Layout& laid = layout();
+    const Layout& current = layout();
     painter.setPen(itsColor);
-    painter.setFont(laid.font);
-    painter.drawStaticText(QPointF(x(), y()), laid.glyphs);
+    painter.setFont(current.font);
+    painter.drawStaticText(QPointF(x(), y()), current.glyphs);
 }
 
 const QCanvasText::Layout& QCanvasText::layout() const
@@ -293,22 +293,22 @@ const QCanvasText::Layout& QCanvasText::layout() const
     return *itsLayout;
 }
 
-// Thousands of labels say one of a few symbols. A layout goes with the last text that uses it.
+// Thousands of labels have only a few different texts. A layout is deleted with the last text item that uses it.
 std::shared_ptr<const QCanvasText::Layout> QCanvasText::sharedLayout(const QString& text, const QFont& font)
 {
-    static QHash<std::pair<QString, QFont>, std::weak_ptr<const Layout>> known;
-    constexpr qsizetype leastToSweep = 256;
-    static qsizetype nextSweep = leastToSweep;
+    static QHash<std::pair<QString, QFont>, std::weak_ptr<const Layout>> cache;
+    constexpr qsizetype minSweepSize = 256;
+    static qsizetype nextSweep = minSweepSize;
 
-    std::weak_ptr<const Layout>& entry = known[{text, font}];
-    std::shared_ptr<const Layout> laid = entry.lock();
-    if (laid)
-        return laid;
-    laid = std::make_shared<const Layout>(text, font);
-    entry = laid;
-    if (known.size() > nextSweep) {
-        known.removeIf([](const auto& position) { return position.value().expired(); });
-        nextSweep = std::max(leastToSweep, 2 * known.size());
+    std::weak_ptr<const Layout>& entry = cache[{text, font}];
+    std::shared_ptr<const Layout> layout = entry.lock();
+    if (layout)
+        return layout;
+    layout = std::make_shared<const Layout>(text, font);
+    entry = layout;
+    if (cache.size() > nextSweep) {
+        cache.removeIf([](const auto& position) { return position.value().expired(); });
+        nextSweep = std::max(minSweepSize, 2 * cache.size());
     }
-    return laid;
+    return layout;
 }

@@ -15,18 +15,18 @@ QCanvasView::QCanvasView(QWidget* parent)
     setResizeAnchor(NoAnchor);
     setInteractive(false);
     setRenderHint(QPainter::Antialiasing);
-    setViewportUpdateMode(NoViewportUpdate); // the canvas says when and what
+    setViewportUpdateMode(NoViewportUpdate); // repaintChanged() updates the viewport
 }
 
 QCanvasView::~QCanvasView() = default;
 
 void QCanvasView::setCanvas(QCanvas* canvas)
 {
-    if (canvas == shown)
+    if (canvas == shownCanvas)
         return;
-    if (shown)
-        shown->disconnect(this);
-    shown = canvas;
+    if (shownCanvas)
+        shownCanvas->disconnect(this);
+    shownCanvas = canvas;
     setScene(canvas ? canvas->scene.get() : nullptr);
     if (canvas) {
         connect(canvas, &QCanvas::changed, this, &QCanvasView::repaintChanged);
@@ -64,7 +64,7 @@ void QCanvasView::setZoom(double factor, const QPointF& anchor)
 
 std::optional<QPoint> QCanvasView::contentsPointer() const
 {
-    if (!pointer || !shown)
+    if (!pointer || !shownCanvas)
         return std::nullopt;
     return transform().map(mapToScene(*pointer)).toPoint();
 }
@@ -113,7 +113,7 @@ void QCanvasView::mouseReleaseEvent(QMouseEvent* event)
 
 void QCanvasView::deliver(QMouseEvent* event, QEvent::Type type, ContentsHandler handler)
 {
-    if (!shown) {
+    if (!shownCanvas) {
         event->ignore();
         return;
     }
@@ -139,30 +139,30 @@ void QCanvasView::scrollContentsBy(int dx, int dy)
 
 void QCanvasView::paintEvent(QPaintEvent* event)
 {
-    if (!shown)
-        return; // the viewport has filled itself with the background colour
+    if (!shownCanvas)
+        return; // Qt has already filled the viewport with the background colour
     QPainter painter(viewport());
     painter.setRenderHints(renderHints());
     painter.setWorldTransform(viewportTransform());
     const QRect area = mapToScene(event->rect()).boundingRect().toAlignedRect();
-    painter.fillRect(area & shown->area(), shown->backgroundColor());
+    painter.fillRect(area & shownCanvas->area(), shownCanvas->backgroundColor());
     paintItems(painter, area, event->region());
     coverOutside(painter, area);
 }
 
 void QCanvasView::paintItems(QPainter& painter, const QRect& area, const QRegion& exposed) const
 {
-    const bool scattered = exposed.rectCount() > 1;
-    for (QCanvasItem* item : shown->visibleItems(area)) {
-        if (!scattered || exposed.intersects(mapFromScene(QRectF(item->reach)).boundingRect()))
+    const bool hasSeveralRects = exposed.rectCount() > 1;
+    for (QCanvasItem* item : shownCanvas->visibleItems(area)) {
+        if (!hasSeveralRects || exposed.intersects(mapFromScene(QRectF(item->reach)).boundingRect()))
             item->draw(painter);
     }
 }
 
-// Also over the items: what lies outside the canvas does not show.
+// Paints over items too: the parts of items outside the canvas are not shown.
 void QCanvasView::coverOutside(QPainter& painter, const QRect& area) const
 {
-    const QRegion outside = QRegion(area) - shown->area();
+    const QRegion outside = QRegion(area) - shownCanvas->area();
     for (const QRect& rectangle : outside)
         painter.fillRect(rectangle, backgroundColor());
 }

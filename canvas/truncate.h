@@ -2,10 +2,9 @@
 
 #include <limits>
 
-/// Converts a coordinate to int, truncating toward zero.
+/// Converts a coordinate to int, truncating towards zero. NaN gives 0; values outside the range of int are clamped.
 ///
-/// Total: NaN gives 0, and a value beyond the range of int gives the end of the range that it lies past. Every
-/// conversion of a canvas coordinate or a depth to int goes through here.
+/// All conversions of canvas coordinates and depths to int must use this function.
 inline int truncated(double value)
 {
     constexpr double lowest = std::numeric_limits<int>::min();
@@ -19,8 +18,7 @@ inline int truncated(double value)
     return static_cast<int>(value);
 }
 
-/// Converts a depth or a length to float. Total: a value beyond the range of float gives the end of the range that it
-/// lies past, NaN gives 0.
+/// Converts a depth or a length to float. NaN gives 0; values outside the range of float are clamped.
 inline float narrowed(double value)
 {
     constexpr double largest = std::numeric_limits<float>::max();

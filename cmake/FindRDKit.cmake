@@ -1,11 +1,11 @@
-# FindRDKit: the cheminformatics library RDKit, whose packages bring no CMake file of their own.
+# FindRDKit: finds the cheminformatics library RDKit, whose packages contain no CMake configuration.
 #
 #   find_package(RDKit [REQUIRED] COMPONENTS SmilesParse FileParsers ...)
 #
-# A component is a library's name without "libRDKit". GraphMol and RDGeneral are always looked for. Sets RDKit_FOUND,
-# RDKit_INCLUDE_DIRS and RDKit_VERSION (where the header says it), and for each component the target RDKit::<component>.
+# A component is a library name without "libRDKit". GraphMol, RDGeneral and RDGeometryLib are always included. Sets
+# RDKit_FOUND and RDKit_INCLUDE_DIRS, and defines the target RDKit::<component> for each component.
 find_path(RDKit_INCLUDE_DIR GraphMol/ROMol.h PATH_SUFFIXES rdkit HINTS ENV RDBASE PATHS ENV CONDA_PREFIX)
-# RDKit's headers include those of Boost.
+# RDKit's headers include Boost headers.
 find_package(Boost QUIET)
 
 set(RDKit_LIBRARIES "")

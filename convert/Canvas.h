@@ -2,7 +2,7 @@
 
 #include "doc/kytstudiodoc.h"
 
-/// A document with a canvas of its own, which goes with it.
+/// A document and its canvas; the canvas is deleted with it.
 class Canvas {
 public:
     Canvas() { doc.newDoc(); }

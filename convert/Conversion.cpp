@@ -14,25 +14,26 @@ namespace {
 std::vector<Sketch> readWorkspace(const QByteArray& text, const QString& name, Notes& notes)
 {
     Canvas canvas;
-    const std::vector<PlacedFault> faults = readChecked(text, canvas.doc);
-    const auto loss = std::find_if(faults.begin(), faults.end(), [](const PlacedFault& fault) { return fault.loses; });
-    if (loss != faults.end())
+    const std::vector<LocatedFault> faults = readChecked(text, canvas.doc);
+    const auto error =
+        std::find_if(faults.begin(), faults.end(), [](const LocatedFault& fault) { return fault.isError; });
+    if (error != faults.end())
         throw ConversionError(
-            QStringLiteral("%1:%2:%3: %4").arg(name).arg(loss->line).arg(loss->column).arg(loss->text));
-    for (const PlacedFault& fault : faults)
-        notes.add(fault.text);
+            QStringLiteral("%1:%2:%3: %4").arg(name).arg(error->line).arg(error->column).arg(error->text));
+    for (const LocatedFault& fault : faults)
+        notes.add(QString(fault.text).replace(QStringLiteral("; "), QStringLiteral(": ")));
     return {sketchOf(*canvas.doc.canvas)};
 }
 
-/// Notes what a workspace has no place for.
+/// Adds warnings for everything that a workspace cannot store.
 void noteLosses(const Sketch& sketch, Notes& notes)
 {
     for (const SketchMolecule& molecule : sketch.molecules) {
-        notes.add("names of molecules, which a workspace does not have", molecule.name.isEmpty() ? 0 : 1);
-        notes.add("further properties of records, which a workspace does not have", std::ssize(molecule.data));
+        notes.add("molecule names: discarded, not supported in workspaces", molecule.name.isEmpty() ? 0 : 1);
+        notes.add("record properties: discarded, not supported in workspaces", std::ssize(molecule.data));
         for (const SketchAtom& atom : molecule.atoms)
             if (!canvasArea.contains(atom.x, atom.y))
-                notes.add("atoms beyond the edge of the canvas");
+                notes.add("atoms outside the canvas: kept, but not visible in the editor");
     }
 }
 
@@ -59,19 +60,20 @@ QByteArray pictureOf(const Sketch& sketch, Format format, const PictureStyle& st
     }
 }
 
-/// Refuses a text that holds a null byte: some readers end there, and some writers would.
-void refuseNullByte(const QByteArray& text, const QString& name)
+/// Rejects null bytes: some readers and writers treat them as the end of the text.
+void rejectNullByte(const QByteArray& text, const QString& name)
 {
-    const qsizetype place = text.indexOf('\0');
-    if (place >= 0)
-        throw ConversionError(QStringLiteral("%1:%2: a null byte").arg(name).arg(text.left(place).count('\n') + 1));
+    const qsizetype index = text.indexOf('\0');
+    if (index >= 0)
+        throw ConversionError(
+            QStringLiteral("%1:%2: unexpected null byte").arg(name).arg(text.left(index).count('\n') + 1));
 }
 
 } // namespace
 
 std::vector<Sketch> readSketches(const QByteArray& text, Format format, const QString& name, Notes& notes)
 {
-    refuseNullByte(text, name);
+    rejectNullByte(text, name);
     switch (format) {
     case Format::Workspace:
         return readWorkspace(text, name, notes);
@@ -81,7 +83,7 @@ std::vector<Sketch> readSketches(const QByteArray& text, Format format, const QS
     case Format::Smiles:
         return readSmiles(text, name, notes);
     default:
-        throw ConversionError(name + QStringLiteral(": pictures are written, not read"));
+        throw ConversionError(name + QStringLiteral(": picture formats can only be written"));
     }
 }
 

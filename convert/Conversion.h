@@ -10,15 +10,16 @@
 
 #include <vector>
 
-/// Reads `text` in a format that is no picture. `name` is the file's in messages. Throws ConversionError for bad input.
+/// Reads `text` in any format except pictures. `name` is the file name for messages. Throws ConversionError for bad
+/// input.
 std::vector<Sketch> readSketches(const QByteArray& text, Format format, const QString& name, Notes& notes);
 
-/// How an output is written.
+/// Options of the output formats.
 struct OutputStyle {
     PictureStyle picture;
     bool v3000 = false;
 };
 
-/// The sketches in a format. Workspaces, molfiles and pictures hold one drawing, on which several sketches are laid out
-/// side by side. Throws ConversionError where they cannot be written.
+/// Converts the sketches to a format. Workspaces, molfiles and pictures hold one drawing, in which several sketches are
+/// laid out side by side. Throws ConversionError if they cannot be converted.
 QByteArray writeSketches(std::vector<Sketch> sketches, Format format, const OutputStyle& style, Notes& notes);

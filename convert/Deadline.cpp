@@ -17,8 +17,8 @@ constexpr int badInput = 2; // exit status
 char message[512];
 std::size_t length = 0;
 
-/// Only calls that are allowed in a signal handler.
-void expire(int)
+/// Signal handler: only async-signal-safe calls are allowed here.
+void handleTimeout(int)
 {
     const ssize_t written = write(STDERR_FILENO, message, length);
     static_cast<void>(written);
@@ -34,12 +34,13 @@ void setTimer(int secondsLeft)
 
 } // namespace
 
-Deadline::Deadline(const QString& place)
+Deadline::Deadline(const QString& context)
 {
-    const QByteArray text = "kytconvert: " + place.toUtf8().left(400) + ": takes too long; it is left\n";
+    const QByteArray text =
+        "kytconvert: " + context.toUtf8().left(400) + ": timed out after " + QByteArray::number(seconds) + " s\n";
     length = std::min(sizeof message, static_cast<std::size_t>(text.size()));
     std::memcpy(message, text.constData(), length);
-    std::signal(SIGPROF, expire);
+    std::signal(SIGPROF, handleTimeout);
     setTimer(seconds);
 }
 

@@ -2,11 +2,11 @@
 
 #include <QString>
 
-/// While one lives, a computation must be done within a minute of processor time. Otherwise the program says so, with
-/// the place that is given, and ends with the status 2. Only the latest one counts.
+/// Limits the processor time during its lifetime to one minute. On a timeout the program prints an error message that
+/// starts with `context` and exits with status 2. Only the most recently created deadline is active.
 class Deadline {
 public:
-    explicit Deadline(const QString& place);
+    explicit Deadline(const QString& context);
     ~Deadline();
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;

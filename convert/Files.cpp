@@ -14,19 +14,19 @@ namespace {
 
 constexpr const char* standardStream = "-";
 
-[[noreturn]] void fail(const QString& shown, const QString& why)
+[[noreturn]] void fail(const QString& shown, const QString& reason)
 {
-    throw ConversionError(shown + QStringLiteral(": ") + why);
+    throw ConversionError(shown + QStringLiteral(": ") + reason);
 }
 
-[[noreturn]] void failReading(const QString& fileName, const QString& why)
+[[noreturn]] void failReading(const QString& fileName, const QString& reason)
 {
-    fail(shownName(fileName), why);
+    fail(shownName(fileName), reason);
 }
 
-[[noreturn]] void failWriting(const QString& fileName, const QString& why)
+[[noreturn]] void failWriting(const QString& fileName, const QString& reason)
 {
-    fail(fileName == QLatin1String(standardStream) ? QStringLiteral("standard output") : fileName, why);
+    fail(fileName == QLatin1String(standardStream) ? QStringLiteral("standard output") : fileName, reason);
 }
 
 void writeTo(QFileDevice& file, const QString& fileName, const QByteArray& contents)
@@ -34,8 +34,8 @@ void writeTo(QFileDevice& file, const QString& fileName, const QByteArray& conte
     errno = 0;
     if (file.write(contents) == contents.size() && file.flush())
         return;
-    const QString why = errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : file.errorString();
-    failWriting(fileName, QStringLiteral("cannot be written: ") + why);
+    const QString reason = errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : file.errorString();
+    failWriting(fileName, QStringLiteral("cannot be written: ") + reason);
 }
 
 } // namespace
@@ -72,14 +72,14 @@ void writeAll(const QString& fileName, const QByteArray& contents)
     const QFileInfo info(fileName);
     if (info.isDir())
         failWriting(fileName, QStringLiteral("is a folder"));
-    if (info.exists() && !info.isFile()) { // a device or a pipe is not to be replaced by a file
+    if (info.exists() && !info.isFile()) { // a device or a pipe must not be replaced by a regular file
         QFile out(fileName);
         if (!out.open(QIODevice::WriteOnly))
             failWriting(fileName, QStringLiteral("cannot be written: ") + out.errorString());
         writeTo(out, fileName, contents);
         return;
     }
-    const QString trouble = writeWholeFile(fileName, contents);
-    if (!trouble.isEmpty())
-        failWriting(fileName, QStringLiteral("cannot be written: ") + trouble);
+    const QString error = writeWholeFile(fileName, contents);
+    if (!error.isEmpty())
+        failWriting(fileName, QStringLiteral("cannot be written: ") + error);
 }

@@ -3,12 +3,12 @@
 #include <QByteArray>
 #include <QString>
 
-/// All of the file, or of standard input for "-". Throws ConversionError where it cannot be read.
+/// Reads the whole file, or standard input for "-". Throws ConversionError if it cannot be read.
 QByteArray readAll(const QString& fileName);
 
-/// Writes all of `contents`, or nothing: an existing file stays unless the new one is whole. "-" is standard output.
-/// Throws ConversionError where it cannot be written.
+/// Writes `contents` atomically: an existing file is replaced only by the complete new one. "-" is standard output.
+/// Throws ConversionError if it cannot be written.
 void writeAll(const QString& fileName, const QByteArray& contents);
 
-/// The name of an input in messages.
+/// The name of an input file for messages.
 QString shownName(const QString& fileName);

@@ -6,16 +6,17 @@
 
 #include <optional>
 
-/// What a file can hold.
+/// The supported file formats.
 enum class Format { Workspace, Molfile, SdFile, Smiles, Svg, Png, Pdf };
 
-/// The format with this name: kyt, kyf, mol, mdl, sdf, sd, smi, smiles, svg, png or pdf, in any case.
+/// The format called `name`: kyt, kyf, mol, mdl, sdf, sd, smi, smiles, svg, png or pdf, case-insensitive.
 std::optional<Format> formatNamed(const QString& name);
 
-/// The format that the ending of a file's name says.
+/// The format for the extension of a file name.
 std::optional<Format> formatOfFile(const QString& fileName);
 
 bool isPicture(Format format);
 
-/// The lines of a text file in UTF-8 or, where it is not that, in Latin-1; they are in UTF-8. Lines may end in any way.
+/// Splits a text file into lines. The text is UTF-8, or else Latin-1; the lines returned are UTF-8. LF, CR LF and CR
+/// all end a line.
 QList<QByteArray> linesOf(const QByteArray& text);

@@ -11,19 +11,19 @@
 namespace {
 
 constexpr std::size_t columns = 7;
-constexpr std::size_t textColumns = 2; // the first ones, flush left
+constexpr std::size_t textColumns = 2; // the leading columns, left-aligned
 using Row = std::array<QString, columns>;
 
-Row rowOf(const ToldMolecule& told)
+Row rowOf(const InfoEntry& entry)
 {
-    const MoleculeInfo& info = told.info;
-    return {info.name.isEmpty() ? told.file : info.name,
+    const MoleculeInfo& info = entry.info;
+    return {info.name.isEmpty() ? entry.file : info.name,
             info.formula,
             QString::number(info.weight, 'f', 3),
             QString::number(info.atoms),
             QString::number(info.bonds),
             QString::number(info.rings),
-            QString::number(info.complaints.size())};
+            QString::number(info.warnings.size())};
 }
 
 QString lineOf(const Row& row, const std::array<qsizetype, columns>& widths)
@@ -37,10 +37,10 @@ QString lineOf(const Row& row, const std::array<qsizetype, columns>& widths)
     return line + u'\n';
 }
 
-QJsonObject objectOf(const ToldMolecule& told)
+QJsonObject objectOf(const InfoEntry& entry)
 {
-    const MoleculeInfo& info = told.info;
-    return {{"file", told.file},
+    const MoleculeInfo& info = entry.info;
+    return {{"file", entry.file},
             {"name", info.name},
             {"formula", info.formula},
             {"weight", std::round(info.weight * 1000) / 1000},
@@ -49,34 +49,34 @@ QJsonObject objectOf(const ToldMolecule& told)
             {"bonds", info.bonds},
             {"rings", info.rings},
             {"labels", QJsonArray::fromStringList(info.labels)},
-            {"complaints", QJsonArray::fromStringList(info.complaints)}};
+            {"warnings", QJsonArray::fromStringList(info.warnings)}};
 }
 
 } // namespace
 
-QByteArray infoTable(const std::vector<ToldMolecule>& molecules)
+QByteArray infoTable(const std::vector<InfoEntry>& entries)
 {
-    std::vector<Row> rows = {{"Molecule", "Formula", "Weight", "Atoms", "Bonds", "Rings", "Complaints"}};
-    for (const ToldMolecule& told : molecules)
-        rows.push_back(rowOf(told));
+    std::vector<Row> rows = {{"Molecule", "Formula", "Weight", "Atoms", "Bonds", "Rings", "Warnings"}};
+    for (const InfoEntry& entry : entries)
+        rows.push_back(rowOf(entry));
     std::array<qsizetype, columns> widths = {};
     for (const Row& row : rows)
         for (std::size_t i = 0; i < columns; ++i)
             widths[i] = std::max(widths[i], row[i].size());
 
     QString table = lineOf(rows.front(), widths);
-    for (std::size_t i = 0; i < molecules.size(); ++i) {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
         table += lineOf(rows[i + 1], widths);
-        for (const QString& complaint : molecules[i].info.complaints)
-            table += QStringLiteral("  ! ") + complaint + u'\n';
+        for (const QString& warning : entries[i].info.warnings)
+            table += QStringLiteral("  ! ") + warning + u'\n';
     }
     return table.toUtf8();
 }
 
-QByteArray infoJson(const std::vector<ToldMolecule>& molecules)
+QByteArray infoJson(const std::vector<InfoEntry>& entries)
 {
     QJsonArray array;
-    for (const ToldMolecule& told : molecules)
-        array.append(objectOf(told));
+    for (const InfoEntry& entry : entries)
+        array.append(objectOf(entry));
     return QJsonDocument(array).toJson();
 }

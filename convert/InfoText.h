@@ -6,14 +6,14 @@
 
 #include <vector>
 
-/// A molecule and the file that it is from.
-struct ToldMolecule {
+/// The properties of a molecule and the file that it was read from.
+struct InfoEntry {
     QString file;
     MoleculeInfo info;
 };
 
-/// A table with a head, a line for each molecule, and the complaints about it below it.
-QByteArray infoTable(const std::vector<ToldMolecule>& molecules);
+/// A table with a header line and one line per molecule, each followed by its warnings.
+QByteArray infoTable(const std::vector<InfoEntry>& entries);
 
-/// The same as a JSON array of objects.
-QByteArray infoJson(const std::vector<ToldMolecule>& molecules);
+/// The same data as a JSON array of objects.
+QByteArray infoJson(const std::vector<InfoEntry>& entries);

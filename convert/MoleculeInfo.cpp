@@ -14,26 +14,27 @@ using namespace RDKit;
 
 namespace {
 
-/// Carbon, hydrogen, then the others by their letters; without carbon all by their letters.
+/// The formula in Hill order: carbon, hydrogen, then the other elements alphabetically; without carbon, all elements
+/// alphabetically.
 QString hillFormula(QMap<QString, int> counts, int charge)
 {
     QString formula;
-    const auto put = [&](const QString& element, int count) {
+    const auto append = [&](const QString& element, int count) {
         if (count > 0)
             formula += count > 1 ? element + QString::number(count) : element;
     };
     if (counts.contains("C")) {
-        put("C", counts.take("C"));
-        put("H", counts.take("H"));
+        append("C", counts.take("C"));
+        append("H", counts.take("H"));
     }
     for (auto entry = counts.cbegin(); entry != counts.cend(); ++entry)
-        put(entry.key(), entry.value());
-    if (charge != 0) // The sign goes first: in "CaC22+", the charge would look like a count.
+        append(entry.key(), entry.value());
+    if (charge != 0) // The sign comes first: in "CaC22+", the charge would read as a count.
         formula += (charge > 0 ? u'+' : u'-') + (std::abs(charge) > 1 ? QString::number(std::abs(charge)) : QString());
     return formula;
 }
 
-/// Bonds beyond those that hold the pieces together.
+/// The number of independent rings: bonds - atoms + connected pieces.
 int ringsOf(const RWMol& molecule)
 {
     std::vector<int> piece;
@@ -41,23 +42,23 @@ int ringsOf(const RWMol& molecule)
     return static_cast<int>(molecule.getNumBonds()) - static_cast<int>(molecule.getNumAtoms()) + pieces;
 }
 
-QString complaintOf(const MolSanitizeException& problem, const SketchMolecule& drawn)
+QString warningOf(const MolSanitizeException& problem, const SketchMolecule& drawn)
 {
     const auto* atAtom = dynamic_cast<const AtomSanitizeException*>(&problem);
     if (!atAtom || atAtom->getAtomIdx() >= drawn.atoms.size())
         return QString::fromUtf8(problem.what()).simplified();
     const unsigned index = atAtom->getAtomIdx();
-    QString complaint = QStringLiteral("atom %1 (%2)").arg(index + 1).arg(drawn.atoms[index].symbol);
+    QString warning = QStringLiteral("atom %1 (%2)").arg(index + 1).arg(drawn.atoms[index].symbol);
     if (problem.getType() == "AtomValenceException")
-        return complaint + QStringLiteral(": more bonds than its valence allows");
-    return complaint + QStringLiteral(": ") + QString::fromUtf8(problem.what()).simplified();
+        return warning + QStringLiteral(": more bonds than its valence allows");
+    return warning + QStringLiteral(": ") + QString::fromUtf8(problem.what()).simplified();
 }
 
 } // namespace
 
 MoleculeInfo infoOf(const SketchMolecule& drawn)
 {
-    const Deadline deadline(QStringLiteral("the rings and valences of a molecule"));
+    const Deadline deadline(QStringLiteral("computing rings and valences"));
     Notes ignored;
     const std::unique_ptr<RWMol> molecule = moleculeOf(drawn, MoleculeUse::Chemistry, ignored);
     MoleculeInfo info;
@@ -68,13 +69,13 @@ MoleculeInfo infoOf(const SketchMolecule& drawn)
 
     molecule->updatePropertyCache(false);
     for (const auto& problem : MolOps::detectChemistryProblems(*molecule))
-        info.complaints.append(complaintOf(*problem, drawn));
-    // The hydrogens of aromatic nitrogens and the like are known once the rings have single and double bonds.
+        info.warnings.append(warningOf(*problem, drawn));
+    // The hydrogens of aromatic nitrogens and similar atoms can be counted only after kekulization.
     try {
         MolOps::KekulizeIfPossible(*molecule, true);
         molecule->updatePropertyCache(false);
     } catch (const std::exception&) {
-        // It has been complained about already.
+        // Already in the warnings.
     }
 
     QMap<QString, int> counts;

@@ -17,32 +17,32 @@ using namespace RDKit;
 
 namespace {
 
-// The properties of a record that a molfile has no place for. Each line of the colours is a count and the colour of so
-// many atoms, each line of the symbols an atom's number and its symbol; the sizes are those of the molecules that share
-// the molfile; the number of the drawing is shared by the records that come from it.
+// The record properties for what a molfile cannot store. A line of the colours has a count and the colour of that many
+// atoms. A line of the symbols has an atom number and its symbol. The sizes are the atom counts of the molecules in the
+// molfile. The drawing number is the same in all records of one drawing.
 const QString colorsProperty = QStringLiteral("KYTSTUDIO_COLORS");
 const QString symbolsProperty = QStringLiteral("KYTSTUDIO_SYMBOLS");
 const QString sizesProperty = QStringLiteral("KYTSTUDIO_MOLECULES");
 const QString drawingProperty = QStringLiteral("KYTSTUDIO_DRAWING");
 
-constexpr double largestInV2000 = 9999;  // angstroms, that the columns of a V2000 file hold
-constexpr double farthest = 1e9;         // angstroms, that an atom may be from the origin
-constexpr std::size_t mostInV2000 = 999; // atoms, and bonds
-constexpr int mostLabels = 50;           // different ones in a molfile's column of symbols
+constexpr double maxCoordinateInV2000 = 9999; // angstroms, due to the width of the columns
+constexpr double maxCoordinate = 1e9;         // angstroms
+constexpr std::size_t maxCountInV2000 = 999;  // of atoms, and of bonds
+constexpr int maxLabels = 50;                 // different labels in the symbol column of a molfile
 
-/// False for what is not finite, too.
-bool isNear(double angstroms)
+/// Also false for a coordinate that is not finite.
+bool isInRange(double angstroms)
 {
-    return std::fabs(angstroms) < farthest;
+    return std::fabs(angstroms) < maxCoordinate;
 }
 
-/// How many lines stand before the first one with `word`; 0 where there is none.
+/// The number of lines before the first one with `word`; 0 if there is none.
 qsizetype linesBefore(const QByteArray& block, const QByteArray& word)
 {
     return block.left(std::max<qsizetype>(0, block.indexOf(' ' + word + ' '))).count('\n');
 }
 
-/// The last line of the record's molfile that says something, in the file.
+/// The number, in the file, of the last non-blank line of the record's molfile.
 int lastLine(const SdRecord& record)
 {
     qsizetype end = record.block.size();
@@ -51,8 +51,8 @@ int lastLine(const SdRecord& record)
     return record.firstLine + static_cast<int>(record.block.left(end).count('\n'));
 }
 
-/// What a fault says, with the line in the file instead of that in the record. Where it names no line but a word, the
-/// line is that of the word.
+/// The text of a parser error with the line number in the file instead of that in the record. If the error has no line
+/// number but quotes a word, the line is that of the word.
 QString faultText(const char* what, const SdRecord& record, const QString& name)
 {
     static const QRegularExpression lineNumber(QStringLiteral(R"(\s*(?:on|at)?\s*\bline:?\s*(?:number\s*)?(\d+))"),
@@ -65,21 +65,21 @@ QString faultText(const char* what, const SdRecord& record, const QString& name)
         line += std::max(0, match.captured(1).toInt() - 1);
         text.remove(match.capturedStart(), match.capturedLength());
         if (!record.block.contains("\nM  END") && line > lastLine(record))
-            return QStringLiteral("%1:%2: it ends before M  END").arg(name).arg(lastLine(record));
+            return QStringLiteral("%1:%2: unexpected end of molfile, M  END missing").arg(name).arg(lastLine(record));
     } else if (const QRegularExpressionMatch word = quoted.match(text); word.hasMatch()) {
         line += static_cast<int>(linesBefore(record.block, word.captured(1).toUtf8()));
     }
     return QStringLiteral("%1:%2: %3").arg(name).arg(line).arg(text.simplified());
 }
 
-/// The symbol that RDKit says it does not know; empty where it says something else.
+/// The symbol that RDKit reports as unknown; empty for any other error.
 QByteArray unknownSymbol(const char* what)
 {
     static const QRegularExpression form(QStringLiteral("Element '([^']+)' not found"));
     return form.match(QString::fromUtf8(what)).captured(1).toUtf8();
 }
 
-/// The molecule of a molfile. A symbol that is no element's is the label of an atom.
+/// Parses a molfile. A symbol that is not an element becomes the label of its atom.
 std::unique_ptr<RWMol> parseBlock(QByteArray block)
 {
     std::map<unsigned, QByteArray> labels;
@@ -92,7 +92,7 @@ std::unique_ptr<RWMol> parseBlock(QByteArray block)
         } catch (const std::exception& fault) {
             const QByteArray symbol = unknownSymbol(fault.what());
             const std::vector<unsigned> atoms =
-                symbol.isEmpty() || symbols == mostLabels ? std::vector<unsigned>() : replaceSymbol(block, symbol);
+                symbol.isEmpty() || symbols == maxLabels ? std::vector<unsigned>() : replaceSymbol(block, symbol);
             if (atoms.empty())
                 throw;
             for (const unsigned atom : atoms)
@@ -110,14 +110,14 @@ std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
 {
     const Deadline deadline(QStringLiteral("%1:%2").arg(name).arg(record.firstLine));
     try {
-        checkAnnouncements(record);
+        checkRecord(record);
         std::unique_ptr<RWMol> molecule = parseBlock(record.block);
         if (molecule->getNumConformers() == 0 && molecule->getNumAtoms() > 0)
-            throw ConversionError(QStringLiteral("no places"));
+            throw ConversionError(QStringLiteral("no atom coordinates"));
         for (unsigned i = 0; i < molecule->getNumAtoms(); ++i) {
-            const RDGeom::Point3D& place = molecule->getConformer().getAtomPos(i);
-            if (!isNear(place.x) || !isNear(place.y) || !isNear(place.z))
-                throw ConversionError(QStringLiteral("atom %1 lies too far away").arg(i + 1));
+            const RDGeom::Point3D& position = molecule->getConformer().getAtomPos(i);
+            if (!isInRange(position.x) || !isInRange(position.y) || !isInRange(position.z))
+                throw ConversionError(QStringLiteral("coordinates of atom %1 out of range").arg(i + 1));
         }
         return molecule;
     } catch (const std::exception& fault) {
@@ -125,14 +125,14 @@ std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
     }
 }
 
-/// The colours of `text`, one for each of the atoms; false where they do not fit.
+/// Sets the colours of all atoms from a property. Returns false if the property does not match the molecule.
 bool applyColors(SketchMolecule& molecule, const QString& text)
 {
     std::size_t next = 0;
     for (const QString& line : text.split(u'\n')) {
         const QStringList words = line.simplified().split(u' ');
         const int count = words.first().toInt();
-        // A workspace would end at that word.
+        // In a workspace, this word would end the molecule.
         if (words.contains(QLatin1String("END_MOLECULE")))
             return false;
         if (words.size() != 4 || count < 1 || static_cast<std::size_t>(count) > molecule.atoms.size() - next)
@@ -143,6 +143,7 @@ bool applyColors(SketchMolecule& molecule, const QString& text)
     return next == molecule.atoms.size();
 }
 
+/// Sets symbols of atoms from a property. Returns false if the property does not match the molecule.
 bool applySymbols(SketchMolecule& molecule, const QString& text)
 {
     for (const QString& line : text.split(u'\n')) {
@@ -157,7 +158,8 @@ bool applySymbols(SketchMolecule& molecule, const QString& text)
     return true;
 }
 
-/// The parts of `molecule` with these numbers of atoms; the molecule itself where they are not its parts.
+/// Splits `molecule` into parts with these atom counts. Returns it unchanged if a count is invalid or a bond joins two
+/// parts.
 std::vector<SketchMolecule> split(SketchMolecule molecule, const QString& sizes)
 {
     std::vector<int> partOf;
@@ -192,7 +194,7 @@ std::vector<SketchMolecule> split(SketchMolecule molecule, const QString& sizes)
     return split;
 }
 
-/// Takes the property `name` out of the molecule's data.
+/// Removes the property `name` from the molecule's data and returns its text.
 std::optional<QString> take(SketchMolecule& molecule, const QString& name)
 {
     for (auto entry = molecule.data.begin(); entry != molecule.data.end(); ++entry) {
@@ -205,14 +207,14 @@ std::optional<QString> take(SketchMolecule& molecule, const QString& name)
     return std::nullopt;
 }
 
-/// Whether all of the sketch lies where a canvas is.
+/// Whether all atoms are inside the canvas area.
 bool isOnCanvas(const Sketch& sketch)
 {
     const QRectF extent = extentOf(sketch);
     return canvasArea.contains(extent.topLeft()) && canvasArea.contains(extent.bottomRight());
 }
 
-/// Whether the alias of a V2000 file or the element itself says the symbol; otherwise a property has to.
+/// Whether a symbol must be stored in a property because neither the element nor a V2000 alias expresses it.
 bool needsProperty(const QString& symbol, bool v3000)
 {
     const std::optional<ElementSymbol> element = parseSymbol(symbol);
@@ -231,11 +233,11 @@ QString colorsOf(const SketchMolecule& molecule)
     QStringList lines;
     for (std::size_t i = 0; i < molecule.atoms.size();) {
         const std::array<QString, 3>& color = molecule.atoms[i].color;
-        std::size_t same = 1;
-        while (i + same < molecule.atoms.size() && molecule.atoms[i + same].color == color)
-            ++same;
-        lines.append(QStringLiteral("%1 %2 %3 %4").arg(QString::number(same), color[0], color[1], color[2]));
-        i += same;
+        std::size_t count = 1;
+        while (i + count < molecule.atoms.size() && molecule.atoms[i + count].color == color)
+            ++count;
+        lines.append(QStringLiteral("%1 %2 %3 %4").arg(QString::number(count), color[0], color[1], color[2]));
+        i += count;
     }
     return lines.join(u'\n');
 }
@@ -251,37 +253,38 @@ QString symbolsOf(const SketchMolecule& molecule, bool v3000)
 
 bool fitsV2000(const SketchMolecule& molecule)
 {
-    return molecule.atoms.size() <= mostInV2000 && molecule.bonds.size() <= mostInV2000
+    return molecule.atoms.size() <= maxCountInV2000 && molecule.bonds.size() <= maxCountInV2000
         && std::all_of(molecule.atoms.begin(), molecule.atoms.end(), [](const SketchAtom& atom) {
-               const double most = std::max({std::fabs(atom.x), std::fabs(atom.y), std::fabs(double{atom.depth})});
-               return most < largestInV2000 * pixelsPerAngstrom;
+               const double largest = std::max({std::fabs(atom.x), std::fabs(atom.y), std::fabs(double{atom.depth})});
+               return largest < maxCoordinateInV2000 * pixelsPerAngstrom;
            });
 }
 
-void noteFalseDepths(const SketchMolecule& molecule, Notes& notes)
+/// Warns of wedges whose direction contradicts the depths of their ends.
+void noteContradictoryWedges(const SketchMolecule& molecule, Notes& notes)
 {
     for (const SketchBond& bond : molecule.bonds) {
         if (!isWedge(bond))
             continue;
         const float rise = molecule.atoms[bond.to].depth - molecule.atoms[bond.from].depth;
         if (bond.kinds.front() == KYTBT_StereoUp ? rise < 0 : rise > 0)
-            notes.add("wedges whose end lies on the other side in depth, which other programs may take for the stereo");
+            notes.add("wedges that contradict atom depths: written as drawn, may be read as the opposite stereo");
     }
 }
 
-/// A record without the line that ends it in an SD file. `drawing` is the number of the drawing whose places it keeps,
-/// or 0.
+/// A record without its final "$$$$" line. `drawing` is the number of the drawing whose coordinates are kept, or 0.
 QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, const QString& sizes, Notes& notes)
 {
     v3000 = v3000 || !fitsV2000(molecule);
     for (const SketchAtom& atom : molecule.atoms)
-        for (const double place : {atom.x, atom.y, double{atom.depth}})
-            if (!isNear(place / pixelsPerAngstrom))
-                throw ConversionError(QStringLiteral("an atom lies too far away for a molfile"));
-    noteFalseDepths(molecule, notes);
-    const std::unique_ptr<RWMol> made = moleculeOf(molecule, v3000 ? MoleculeUse::V3000 : MoleculeUse::V2000, notes);
-    QByteArray text = QByteArray::fromStdString(MolToMolBlock(*made, false, -1, false, v3000));
-    if (text.startsWith(endOfRecord)) // a name that would end the record
+        for (const double coordinate : {atom.x, atom.y, double{atom.depth}})
+            if (!isInRange(coordinate / pixelsPerAngstrom))
+                throw ConversionError(QStringLiteral("atom coordinates out of range for a molfile"));
+    noteContradictoryWedges(molecule, notes);
+    const std::unique_ptr<RWMol> converted =
+        moleculeOf(molecule, v3000 ? MoleculeUse::V3000 : MoleculeUse::V2000, notes);
+    QByteArray text = QByteArray::fromStdString(MolToMolBlock(*converted, false, -1, false, v3000));
+    if (text.startsWith(endOfRecord)) // the name must not end the record
         text.prepend(' ');
     for (const auto& [name, value] : molecule.data)
         text += property(name, value);
@@ -296,8 +299,8 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     return text;
 }
 
-/// One molecule with the atoms and bonds of all.
-SketchMolecule together(const Sketch& sketch)
+/// All molecules of the sketch combined into one.
+SketchMolecule combined(const Sketch& sketch)
 {
     SketchMolecule all;
     for (const SketchMolecule& molecule : sketch.molecules) {
@@ -331,34 +334,34 @@ std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, No
 {
     const std::vector<SdRecord> records = splitRecords(text);
     if (records.empty())
-        throw ConversionError(name + QStringLiteral(": there is no molfile in it"));
+        throw ConversionError(name + QStringLiteral(": contains no molfile"));
     std::vector<Sketch> sketches;
     QString lastDrawing;
     for (const SdRecord& record : records) {
-        const std::unique_ptr<RWMol> written = parse(record, name);
-        noteUnusualHydrogens(*written, notes);
-        SketchMolecule molecule = sketchOf(*written, {}, notes);
+        const std::unique_ptr<RWMol> parsed = parse(record, name);
+        noteUnusualHydrogens(*parsed, notes);
+        SketchMolecule molecule = sketchOf(*parsed, {}, notes);
         molecule.data = record.data;
         if (const auto symbols = take(molecule, symbolsProperty); symbols && !applySymbols(molecule, *symbols))
-            notes.add("properties with symbols that do not fit their molecule");
+            notes.add("KYTSTUDIO_SYMBOLS properties that do not match the molecule: not fully applied");
         if (const auto colors = take(molecule, colorsProperty); colors && !applyColors(molecule, *colors))
-            notes.add("properties with colours that do not fit their molecule");
+            notes.add("KYTSTUDIO_COLORS properties that do not match the molecule: not fully applied");
         liftWedges(molecule);
         const QString drawing = take(molecule, drawingProperty).value_or(QString());
         const QString sizes = take(molecule, sizesProperty).value_or(QString());
 
         Sketch sketch;
         sketch.molecules = sizes.isEmpty() ? std::vector{std::move(molecule)} : split(std::move(molecule), sizes);
-        const bool keepsPlaces = !drawing.isEmpty() && isOnCanvas(sketch);
-        if (keepsPlaces && drawing == lastDrawing && !sketches.empty()) {
+        const bool keepsPosition = !drawing.isEmpty() && isOnCanvas(sketch);
+        if (keepsPosition && drawing == lastDrawing && !sketches.empty()) {
             std::move(sketch.molecules.begin(), sketch.molecules.end(), std::back_inserter(sketches.back().molecules));
         } else {
-            sketch.placed = keepsPlaces;
-            if (!keepsPlaces)
+            sketch.placed = keepsPosition;
+            if (!keepsPosition)
                 centre(sketch);
             sketches.push_back(std::move(sketch));
         }
-        lastDrawing = keepsPlaces ? drawing : QString();
+        lastDrawing = keepsPosition ? drawing : QString();
     }
     return sketches;
 }
@@ -367,8 +370,8 @@ QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes)
 {
     const auto named = std::count_if(sketch.molecules.begin(), sketch.molecules.end(),
                                      [](const SketchMolecule& molecule) { return !molecule.name.isEmpty(); });
-    notes.add("names of molecules that share a molfile, which has the first one only", named - 1);
-    return recordOf(together(sketch), v3000, sketch.placed ? 1 : 0, sizesOf(sketch), notes);
+    notes.add("molecule names other than the first in a molfile: discarded", named - 1);
+    return recordOf(combined(sketch), v3000, sketch.placed ? 1 : 0, sizesOf(sketch), notes);
 }
 
 QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, Notes& notes)

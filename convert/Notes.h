@@ -7,20 +7,21 @@
 #include <utility>
 #include <vector>
 
-/// What a conversion could not carry over: kinds of things, each with how many there were.
+/// The warnings of a conversion, counted by kind. A kind reads "<things>: <what was done with them>".
 class Notes {
 public:
-    /// Adds `count` things of the kind; nothing for 0.
+    /// Adds `count` occurrences of the kind; ignored if 0.
     void add(const QString& kind, qsizetype count = 1);
 
-    /// One line for each kind, in the order in which they first came: how many, and what.
+    /// One line per kind, in order of first occurrence: the kind, followed by its count in parentheses.
     QStringList lines() const;
 
 private:
     std::vector<std::pair<QString, qsizetype>> kinds;
 };
 
-/// Input that cannot be read, or output that cannot be made. The text is one line for the user, with the place.
+/// Input that cannot be read, or output that cannot be written. The text is one line for the user and names the file
+/// and, where known, the line.
 class ConversionError : public std::runtime_error {
 public:
     explicit ConversionError(const QString& text);

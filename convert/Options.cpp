@@ -7,9 +7,17 @@ namespace {
 constexpr double largestScale = 100;
 constexpr double largestMargin = 10'000; // canvas pixels
 
-[[noreturn]] void refuse(const QString& why)
+[[noreturn]] void fail(const QString& reason)
 {
-    throw ConversionError(why + QStringLiteral(" (--help shows how it is used)"));
+    throw ConversionError(reason + QStringLiteral(" (see --help)"));
+}
+
+/// A sentence of Qt in the style of this program's messages: lower case, without a full stop.
+QString asReason(QString sentence)
+{
+    if (sentence.endsWith(u'.'))
+        sentence.chop(1);
+    return sentence.left(1).toLower() + sentence.mid(1);
 }
 
 Format formatOption(const QCommandLineParser& parser, const QString& option)
@@ -17,18 +25,19 @@ Format formatOption(const QCommandLineParser& parser, const QString& option)
     const QString name = parser.value(option);
     const std::optional<Format> format = formatNamed(name);
     if (!format)
-        refuse(QStringLiteral("there is no format \"%1\"").arg(name));
+        fail(QStringLiteral("unknown format \"%1\"").arg(name));
     return *format;
 }
 
-double numberOption(const QCommandLineParser& parser, const QString& option, double least, double most, double usual)
+double numberOption(const QCommandLineParser& parser, const QString& option, double minimum, double maximum,
+                    double defaultValue)
 {
     if (!parser.isSet(option))
-        return usual;
+        return defaultValue;
     bool isNumber = false;
     const double number = parser.value(option).toDouble(&isNumber);
-    if (!isNumber || !(number >= least && number <= most))
-        refuse(QStringLiteral("--%1 takes a number from %2 to %3").arg(option).arg(least).arg(most));
+    if (!isNumber || !(number >= minimum && number <= maximum))
+        fail(QStringLiteral("--%1 must be a number from %2 to %3").arg(option).arg(minimum).arg(maximum));
     return number;
 }
 
@@ -37,7 +46,7 @@ QColor colorOption(const QCommandLineParser& parser, const QString& option)
     const QString name = parser.value(option);
     const QColor color(name);
     if (!color.isValid())
-        refuse(QStringLiteral("\"%1\" is no colour: take a name, #rrggbb or transparent").arg(name));
+        fail(QStringLiteral("invalid colour \"%1\": use a name, #rrggbb or transparent").arg(name));
     return color;
 }
 
@@ -71,7 +80,7 @@ Options parseOptions(const QStringList& arguments)
                        {{"h", "help"}, {}},
                        {"version", {}}});
     if (!parser.parse(QStringList("kytconvert") + arguments))
-        refuse(parser.errorText());
+        fail(asReason(parser.errorText()));
 
     Options options;
     options.task = taskOf(parser);
@@ -79,18 +88,18 @@ Options parseOptions(const QStringList& arguments)
         return options;
     options.inputs = parser.positionalArguments();
     if (options.inputs.isEmpty())
-        refuse(QStringLiteral("no input is named"));
+        fail(QStringLiteral("no input file specified"));
     if (options.inputs.count(QStringLiteral("-")) > 1)
-        refuse(QStringLiteral("standard input can be read only once"));
+        fail(QStringLiteral("standard input can be read only once"));
     if (parser.isSet("check") && parser.isSet("info"))
-        refuse(QStringLiteral("--check and --info do not go together"));
+        fail(QStringLiteral("--check and --info cannot be combined"));
     if (parser.isSet("from"))
         options.from = formatOption(parser, "from");
     options.json = parser.isSet("json");
     if (options.json && options.task != Options::Task::Info)
-        refuse(QStringLiteral("--json goes with --info"));
+        fail(QStringLiteral("--json requires --info"));
     if (options.task != Options::Task::Convert && (parser.isSet("output") || parser.isSet("to")))
-        refuse(QStringLiteral("--check and --info answer on standard output, without --output and --to"));
+        fail(QStringLiteral("--output and --to cannot be combined with --check or --info"));
     if (options.task != Options::Task::Convert)
         return options;
 
@@ -99,7 +108,7 @@ Options parseOptions(const QStringList& arguments)
     const std::optional<Format> to =
         parser.isSet("to") ? std::optional(formatOption(parser, "to")) : formatOfFile(options.output);
     if (!to)
-        refuse(QStringLiteral("which format to write is not said: name an output with an ending, or take --to"));
+        fail(QStringLiteral("unknown output format: use a file extension or --to"));
     options.to = *to;
     options.style.picture.scale = numberOption(parser, "scale", 0.01, largestScale, options.style.picture.scale);
     options.style.picture.margin = numberOption(parser, "margin", 0, largestMargin, options.style.picture.margin);
@@ -112,20 +121,23 @@ Options parseOptions(const QStringList& arguments)
 QString helpText()
 {
     return QStringLiteral(R"(Usage: kytconvert [options] INPUT... -o OUTPUT
-       kytconvert --check FILE...     kytconvert --info [--json] FILE...
+       kytconvert --check FILE...
+       kytconvert --info [--json] FILE...
 
-Converts drawings. Reads kyt, kyf, mol, mdl, sdf and smi, and writes these and
-svg, png and pdf. "-" is standard input or output. Several inputs that go onto
-one drawing stand side by side; "%d" in OUTPUT makes one file per molecule.
+Converts molecule drawings. Reads kyt, kyf, mol, mdl, sdf and smi; writes these
+and svg, png and pdf. "-" is standard input or output. Where the output holds a
+single drawing, several inputs are laid out side by side. "%d" in OUTPUT writes
+one file per molecule.
 
-  -o, --output FILE    what to write; its ending says the format
-  --from, --to FORMAT  where no ending says it
-  --v3000              write molfiles and SD files as V3000 in any case
-  --scale NUMBER       size of a picture (1)
-  --margin PIXELS      space around a picture's drawing (10)
-  --background COLOUR  of a picture: a name, #rrggbb, transparent (white)
-  --check              say what the editor's reader would skip, stop at or mend
-  --info, --json       tell formula, weight, rings and complaints, also as JSON
+  -o, --output FILE    output file; its extension selects the format
+  --from FORMAT        input format (default: from the file extension)
+  --to FORMAT          output format (default: from the file extension)
+  --v3000              always write molfiles and SD files as V3000
+  --scale NUMBER       scale factor of a picture (default: 1)
+  --margin PIXELS      margin around the drawing in a picture (default: 10)
+  --background COLOUR  background: name, #rrggbb, transparent (default: white)
+  --check              report all errors that the editor finds in a file
+  --info, --json       print formula, weight, rings and warnings, also as JSON
   --help, --version
 
 Examples:

@@ -6,21 +6,21 @@
 
 #include <optional>
 
-/// What the command line asks for.
+/// The parsed command line.
 struct Options {
     enum class Task { Convert, Check, Info, Help, Version };
 
     Task task = Task::Convert;
     QStringList inputs;
     QString output = QStringLiteral("-");
-    std::optional<Format> from; ///< where it is not the files' endings that say it
+    std::optional<Format> from; ///< if unset, determined by each file's extension
     Format to = Format::Workspace;
     OutputStyle style;
     bool json = false;
 };
 
-/// Reads the arguments behind the program's name. Throws ConversionError where they make no sense.
+/// Parses the arguments after the program name. Throws ConversionError for invalid arguments.
 Options parseOptions(const QStringList& arguments);
 
-/// The text of --help: fits a screen of 80 columns and 24 lines.
+/// The text of --help; fits a terminal of 80 columns and 24 lines.
 QString helpText();

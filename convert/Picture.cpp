@@ -14,14 +14,14 @@
 
 namespace {
 
-constexpr int screenResolution = 96;              // pixels in an inch, for which the labels' font is sized
-constexpr double pointsPerPixel = 0.75;           // a point is 1/72 inch
-constexpr double longestSide = 1'000'000;         // pixels, of a drawing in a picture
-constexpr double mostPixels = 64.0 * 1024 * 1024; // of a picture made of pixels
+constexpr int screenResolution = 96;             // pixels per inch; the labels' font is sized for it
+constexpr double pointsPerPixel = 0.75;          // a point is 1/72 inch
+constexpr double largestCoordinate = 1'000'000;  // canvas pixels, of a drawing in a picture
+constexpr double maxPixels = 64.0 * 1024 * 1024; // of a raster picture
 
-[[noreturn]] void refuse(const QString& what)
+[[noreturn]] void fail(const QString& reason)
 {
-    throw ConversionError(what);
+    throw ConversionError(reason);
 }
 
 QSizeF pictureSize(const QRect& area, const PictureStyle& style)
@@ -32,7 +32,7 @@ QSizeF pictureSize(const QRect& area, const PictureStyle& style)
 void paint(QPainter& painter, const QCanvas& canvas, const QRect& area, const PictureStyle& style)
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::NonCosmeticBrushPatterns); // the hatching of falling wedges grows with them
+    painter.setRenderHint(QPainter::NonCosmeticBrushPatterns); // the hatching of wedges scales too
     painter.scale(style.scale, style.scale);
     painter.translate(-area.topLeft());
     if (style.background.alpha() > 0)
@@ -43,7 +43,7 @@ void paint(QPainter& painter, const QCanvas& canvas, const QRect& area, const Pi
 void begin(QPainter& painter, QPaintDevice* device)
 {
     if (!painter.begin(device))
-        refuse(QStringLiteral("the picture could not be painted"));
+        fail(QStringLiteral("cannot paint the picture"));
 }
 
 } // namespace
@@ -59,9 +59,9 @@ QRect pictureArea(const QCanvas& canvas, const PictureStyle& style)
     extent.adjust(-margin, -margin, margin, margin);
     const double farthest = std::max(
         {std::fabs(extent.left()), std::fabs(extent.right()), std::fabs(extent.top()), std::fabs(extent.bottom())});
-    if (!(farthest < longestSide))
-        refuse(
-            QStringLiteral("the drawing is too large for a picture: more than %1 pixels").arg(longestSide, 0, 'f', 0));
+    if (!(farthest < largestCoordinate))
+        fail(QStringLiteral("drawing too large for a picture: extends beyond %1 pixels")
+                 .arg(largestCoordinate, 0, 'f', 0));
     return extent.toAlignedRect().united(QRect(extent.topLeft().toPoint(), QSize(1, 1)));
 }
 
@@ -91,13 +91,13 @@ QByteArray pngOf(const QCanvas& canvas, const PictureStyle& style)
     const QSizeF size = pictureSize(area, style);
     const double width = std::ceil(size.width());
     const double height = std::ceil(size.height());
-    if (width * height > mostPixels)
-        refuse(QStringLiteral("a picture of %1 x %2 pixels is too large; choose a smaller --scale, or SVG or PDF")
-                   .arg(width, 0, 'f', 0)
-                   .arg(height, 0, 'f', 0));
+    if (width * height > maxPixels)
+        fail(QStringLiteral("picture of %1 x %2 pixels too large for PNG: use a smaller --scale, SVG or PDF")
+                 .arg(width, 0, 'f', 0)
+                 .arg(height, 0, 'f', 0));
     QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
-        refuse(QStringLiteral("there is no memory for the picture"));
+        fail(QStringLiteral("not enough memory for the picture"));
     image.fill(style.background);
     QPainter painter;
     begin(painter, &image);
@@ -109,7 +109,7 @@ QByteArray pngOf(const QCanvas& canvas, const PictureStyle& style)
     QByteArray png;
     QBuffer buffer(&png);
     if (!image.save(&buffer, "PNG"))
-        refuse(QStringLiteral("the picture could not be made"));
+        fail(QStringLiteral("cannot encode the picture as PNG"));
     return png;
 }
 

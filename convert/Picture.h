@@ -7,19 +7,19 @@
 
 class QCanvas;
 
-/// How a picture is made of a drawing.
+/// Options for rendering a drawing as a picture.
 struct PictureStyle {
-    double scale = 1;              ///< picture pixels for a canvas pixel; those of PDF are 1/96 inch
+    double scale = 1;              ///< picture pixels per canvas pixel; a PDF pixel is 1/96 inch
     double margin = 10;            ///< around the drawing, in canvas pixels
     QColor background = Qt::white; ///< may be transparent
 };
 
-// Pictures of everything visible on a canvas, painted by its items, cropped to them with the margin around. They throw
-// ConversionError where the picture would be larger than any device can show.
+// Pictures of all visible items of a canvas, cropped to the items plus the margin. Pictures that would be too large
+// throw ConversionError.
 
 QByteArray svgOf(const QCanvas& canvas, const PictureStyle& style, const QString& title);
 QByteArray pngOf(const QCanvas& canvas, const PictureStyle& style);
 QByteArray pdfOf(const QCanvas& canvas, const PictureStyle& style, const QString& title);
 
-/// What a picture shows, in whole canvas pixels, its margin included.
+/// The area that a picture shows, including its margin, in whole canvas pixels.
 QRect pictureArea(const QCanvas& canvas, const PictureStyle& style);

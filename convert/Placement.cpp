@@ -9,42 +9,45 @@
 
 namespace {
 
-constexpr double gap = 45;         // pixels between drawings side by side: an atom's label fits
-constexpr double letterWidth = 12; // pixels, of a wide letter in a label
+constexpr double gap = 45;         // pixels between drawings side by side; leaves room for an atom label
+constexpr double letterWidth = 12; // pixels; width of a wide letter in a label
 
-// What a label, which hangs to the lower right of its atom, takes beside the atoms' centres; in pixels.
+// Space for labels around the atom centres, in pixels: a label hangs to the lower right of its atom.
 constexpr QMarginsF labelSpace(7, 7, 14, 22);
 
-double placeAlong(double length, double first, double last)
+/// The start of an interval of `length` that is centred between `first` and `last`, or `first` if it does not fit.
+double centredStart(double length, double first, double last)
 {
-    const double room = last - first - length;
-    return room > 0 ? first + room / 2 : first;
+    const double slack = last - first - length;
+    return slack > 0 ? first + slack / 2 : first;
 }
 
-/// Where the corner of something of this size goes.
-QPointF cornerFor(const QSizeF& size)
+/// The top-left corner at which a drawing of this size is centred in the shown part of the canvas.
+QPointF centredCorner(const QSizeF& size)
 {
-    const QRectF room = shownPart.marginsRemoved(labelSpace);
-    return {placeAlong(size.width(), room.left(), room.right()), placeAlong(size.height(), room.top(), room.bottom())};
+    const QRectF area = shownPart.marginsRemoved(labelSpace);
+    return {centredStart(size.width(), area.left(), area.right()),
+            centredStart(size.height(), area.top(), area.bottom())};
 }
 
+/// Moves the top-left corner of the sketch to `corner`.
 void moveTo(Sketch& sketch, const QPointF& corner)
 {
     const QRectF extent = extentOf(sketch);
     shift(sketch, corner.x() - extent.x(), corner.y() - extent.y());
 }
 
-/// The size of the sketch with its labels, as far as they do not fit the gap beside it.
-QSizeF roomFor(const Sketch& sketch)
+/// The size of the sketch, including the part of its labels that does not fit into the gap beside it.
+QSizeF sizeWithLabels(const Sketch& sketch)
 {
-    QRectF room = extentOf(sketch);
+    QRectF area = extentOf(sketch);
     for (const SketchMolecule& molecule : sketch.molecules)
         for (const SketchAtom& atom : molecule.atoms)
-            room.setRight(std::max(room.right(), atom.x + letterWidth * double(atom.symbol.size()) - gap));
-    return room.size();
+            area.setRight(std::max(area.right(), atom.x + letterWidth * double(atom.symbol.size()) - gap));
+    return area.size();
 }
 
-/// For each atom the number of its piece, counted in the order of the pieces' first atoms.
+/// The number of the connected piece of each atom; pieces are numbered in the order of their first atoms.
 std::vector<std::size_t> piecesOf(const SketchMolecule& molecule)
 {
     std::vector<std::size_t> rootOf(molecule.atoms.size());
@@ -65,7 +68,7 @@ std::vector<std::size_t> piecesOf(const SketchMolecule& molecule)
     return pieceOf;
 }
 
-/// The indices of the wedges, each behind the one that ends where it starts as far as there is such an order.
+/// The indices of the wedges, each after the wedge that ends at its start atom; wedges in a ring have no such order.
 std::vector<std::size_t> wedgesInOrder(const SketchMolecule& molecule)
 {
     std::vector<std::size_t> endingAt(molecule.atoms.size(), molecule.bonds.size());
@@ -74,12 +77,12 @@ std::vector<std::size_t> wedgesInOrder(const SketchMolecule& molecule)
             endingAt[molecule.bonds[i].to] = i;
 
     std::vector<std::size_t> order;
-    std::vector<bool> met(molecule.bonds.size());
+    std::vector<bool> visited(molecule.bonds.size());
     for (std::size_t i = 0; i < molecule.bonds.size(); ++i) {
         std::vector<std::size_t> path;
-        for (std::size_t next = i; next < molecule.bonds.size() && isWedge(molecule.bonds[next]) && !met[next];
+        for (std::size_t next = i; next < molecule.bonds.size() && isWedge(molecule.bonds[next]) && !visited[next];
              next = endingAt[molecule.bonds[next].from]) {
-            met[next] = true;
+            visited[next] = true;
             path.push_back(next);
         }
         order.insert(order.end(), path.rbegin(), path.rend());
@@ -117,7 +120,7 @@ void shift(Sketch& sketch, double dx, double dy)
 
 void centre(Sketch& sketch)
 {
-    moveTo(sketch, cornerFor(extentOf(sketch).size()));
+    moveTo(sketch, centredCorner(extentOf(sketch).size()));
 }
 
 Sketch sideBySide(std::vector<Sketch> sketches)
@@ -129,7 +132,7 @@ Sketch sideBySide(std::vector<Sketch> sketches)
     QPointF pen(0, 0);
     double rowHeight = 0;
     for (Sketch& sketch : sketches) {
-        const QSizeF size = roomFor(sketch);
+        const QSizeF size = sizeWithLabels(sketch);
         if (pen.x() > 0 && pen.x() + size.width() > canvasArea.width() - 2 * gap) {
             pen = {0, pen.y() + rowHeight + gap};
             rowHeight = 0;
@@ -151,12 +154,12 @@ void spreadPieces(SketchMolecule& molecule)
 {
     const std::vector<std::size_t> pieceOf = piecesOf(molecule);
     std::vector<Sketch> pieces;
-    std::vector<std::size_t> placeInPiece;
+    std::vector<std::size_t> indexInPiece;
     for (std::size_t i = 0; i < pieceOf.size(); ++i) {
         if (pieceOf[i] == pieces.size())
             pieces.emplace_back().molecules.emplace_back();
         std::vector<SketchAtom>& atoms = pieces[pieceOf[i]].molecules.front().atoms;
-        placeInPiece.push_back(atoms.size());
+        indexInPiece.push_back(atoms.size());
         atoms.push_back(molecule.atoms[i]);
     }
     if (pieces.size() < 2)
@@ -164,10 +167,10 @@ void spreadPieces(SketchMolecule& molecule)
     double pen = 0;
     for (Sketch& piece : pieces) {
         moveTo(piece, {pen, -extentOf(piece).height() / 2});
-        pen += roomFor(piece).width() + gap;
+        pen += sizeWithLabels(piece).width() + gap;
     }
     for (std::size_t i = 0; i < pieceOf.size(); ++i)
-        molecule.atoms[i] = std::move(pieces[pieceOf[i]].molecules.front().atoms[placeInPiece[i]]);
+        molecule.atoms[i] = std::move(pieces[pieceOf[i]].molecules.front().atoms[indexInPiece[i]]);
 }
 
 void liftWedges(SketchMolecule& molecule)

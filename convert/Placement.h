@@ -8,28 +8,28 @@
 /// A document's canvas, in canvas pixels.
 inline constexpr QRectF canvasArea(0, 0, canvasSize, canvasSize);
 
-/// The part of the canvas that a fresh window shows, in canvas pixels.
+/// The part of the canvas that a new window shows, in canvas pixels.
 inline constexpr QRectF shownPart(0, 0, 385, 240);
 
-/// The rectangle around the atoms' centres; null where there are none.
+/// The bounding rectangle of the atom centres; null for a sketch without atoms.
 QRectF extentOf(const Sketch& sketch);
 
-/// Moves everything by (dx, dy) canvas pixels.
+/// Moves all atoms by (dx, dy) canvas pixels.
 void shift(Sketch& sketch, double dx, double dy);
 
-/// Puts the sketch into the middle of the part of the canvas that a fresh window shows, or, where it is too large for
-/// that, to its left or upper edge.
+/// Centres the sketch in the part of the canvas that a new window shows. Where it is too wide or too high for that, it
+/// starts at the left or upper edge.
 void centre(Sketch& sketch);
 
-/// One drawing with all the sketches. A single one keeps its place; several are laid out side by side, in rows that are
-/// as wide as the canvas at most.
+/// Combines the sketches into one drawing. A single placed sketch keeps its position; several are laid out side by
+/// side, in rows no wider than the canvas.
 Sketch sideBySide(std::vector<Sketch> sketches);
 
-/// Sets the pieces of a molecule that no bond holds together, such as ions, beside one another in the order of their
-/// first atoms, so far apart that their labels stay legible.
+/// Lays out the unconnected pieces of a molecule, such as ions, side by side in the order of their first atoms, with
+/// enough space for their labels.
 void spreadPieces(SketchMolecule& molecule);
 
-/// Gives every wedge whose ends lie at equal depths the angle of a drawn one and lifts or lowers its wide end to match,
-/// as when it is drawn by hand, a wedge before those that start from its wide end. An end is lifted once. The other
-/// wedges get the angle that their depths give.
+/// Gives every wedge between atoms of equal depth the angle of a newly drawn wedge and raises or lowers its wide end to
+/// match. A wedge is processed before those that start at its wide end, and an atom is moved at most once. All other
+/// wedges get the angle that results from the depths of their ends.
 void liftWedges(SketchMolecule& molecule);

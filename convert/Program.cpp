@@ -18,14 +18,14 @@ constexpr int success = 0;
 constexpr int faultsFound = 1;
 constexpr int badInput = 2;
 
-void say(FILE* stream, const QString& text)
+void print(FILE* stream, const QString& text)
 {
     std::fputs(text.toUtf8().constData(), stream);
 }
 
-void complain(const QString& text)
+void printError(const QString& text)
 {
-    say(stderr, QStringLiteral("kytconvert: %1\n").arg(text));
+    print(stderr, QStringLiteral("kytconvert: %1\n").arg(text));
 }
 
 Format inputFormat(const Options& options, const QString& fileName)
@@ -34,7 +34,8 @@ Format inputFormat(const Options& options, const QString& fileName)
         return *options.from;
     const std::optional<Format> format = formatOfFile(fileName);
     if (!format)
-        throw ConversionError(QStringLiteral("%1: its ending says no format; take --from").arg(shownName(fileName)));
+        throw ConversionError(
+            QStringLiteral("%1: unknown format: use a file extension or --from").arg(shownName(fileName)));
     return *format;
 }
 
@@ -54,64 +55,64 @@ std::vector<Sketch> readInputs(const Options& options, Notes& notes)
     return all;
 }
 
-/// The name of the file with this number: "%d" in `pattern`, or "%03d" for three digits, becomes the number.
-QString numberedName(QString pattern, const QRegularExpressionMatch& place, int number)
+/// Replaces the placeholder in `pattern` ("%d", or "%03d" for three digits) with `number`.
+QString numberedName(QString pattern, const QRegularExpressionMatch& placeholder, int number)
 {
-    const int digits = place.captured(1).toInt();
-    return pattern.replace(place.capturedStart(), place.capturedLength(),
+    const int digits = placeholder.captured(1).toInt();
+    return pattern.replace(placeholder.capturedStart(), placeholder.capturedLength(),
                            QStringLiteral("%1").arg(number, digits, 10, QLatin1Char('0')));
 }
 
-/// A sketch for each molecule.
-std::vector<Sketch> eachAlone(std::vector<Sketch> sketches)
+/// Splits the sketches into one sketch per molecule.
+std::vector<Sketch> splitByMolecule(std::vector<Sketch> sketches)
 {
-    std::vector<Sketch> alone;
+    std::vector<Sketch> split;
     for (Sketch& sketch : sketches) {
         for (SketchMolecule& molecule : sketch.molecules) {
-            Sketch one;
-            one.molecules.push_back(std::move(molecule));
-            one.placed = sketch.placed;
-            one.laidOut = sketch.laidOut;
-            alone.push_back(std::move(one));
+            Sketch single;
+            single.molecules.push_back(std::move(molecule));
+            single.placed = sketch.placed;
+            single.laidOut = sketch.laidOut;
+            split.push_back(std::move(single));
         }
     }
-    return alone;
+    return split;
 }
 
 void convert(const Options& options, Notes& notes)
 {
-    static const QRegularExpression number(QStringLiteral("%(?:0([1-9]))?d"));
+    static const QRegularExpression numberPattern(QStringLiteral("%(?:0([1-9]))?d"));
     std::vector<Sketch> sketches = readInputs(options, notes);
-    const QRegularExpressionMatch place = number.match(options.output);
-    if (!place.hasMatch()) {
+    const QRegularExpressionMatch placeholder = numberPattern.match(options.output);
+    if (!placeholder.hasMatch()) {
         writeAll(options.output, writeSketches(std::move(sketches), options.to, options.style, notes));
         return;
     }
-    // Nothing is written before all of it is known to be possible.
+    // All files are generated before the first one is written, so that an error leaves none.
     std::vector<QByteArray> files;
-    std::vector<Sketch> alone = eachAlone(std::move(sketches));
-    files.reserve(alone.size());
-    for (Sketch& sketch : alone)
+    std::vector<Sketch> molecules = splitByMolecule(std::move(sketches));
+    files.reserve(molecules.size());
+    for (Sketch& sketch : molecules)
         files.push_back(writeSketches({std::move(sketch)}, options.to, options.style, notes));
     int count = 0;
     for (const QByteArray& contents : files)
-        writeAll(numberedName(options.output, place, ++count), contents);
+        writeAll(numberedName(options.output, placeholder, ++count), contents);
 }
 
-/// Whether the file is sound; says what is not.
-bool check(const Options& options, const QString& fileName)
+/// Prints the faults of a file. Returns true if there are none.
+bool checkFile(const Options& options, const QString& fileName)
 {
     const Format format = inputFormat(options, fileName);
     const QByteArray text = readAll(fileName);
     if (format == Format::Workspace) {
-        const std::vector<PlacedFault> faults = checkWorkspace(text);
-        for (const PlacedFault& fault : faults)
-            say(stdout,
-                QStringLiteral("%1:%2:%3: %4\n")
-                    .arg(shownName(fileName))
-                    .arg(fault.line)
-                    .arg(fault.column)
-                    .arg(fault.text));
+        const std::vector<LocatedFault> faults = checkWorkspace(text);
+        for (const LocatedFault& fault : faults)
+            print(stdout,
+                  QStringLiteral("%1:%2:%3: %4\n")
+                      .arg(shownName(fileName))
+                      .arg(fault.line)
+                      .arg(fault.column)
+                      .arg(fault.text));
         return faults.empty();
     }
     try {
@@ -119,27 +120,27 @@ bool check(const Options& options, const QString& fileName)
         readSketches(text, format, shownName(fileName), ignored);
         return true;
     } catch (const ConversionError& fault) {
-        say(stdout, fault.text() + u'\n');
+        print(stdout, fault.text() + u'\n');
         return false;
     }
 }
 
 bool checkAll(const Options& options)
 {
-    bool sound = true;
+    bool valid = true;
     for (const QString& fileName : options.inputs)
-        sound = check(options, fileName) && sound;
-    return sound;
+        valid = checkFile(options, fileName) && valid;
+    return valid;
 }
 
-void tell(const Options& options, Notes& notes)
+void printInfo(const Options& options, Notes& notes)
 {
-    std::vector<ToldMolecule> told;
+    std::vector<InfoEntry> entries;
     for (const QString& fileName : options.inputs)
         for (const Sketch& sketch : readInput(options, fileName, notes))
             for (const SketchMolecule& molecule : sketch.molecules)
-                told.push_back({shownName(fileName), infoOf(molecule)});
-    writeAll(QStringLiteral("-"), options.json ? infoJson(told) : infoTable(told));
+                entries.push_back({shownName(fileName), infoOf(molecule)});
+    writeAll(QStringLiteral("-"), options.json ? infoJson(entries) : infoTable(entries));
 }
 
 int perform(const Options& options)
@@ -152,12 +153,12 @@ int perform(const Options& options)
         if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
             throw ConversionError(QStringLiteral("standard output: cannot be written"));
     } else if (options.task == Options::Task::Info) {
-        tell(options, notes);
+        printInfo(options, notes);
     } else {
         convert(options, notes);
     }
     for (const QString& line : notes.lines())
-        complain(QStringLiteral("warning: ") + line);
+        printError(QStringLiteral("warning: ") + line);
     return status;
 }
 
@@ -176,14 +177,14 @@ std::optional<int> answerAtOnce(const QStringList& arguments)
     try {
         const Options options = parseOptions(arguments);
         if (options.task == Options::Task::Help)
-            say(stdout, helpText());
+            print(stdout, helpText());
         else if (options.task == Options::Task::Version)
-            say(stdout, QStringLiteral("kytconvert " KYTCONVERT_VERSION "\n"));
+            print(stdout, QStringLiteral("kytconvert " KYTCONVERT_VERSION "\n"));
         else
             return std::nullopt;
         return success;
     } catch (const ConversionError& fault) {
-        complain(fault.text());
+        printError(fault.text());
         return badInput;
     }
 }
@@ -193,11 +194,11 @@ int run(const QStringList& arguments)
     try {
         return perform(parseOptions(arguments));
     } catch (const std::bad_alloc&) {
-        complain(QStringLiteral("there is not enough memory for this input"));
+        printError(QStringLiteral("not enough memory for this input"));
     } catch (const ConversionError& fault) {
-        complain(fault.text());
+        printError(fault.text());
     } catch (const std::exception& fault) {
-        complain(QStringLiteral("the chemistry library refuses: ") + QString::fromUtf8(fault.what()).simplified());
+        printError(QStringLiteral("RDKit error: ") + QString::fromUtf8(fault.what()).simplified());
     }
     return badInput;
 }

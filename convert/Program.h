@@ -4,13 +4,13 @@
 
 #include <optional>
 
-/// The arguments behind the program's name.
+/// The arguments after the program name.
 QStringList argumentsOf(int argc, char* argv[]);
 
-/// Does what takes no application object: answers --help and --version, complains about arguments that make no sense.
-/// The exit status, or nothing where there is more to do.
+/// Handles what needs no application object: --help, --version and invalid arguments. Returns the exit status, or
+/// nothing if run() must be called.
 std::optional<int> answerAtOnce(const QStringList& arguments);
 
-/// Does what the arguments say, and gives the exit status: 0, 1 when --check found something, 2 for bad input or
-/// output.
+/// Runs the program and returns its exit status: 0 for success, 1 if --check found faults, 2 if an input could not be
+/// read or the output could not be written.
 int run(const QStringList& arguments);

@@ -17,9 +17,8 @@ using namespace RDKit;
 
 namespace {
 
-constexpr const char* coordinativeBonds =
-    "coordinative and other bonds that a drawing does not have, which become single bonds";
-constexpr int lastBondType = 10; // in a molfile
+constexpr const char* unsupportedBonds = "dative and other unsupported bonds: read as single bonds";
+constexpr int lastBondType = 10; // largest bond type in a molfile
 
 enum class BondKind { None, Single, Double, Triple, Aromatic, Hydrogen };
 
@@ -35,13 +34,13 @@ BondKind bondKind(const SketchBond& bond, Notes& notes)
         return dashed == 1 ? BondKind::Hydrogen : BondKind::Single;
     if (dashed > 0 && dashed < lines) {
         if (lines == 3)
-            notes.add("triple bonds with a dashed line, which become aromatic bonds");
+            notes.add("triple bonds with a dashed line: written as aromatic bonds");
         else if (bond.kinds.front() == KYTBT_DashedLine)
-            notes.add("aromatic bonds whose first line is the dashed one, which becomes the second");
+            notes.add("aromatic bonds with the dashed line first: written with the dashed line second");
         return BondKind::Aromatic;
     }
     if (dashed > 0)
-        notes.add("bonds of two or three dashed lines, which become solid");
+        notes.add("bonds of two or three dashed lines: written as double or triple bonds");
     return lines == 2 ? BondKind::Double : BondKind::Triple;
 }
 
@@ -74,17 +73,17 @@ void addBond(RWMol& molecule, const SketchBond& drawn, MoleculeUse use, Notes& n
 {
     const BondKind kind = bondKind(drawn, notes);
     if (kind == BondKind::None) {
-        notes.add("bonds without lines, which are left out");
+        notes.add("bonds without lines: omitted");
         return;
     }
     if (drawn.from == drawn.to || molecule.getBondBetweenAtoms(drawn.from, drawn.to)) {
-        notes.add("second bonds between the same two atoms, which are left out");
+        notes.add("duplicate bonds between two atoms: omitted");
         return;
     }
     if (kind == BondKind::Hydrogen && use == MoleculeUse::Chemistry)
         return;
     if (kind == BondKind::Hydrogen && use == MoleculeUse::V2000)
-        notes.add("hydrogen bonds, which become bonds of any kind (8) in a V2000 file");
+        notes.add("hydrogen bonds: written as bond type 8 (any) in V2000");
 
     std::unique_ptr<Bond> bond = newBond(kind, use);
     bond->setBeginAtomIdx(drawn.from);
@@ -110,13 +109,13 @@ void addAtom(RWMol& molecule, const SketchAtom& drawn, MoleculeUse use)
     }
     if (atom->getAtomicNum() == 0)
         atom->setProp(common_properties::dummyLabel, std::string("R"));
-    const bool saysMore = !element || element->number == 0 || symbolOf(*element) != drawn.symbol;
-    if (saysMore && use == MoleculeUse::V2000 && !drawn.symbol.startsWith(QLatin1String(endOfRecord)))
+    const bool needsAlias = !element || element->number == 0 || symbolOf(*element) != drawn.symbol;
+    if (needsAlias && use == MoleculeUse::V2000 && !drawn.symbol.startsWith(QLatin1String(endOfRecord)))
         atom->setProp(common_properties::molFileAlias, drawn.symbol.toStdString());
     molecule.addAtom(atom.release(), true, true);
 }
 
-/// The first word of a label from a file; its white space becomes "_".
+/// A label from a file as one word: white space becomes "_".
 QString labelOf(const std::string& text)
 {
     QString label = QString::fromUtf8(text.c_str()).simplified();
@@ -132,19 +131,19 @@ QString symbolOf(const Atom& atom, Notes& notes)
     if (atom.getPropIfPresent(common_properties::atomLabel, text) && !labelOf(text).isEmpty())
         return labelOf(text);
     if (atom.getNumRadicalElectrons() > 0)
-        notes.add("atoms with unpaired electrons, which a drawing cannot show");
+        notes.add("unpaired electrons: discarded, not supported in drawings");
     if (atom.getAtomMapNum() > 0)
-        notes.add("atom map numbers, which a drawing cannot show");
+        notes.add("atom map numbers: discarded, not supported in drawings");
     if (atom.getAtomicNum() == 0) {
         if (atom.getPropIfPresent(common_properties::dummyLabel, text) && !labelOf(text).isEmpty())
             return labelOf(text);
     }
-    if (atom.hasQuery() && atom.getQuery()->getDescription() != "AtomNull") // which is "*"
-        notes.add("atoms of a query, which become plain ones");
+    if (atom.hasQuery() && atom.getQuery()->getDescription() != "AtomNull") // AtomNull is "*"
+        notes.add("query atoms: read as ordinary atoms");
     return ::symbolOf(ElementSymbol{atom.getAtomicNum(), static_cast<int>(atom.getIsotope()), atom.getFormalCharge()});
 }
 
-/// The bond type of a molfile; 0 where the molecule comes from elsewhere.
+/// The bond type given in the molfile; 0 for a molecule from another source.
 int fileType(const Bond& bond)
 {
     unsigned type = 0;
@@ -159,21 +158,21 @@ std::vector<KytBondType> linesOf(const Bond& bond, Notes& notes)
     switch (fileType(bond)) {
     case 5:
     case 6:
-        notes.add("query bonds, which become plain ones");
+        notes.add("query bonds: read as single or double bonds");
         return solid(1);
     case 7:
-        notes.add("query bonds, which become plain ones");
+        notes.add("query bonds: read as single or double bonds");
         return solid(2);
     case 8:
         return {KYTBT_DashedLine};
     case 9:
-        notes.add(coordinativeBonds);
+        notes.add(unsupportedBonds);
         return solid(1);
     default:
         break;
     }
     if (fileType(bond) > lastBondType)
-        notes.add("bonds of an unknown type, which become dashed lines");
+        notes.add("bonds of unknown type: read as dashed lines");
     switch (bond.getBondType()) {
     case Bond::SINGLE:
         return solid(1);
@@ -190,15 +189,15 @@ std::vector<KytBondType> linesOf(const Bond& bond, Notes& notes)
     case Bond::QUADRUPLE:
     case Bond::QUINTUPLE:
     case Bond::HEXTUPLE:
-        notes.add("bonds of an order above three, which become triple bonds");
+        notes.add("bonds of order above three: read as triple bonds");
         return solid(3);
     default:
-        notes.add(coordinativeBonds);
+        notes.add(unsupportedBonds);
         return solid(1);
     }
 }
 
-/// The wedge that a bond's stereo mark in a molfile says, if any.
+/// The wedge given by a bond's stereo mark in a molfile, if any.
 std::optional<KytBondType> markedWedge(const Bond& bond, Notes& notes)
 {
     unsigned mark = 0;
@@ -213,21 +212,21 @@ std::optional<KytBondType> markedWedge(const Bond& bond, Notes& notes)
     if (mark == 0)
         return std::nullopt;
     if (!wedge)
-        notes.add("bonds of unknown stereo, which a drawing cannot show");
+        notes.add("bonds with unknown stereo: stereo mark discarded");
     else if (bond.getBondType() != Bond::SINGLE)
-        notes.add("wedges on bonds that are not single, which become plain bonds");
+        notes.add("wedges on bonds other than single bonds: discarded");
     else
         return wedge;
     return std::nullopt;
 }
 
-/// What the molecule has beside atoms and bonds.
+/// Warns of groups of atoms, which drawings do not support.
 void noteGroups(const ROMol& molecule, Notes& notes)
 {
-    notes.add("groups of atoms (S-groups), which a drawing does not have", std::ssize(getSubstanceGroups(molecule)));
+    notes.add("S-groups: discarded, not supported in drawings", std::ssize(getSubstanceGroups(molecule)));
     for (const StereoGroup& group : molecule.getStereoGroups())
         if (group.getGroupType() != StereoGroupType::STEREO_ABSOLUTE)
-            notes.add("groups of relative or mixed stereocentres, which become absolute ones");
+            notes.add("relative or racemic stereo groups: read as absolute stereocentres");
 }
 
 bool hasAromaticBond(const ROMol& molecule, const Atom* atom)
@@ -255,7 +254,7 @@ std::unique_ptr<RWMol> moleculeOf(const SketchMolecule& drawn, MoleculeUse use, 
         addAtom(*molecule, atom, use);
         const double z = use == MoleculeUse::Chemistry ? 0 : atom.depth / pixelsPerAngstrom;
         flat = flat && z == 0;
-        // No atom lies at -0, which would be written with a sign.
+        // Adding 0.0 turns -0, which would be written with a sign, into 0.
         conformer->setAtomPos(
             static_cast<unsigned>(i),
             RDGeom::Point3D(atom.x / pixelsPerAngstrom + 0.0, -atom.y / pixelsPerAngstrom + 0.0, z + 0.0));
@@ -280,12 +279,12 @@ SketchMolecule sketchOf(const ROMol& molecule, const std::vector<ChosenWedge>& w
     noteGroups(molecule, notes);
     const Conformer& conformer = molecule.getConformer();
     for (const Atom* atom : molecule.atoms()) {
-        const RDGeom::Point3D& place = conformer.getAtomPos(atom->getIdx());
+        const RDGeom::Point3D& position = conformer.getAtomPos(atom->getIdx());
         SketchAtom copy;
         copy.symbol = symbolOf(*atom, notes);
-        copy.x = place.x * pixelsPerAngstrom;
-        copy.y = -place.y * pixelsPerAngstrom;
-        copy.depth = depthOf(place.z);
+        copy.x = position.x * pixelsPerAngstrom;
+        copy.y = -position.y * pixelsPerAngstrom;
+        copy.depth = depthOf(position.z);
         copy.color = elementColor(copy.symbol);
         drawn.atoms.push_back(copy);
     }
@@ -312,22 +311,22 @@ void noteUnusualHydrogens(const RWMol& molecule, Notes& notes)
 {
     RWMol drawn(molecule);
     for (Atom* atom : drawn.atoms()) {
-        const Atom* meant = molecule.getAtomWithIdx(atom->getIdx());
-        if (!meant->getNoImplicit() || meant->getNumRadicalElectrons() > 0 || meant->getAtomicNum() == 0
-            || hasAromaticBond(molecule, meant))
+        const Atom* given = molecule.getAtomWithIdx(atom->getIdx());
+        if (!given->getNoImplicit() || given->getNumRadicalElectrons() > 0 || given->getAtomicNum() == 0
+            || hasAromaticBond(molecule, given))
             continue;
         atom->setNoImplicit(false);
         atom->setNumExplicitHs(0);
         atom->updatePropertyCache(false);
-        if (atom->getTotalNumHs() != meant->getNumExplicitHs())
-            notes.add("atoms with more or fewer hydrogens than usual, which a symbol does not say");
+        if (atom->getTotalNumHs() != given->getNumExplicitHs())
+            notes.add("atoms with an unusual number of hydrogens: read with the usual number");
     }
 }
 
 void perceive(RWMol& molecule)
 {
     molecule.updatePropertyCache(false);
-    // RDKit would take such a hydrogen away with its charge.
+    // removeHs would remove such a hydrogen together with its charge.
     for (const Atom* atom : molecule.atoms())
         if (atom->getAtomicNum() == 1 && atom->getFormalCharge() != 0 && atom->getDegree() > 0)
             throw AtomValenceException("a charged hydrogen with a bond", atom->getIdx());

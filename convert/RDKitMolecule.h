@@ -7,31 +7,33 @@
 
 #include <memory>
 
-/// What an RDKit molecule is made for.
+/// The purpose of an RDKit molecule.
 enum class MoleculeUse {
-    V2000,    ///< to be written as it is drawn; a hydrogen bond is one of any kind
-    V3000,    ///< to be written as it is drawn
-    Chemistry ///< to be understood: flat, and without hydrogen bonds
+    V2000,    ///< written as drawn, to a V2000 file; hydrogen bonds become bonds of type "any"
+    V3000,    ///< written as drawn, to a V3000 file
+    Chemistry ///< input of perceive(): flat and without hydrogen bonds
 };
 
-/// The molecule of `drawn`, not sanitized, its atoms in the same order, with the drawing's places, in angstroms, as its
-/// conformer. A bond that it cannot have is left out, and noted. A label that is no element's symbol becomes an atom of
-/// the number 0.
+/// Converts `drawn` to an RDKit molecule that is not sanitized, with its atoms in the same order and the drawing's
+/// coordinates, in angstroms, as its conformer. Unsupported bonds are omitted with a warning. A label that is not an
+/// element symbol becomes an atom with the atomic number 0.
 std::unique_ptr<RDKit::RWMol> moleculeOf(const SketchMolecule& drawn, MoleculeUse use, Notes& notes);
 
-/// The drawing of a molecule with a conformer, with the colours of its elements. Wedges are what its bonds' stereo
-/// marks in the file say; `wedges` may name others: from the bond to the atom at its narrow end and the kind.
+/// A wedge that is assigned to a bond.
 struct ChosenWedge {
-    unsigned bond;
-    unsigned narrowEnd;
+    unsigned bond;      ///< index of the bond
+    unsigned narrowEnd; ///< index of the atom at the narrow end
     KytBondType kind;
 };
+
+/// Converts a molecule with a conformer to a drawing in the colours of its elements. Wedges follow from the stereo
+/// marks of the molfile; `wedges` adds others.
 SketchMolecule sketchOf(const RDKit::ROMol& molecule, const std::vector<ChosenWedge>& wedges, Notes& notes);
 
-/// Notes atoms whose hydrogens, as given for each, are not those that the symbol alone brings along. Atoms with
-/// aromatic bonds are passed over.
+/// Warns of atoms whose given number of hydrogens differs from the number that the symbol alone implies. Atoms with
+/// aromatic bonds are skipped.
 void noteUnusualHydrogens(const RDKit::RWMol& molecule, Notes& notes);
 
-/// Understands a molecule that was made for chemistry: aromatic rings, stereo centres from wedges, double bonds from
-/// places. Throws what RDKit throws where a valence is not possible.
+/// Perceives aromatic rings, stereocentres from wedges, and E/Z stereo from coordinates, in a molecule made for
+/// MoleculeUse::Chemistry. Lets RDKit's exceptions for impossible valences pass.
 void perceive(RDKit::RWMol& molecule);

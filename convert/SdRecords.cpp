@@ -11,14 +11,14 @@ namespace {
 
 const QByteArray v30 = "M  V30 ";
 const QByteArray anyAtom = "*";
-constexpr qsizetype countsLine = 3; // of a molfile, from 0
+constexpr qsizetype countsLine = 3; // index in a molfile
 
 bool isBlank(const QByteArray& line)
 {
     return line.trimmed().isEmpty();
 }
 
-/// The name in the head line of a property: what stands between "<" and ">".
+/// The name in the header line of a property: the text between "<" and ">".
 QString propertyName(const QByteArray& line)
 {
     const qsizetype from = line.indexOf('<') + 1;
@@ -26,16 +26,16 @@ QString propertyName(const QByteArray& line)
     return from > 0 && to > from ? QString::fromUtf8(line.sliced(from, to - from)) : QString();
 }
 
-/// Takes a file apart line by line.
+/// Splits an SD file into records, line by line.
 class Splitter {
 public:
-    void take(const QByteArray& line)
+    void addLine(const QByteArray& line)
     {
         ++number;
         if (line.startsWith(endOfRecord) && !isAlias) {
-            finish();
+            finishRecord();
         } else if (inBlock) {
-            takeOfBlock(line);
+            addBlockLine(line);
         } else if (line.startsWith('>')) {
             record.data.emplace_back(propertyName(line), QString());
             inProperty = true;
@@ -47,10 +47,9 @@ public:
         }
     }
 
-    void finish()
+    void finishRecord()
     {
-        const bool blank = isBlank(record.block);
-        if (!blank)
+        if (!isBlank(record.block))
             records.push_back(std::move(record));
         record = SdRecord();
         record.firstLine = number + 1;
@@ -62,11 +61,11 @@ public:
     std::vector<SdRecord> records;
 
 private:
-    void takeOfBlock(const QByteArray& line)
+    void addBlockLine(const QByteArray& line)
     {
         record.block += line + '\n';
         inBlock = !line.startsWith("M  END");
-        // The line behind an alias's head is the alias, whatever it says.
+        // The line after an alias header is the alias, even if it is "$$$$".
         isAlias = !isAlias && line.startsWith("A  ") && !isBlank(line.mid(3));
     }
 
@@ -92,7 +91,7 @@ void check(bool holds, qsizetype line, const QString& what)
         throw ConversionError(QStringLiteral("line %1 %2").arg(line + 1).arg(what));
 }
 
-/// Checks the bonds of one connection table as they are met.
+/// Checks the bonds of one connection table, one after the other.
 class BondCheck {
 public:
     explicit BondCheck(std::set<qint64> atoms)
@@ -100,13 +99,13 @@ public:
     {
     }
 
-    void take(qint64 from, qint64 to, qsizetype line)
+    void add(qint64 from, qint64 to, qsizetype line)
     {
         for (const qint64 end : {from, to})
-            check(atoms.contains(end), line, QStringLiteral("a bond to atom %1, which there is not").arg(end));
-        check(from != to, line, QStringLiteral("a bond from atom %1 to itself").arg(from));
+            check(atoms.contains(end), line, QStringLiteral("bond refers to non-existent atom %1").arg(end));
+        check(from != to, line, QStringLiteral("bond from atom %1 to itself").arg(from));
         check(bonds.insert(std::minmax(from, to)).second, line,
-              QStringLiteral("a second bond between the atoms %1 and %2").arg(from).arg(to));
+              QStringLiteral("duplicate bond between atoms %1 and %2").arg(from).arg(to));
     }
 
 private:
@@ -114,7 +113,7 @@ private:
     std::set<std::pair<qint64, qint64>> bonds;
 };
 
-/// The number in three columns of a V2000 line; nothing where there is none.
+/// The number in the three columns from `column` of a V2000 line, if there is one.
 std::optional<qint64> columnNumber(const QByteArray& line, int column)
 {
     bool isNumber = false;
@@ -139,12 +138,12 @@ void checkV2000Bonds(const QList<QByteArray>& lines)
         const auto from = columnNumber(lines[i], 0);
         const auto to = columnNumber(lines[i], 3);
         if (from && to)
-            bonds.take(*from, *to, i);
+            bonds.add(*from, *to, i);
     }
 }
 
-/// What the V3000 line at `i` says, with those that continue it; `i` is the last of them then.
-QByteArray wholeV3000Line(const QList<QByteArray>& lines, qsizetype& i)
+/// The contents of the V3000 line at `i` and of its continuation lines; advances `i` to the last of them.
+QByteArray joinedV3000Line(const QList<QByteArray>& lines, qsizetype& i)
 {
     QByteArray text = lines[i].mid(v30.size()).trimmed();
     while (text.endsWith('-') && i + 1 < lines.size() && lines[i + 1].startsWith(v30)) {
@@ -165,34 +164,34 @@ Section sectionNamed(const QByteArray& name)
 
 void checkV3000Bonds(const QList<QByteArray>& lines)
 {
-    Section where = Section::Other;
+    Section section = Section::Other;
     std::set<qint64> atoms;
     std::optional<BondCheck> bonds;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (!lines[i].startsWith(v30))
             continue;
         const qsizetype first = i;
-        const QList<QByteArray> words = wholeV3000Line(lines, i).simplified().split(' ');
+        const QList<QByteArray> words = joinedV3000Line(lines, i).simplified().split(' ');
         if (words.size() > 1 && words[0] == "BEGIN") {
-            where = sectionNamed(words[1]);
-            if (where == Section::Atoms)
+            section = sectionNamed(words[1]);
+            if (section == Section::Atoms)
                 atoms.clear();
-            if (where == Section::Bonds)
+            if (section == Section::Bonds)
                 bonds.emplace(atoms);
         } else if (words[0] == "END") {
-            where = Section::Other;
-        } else if (where == Section::Atoms) {
+            section = Section::Other;
+        } else if (section == Section::Atoms) {
             atoms.insert(leadingNumber(words[0]));
-        } else if (where == Section::Bonds && words.size() >= 4) {
+        } else if (section == Section::Bonds && words.size() >= 4) {
             const qint64 from = leadingNumber(words[2]);
             const qint64 to = leadingNumber(words[3]);
-            if (from >= 0 && to >= 0) // Others are no numbers, which is told with more words when they are read.
-                bonds->take(from, to, first);
+            if (from >= 0 && to >= 0) // the parser reports invalid numbers
+                bonds->add(from, to, first);
         }
     }
 }
 
-/// As "any atom", if the symbol in the columns of this V2000 line is `symbol`; whether it was.
+/// Replaces the symbol of a V2000 atom line with "any atom" if it is `symbol`. Returns whether it was.
 bool replaceInV2000(QByteArray& line, const QByteArray& symbol)
 {
     constexpr qsizetype column = 31;
@@ -203,7 +202,7 @@ bool replaceInV2000(QByteArray& line, const QByteArray& symbol)
     return true;
 }
 
-/// As "any atom", if the second word of this V3000 line is `symbol`; whether it was.
+/// Replaces the symbol of a V3000 atom line with "any atom" if it is `symbol`. Returns whether it was.
 bool replaceInV3000(QByteArray& line, const QByteArray& symbol)
 {
     QList<QByteArray> words = line.mid(v30.size()).simplified().split(' ');
@@ -220,8 +219,8 @@ std::vector<SdRecord> splitRecords(const QByteArray& text)
 {
     Splitter splitter;
     for (const QByteArray& line : linesOf(text))
-        splitter.take(line);
-    splitter.finish();
+        splitter.addLine(line);
+    splitter.finishRecord();
     return std::move(splitter.records);
 }
 
@@ -248,7 +247,7 @@ std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol)
     return replaced;
 }
 
-void checkAnnouncements(const SdRecord& record)
+void checkRecord(const SdRecord& record)
 {
     const QList<QByteArray> lines = record.block.split('\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
@@ -258,12 +257,13 @@ void checkAnnouncements(const SdRecord& record)
         const QByteArray rest = line.mid(v30.size()).trimmed();
         if (rest.startsWith("COUNTS")) {
             for (const QByteArray& word : rest.mid(6).simplified().split(' '))
-                check(leadingNumber(word) <= lines.size(), i, QStringLiteral("announces more than the file holds"));
+                check(leadingNumber(word) <= lines.size(), i,
+                      QStringLiteral("declared count exceeds the number of lines"));
         }
-        // Lists, as in "ATOMS=(2 1 5)", begin with their length.
+        // A list such as "ATOMS=(2 1 5)" starts with its length.
         for (qsizetype at = rest.indexOf('('); at >= 0; at = rest.indexOf('(', at + 1))
             check(leadingNumber(rest.mid(at + 1, 20).trimmed()) <= record.block.size(), i,
-                  QStringLiteral("announces a list that is longer than the file"));
+                  QStringLiteral("declared list length exceeds the record size"));
     }
     checkV2000Bonds(lines);
     checkV3000Bonds(lines);

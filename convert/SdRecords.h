@@ -6,22 +6,23 @@
 #include <utility>
 #include <vector>
 
-/// What the line between the records of an SD file begins with.
+/// The start of the line that ends a record of an SD file.
 inline constexpr char endOfRecord[] = "$$$$";
 
-/// A record of an SD file, or a molfile.
+/// A record of an SD file, or a single molfile.
 struct SdRecord {
-    int firstLine = 1;                             ///< of the record in its file, from 1
+    int firstLine = 1;                             ///< line number in the file, from 1
     QByteArray block;                              ///< the molfile, up to "M  END"
-    std::vector<std::pair<QString, QString>> data; ///< the properties behind it: name and text
+    std::vector<std::pair<QString, QString>> data; ///< the properties after it: name and text
 };
 
-/// The records of a file. Lines may end in any way; blank lines behind the last record are none.
+/// Splits a file into records, ignoring blank lines after the last one. LF, CR LF and CR all end a line.
 std::vector<SdRecord> splitRecords(const QByteArray& text);
 
-/// Puts "any atom" in the place of the atoms of a molfile whose symbol is `symbol`; returns their indices, from 0.
+/// Replaces the symbol `symbol` in the atom lines of a molfile with "any atom". Returns the indices of these atoms,
+/// from 0.
 std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol);
 
-/// Throws ConversionError where the record announces more than it has lines for, so that whoever reads it need not make
-/// room for it in vain, and where a bond cannot be, with its line.
-void checkAnnouncements(const SdRecord& record);
+/// Throws ConversionError, with the line number, for invalid bonds and for declared sizes that exceed the record, for
+/// which a parser would allocate memory.
+void checkRecord(const SdRecord& record);

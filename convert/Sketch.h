@@ -9,21 +9,21 @@
 #include <utility>
 #include <vector>
 
-/// Plain copies of what is drawn, between the canvas and the other formats. Places are canvas pixels with y pointing
-/// down, depths are in the same unit and rise towards the viewer.
+// Plain copies of a drawing, independent of the canvas and of file formats. Coordinates are canvas pixels with y
+// pointing down; depths have the same unit and increase towards the viewer.
 
 struct SketchAtom {
-    QString symbol; ///< as in the label, without white space
+    QString symbol; ///< text of the label, without white space
     double x = 0;
     double y = 0;
     float depth = 0;
-    std::array<QString, 3> color; ///< red, green and blue as texts, without white space
+    std::array<QString, 3> color; ///< red, green and blue as decimal texts, without white space
 };
 
 struct SketchBond {
-    int from = 0; ///< an index in the molecule's atoms; the narrow end of a wedge
-    int to = 0;
-    std::vector<KytBondType> kinds; ///< of its lines, or of its wedge; at most three
+    int from = 0;                   ///< index of the start atom; the narrow end of a wedge
+    int to = 0;                     ///< index of the end atom
+    std::vector<KytBondType> kinds; ///< of its lines, at most three, or of its wedge
     float angle = drawnAngle;       ///< projection angle of a wedge, in degrees
 };
 
@@ -31,17 +31,17 @@ struct SketchMolecule {
     QString name;
     std::vector<SketchAtom> atoms;
     std::vector<SketchBond> bonds;
-    std::vector<std::pair<QString, QString>> data; ///< further properties of its record: name and text
+    std::vector<std::pair<QString, QString>> data; ///< other properties of its record: name and text
 };
 
-/// Molecules that share one drawing.
+/// The molecules of one drawing.
 struct Sketch {
     std::vector<SketchMolecule> molecules;
-    bool placed = false;  ///< its places are places on the canvas and stay as they are
-    bool laidOut = false; ///< its places were made up here
+    bool placed = false;  ///< the coordinates are canvas positions and must be kept
+    bool laidOut = false; ///< the coordinates were generated, not read
 };
 
-/// Pixels of a drawing for one angstrom, in files of other formats and in the library: 30 pixels are 1.5 angstroms.
+/// Scale of the library and of files in other formats: 30 canvas pixels are 1.5 angstroms.
 inline constexpr double pixelsPerAngstrom = 20;
 
 inline bool isWedge(const SketchBond& bond)

@@ -55,12 +55,12 @@ Sketch sketchOf(const QCanvas& canvas)
 
 void drawOn(KytStudioDoc& doc, const Sketch& sketch)
 {
-    for (const SketchMolecule& copied : sketch.molecules) {
-        if (copied.atoms.empty())
+    for (const SketchMolecule& source : sketch.molecules) {
+        if (source.atoms.empty())
             continue;
         auto* molecule = new KytMolecule;
         std::vector<KytAtom*> atoms;
-        for (const SketchAtom& copy : copied.atoms) {
+        for (const SketchAtom& copy : source.atoms) {
             auto* atom = new KytAtom(doc.canvas, copy.symbol, copy.depth, false);
             for (int i = 0; i < 3; ++i)
                 atom->_atomColor[i] = copy.color[i];
@@ -69,7 +69,7 @@ void drawOn(KytStudioDoc& doc, const Sketch& sketch)
             atom->show();
             atoms.push_back(atom);
         }
-        for (const SketchBond& copy : copied.bonds) {
+        for (const SketchBond& copy : source.bonds) {
             auto* bond = new KytBond(atoms[copy.from], atoms[copy.to], &doc);
             for (const KytBondType kind : copy.kinds)
                 bond->addBond(kind, copy.angle);

@@ -6,9 +6,9 @@ class KytStudioDoc;
 class Notes;
 class QCanvas;
 
-/// A copy of everything on `canvas`, molecule by molecule in the order of their first atoms, as a workspace holds it.
-/// Of several bonds that lead from one atom to the same other one, the last stays, as in a workspace.
+/// Copies the drawing on `canvas`, with its molecules in the order of their first atoms, as in a workspace. Of several
+/// bonds from one atom to the same other atom, only the last is copied, as in a workspace.
 Sketch sketchOf(const QCanvas& canvas);
 
-/// Draws `sketch` on the canvas of `doc`, with shown atoms that are not locked.
+/// Draws `sketch` on the canvas of `doc`. The atoms are visible and not locked.
 void drawOn(KytStudioDoc& doc, const Sketch& sketch);

@@ -21,15 +21,16 @@ using namespace RDKit;
 
 namespace {
 
-// The layout needs memory with the square of the atoms.
-constexpr unsigned mostAtoms = 1000;
-constexpr qsizetype longestLine = qsizetype{16} * 1024; // characters
-constexpr std::size_t mostAtomsToWrite = 2'000;         // RDKit walks along a molecule on the machine stack
+// The layout needs memory quadratic in the number of atoms.
+constexpr unsigned maxAtoms = 1000;
+constexpr qsizetype maxLineLength = qsizetype{16} * 1024; // characters
+constexpr std::size_t maxAtomsToWrite = 2'000;            // RDKit writes SMILES recursively
 
-constexpr unsigned firstLabelIsotope = 1000; // none has so many nucleons
+constexpr unsigned firstLabelIsotope = 1000; // above all real mass numbers
 
-/// Makes different labels different isotopes for a while: RDKit sees stereo between isotopes, but not between labels.
-void tellLabelsApart(RWMol& molecule)
+/// Marks different labels as different isotopes: RDKit distinguishes isotopes, but not labels, as neighbours of a
+/// stereocentre. removeLabelIsotopes() removes the marks.
+void markLabelsAsIsotopes(RWMol& molecule)
 {
     std::map<std::string, unsigned> isotopes;
     for (Atom* atom : molecule.atoms()) {
@@ -40,7 +41,7 @@ void tellLabelsApart(RWMol& molecule)
     }
 }
 
-void takeLabelIsotopesAway(RWMol& molecule)
+void removeLabelIsotopes(RWMol& molecule)
 {
     for (Atom* atom : molecule.atoms())
         if (atom->getAtomicNum() == 0 && atom->getIsotope() >= firstLabelIsotope)
@@ -49,7 +50,7 @@ void takeLabelIsotopesAway(RWMol& molecule)
 
 /// A line of a SMILES file.
 struct Line {
-    QString smiles; ///< with its extension in vertical bars, if it has one
+    QString smiles; ///< including its extension in vertical bars, if any
     QString name;
 };
 
@@ -75,30 +76,30 @@ std::vector<ChosenWedge> chooseWedges(const RWMol& molecule)
     return chosen;
 }
 
-/// Notes double bonds that could be either way and are, once they are drawn, one of them.
-void noteOpenGeometry(const RWMol& molecule, Notes& notes)
+/// Warns of double bonds without E/Z stereo that could have it: the drawing shows one of the two isomers.
+void noteUnspecifiedDoubleBonds(const RWMol& molecule, Notes& notes)
 {
     RWMol marked(molecule);
     MolOps::findPotentialStereoBonds(marked);
     for (const Bond* bond : marked.bonds())
         if (bond->getBondType() == Bond::DOUBLE && bond->getStereo() == Bond::STEREOANY)
-            notes.add("double bonds of unknown stereo, which a drawing cannot show");
+            notes.add("double bonds with unspecified E/Z stereo: drawn as one of the isomers");
 }
 
-/// Notes the kinds of stereo that RDKit does not lay out, of the molecule as it is written.
+/// Warns of stereo that cannot be drawn. `molecule` must not be sanitized.
 void noteUnusualStereo(const RWMol& molecule, Notes& notes)
 {
     for (const Atom* atom : molecule.atoms()) {
         const Atom::ChiralType type = atom->getChiralTag();
         const bool isTetrahedral = type == Atom::CHI_TETRAHEDRAL_CW || type == Atom::CHI_TETRAHEDRAL_CCW;
         if (type != Atom::CHI_UNSPECIFIED && (!isTetrahedral || atom->getTotalDegree() == 2))
-            notes.add("stereo of allenes and of centres that are not tetrahedral, which a drawing does not have");
+            notes.add("stereo of allenes and of non-tetrahedral centres: discarded, not supported in drawings");
     }
 }
 
 SketchMolecule layOut(RWMol& molecule, Notes& notes)
 {
-    noteOpenGeometry(molecule, notes);
+    noteUnspecifiedDoubleBonds(molecule, notes);
     MolOps::Kekulize(molecule, true);
     noteUnusualHydrogens(molecule, notes);
     RDDepict::compute2DCoords(molecule, nullptr, true);
@@ -108,16 +109,15 @@ SketchMolecule layOut(RWMol& molecule, Notes& notes)
     return drawn;
 }
 
-std::unique_ptr<RWMol> parse(const std::string& smiles, bool understand)
+std::unique_ptr<RWMol> parse(const std::string& smiles, bool sanitize)
 {
     SmilesParserParams params;
     params.parseName = false;
-    params.sanitize = understand;
-    params.removeHs = understand;
+    params.sanitize = sanitize;
+    params.removeHs = sanitize;
     std::unique_ptr<RWMol> molecule(SmilesToMol(smiles, params));
     if (!molecule)
-        throw ConversionError(QStringLiteral("not a SMILES that can be read: ")
-                              + QString::fromStdString(smiles).left(60));
+        throw ConversionError(QStringLiteral("invalid SMILES: ") + QString::fromStdString(smiles).left(60));
     return molecule;
 }
 
@@ -129,42 +129,41 @@ bool hasLabels(const RWMol& molecule)
     return false;
 }
 
-/// Understands a molecule as it is written, with the stereo of atoms that only their labels tell from one another.
-std::unique_ptr<RWMol> understandLabelled(const RWMol& written)
+/// Sanitizes a parsed molecule with labels; keeps stereocentres whose neighbours differ only in their labels.
+std::unique_ptr<RWMol> sanitizedWithLabels(const RWMol& parsed)
 {
-    auto molecule = std::make_unique<RWMol>(written);
-    tellLabelsApart(*molecule);
+    auto molecule = std::make_unique<RWMol>(parsed);
+    markLabelsAsIsotopes(*molecule);
     MolOps::removeHs(*molecule, false, false, true);
     MolOps::assignStereochemistry(*molecule, true, true);
-    takeLabelIsotopesAway(*molecule);
+    removeLabelIsotopes(*molecule);
     return molecule;
 }
 
 SketchMolecule readLine(const QString& text, Notes& notes)
 {
-    if (text.size() > longestLine)
-        throw ConversionError(QStringLiteral("the line is longer than %1 characters").arg(longestLine));
+    if (text.size() > maxLineLength)
+        throw ConversionError(QStringLiteral("line longer than %1 characters").arg(maxLineLength));
     const Line line = parseLine(text);
     const QString word = line.smiles.section(QRegularExpression(QStringLiteral("\\s")), 0, 0);
     if (std::any_of(word.begin(), word.end(), [](QChar c) { return c <= u' ' || c > u'~'; }))
-        throw ConversionError(QStringLiteral("not a SMILES that can be read: ") + word.left(60));
+        throw ConversionError(QStringLiteral("invalid SMILES: ") + word.left(60));
     const std::string smiles = line.smiles.toStdString();
-    // Understanding a molecule takes long where it is large, so its atoms are counted first.
-    const std::unique_ptr<RWMol> written = parse(smiles, false);
-    const unsigned atoms = written->getNumAtoms();
-    if (atoms > mostAtoms)
-        throw ConversionError(
-            QStringLiteral("%1 atoms are too many to be laid out (%2 at most)").arg(atoms).arg(mostAtoms));
-    const std::unique_ptr<RWMol> molecule = hasLabels(*written) ? understandLabelled(*written) : parse(smiles, true);
+    // The atoms are counted first because sanitizing a large molecule takes long.
+    const std::unique_ptr<RWMol> parsed = parse(smiles, false);
+    const unsigned atoms = parsed->getNumAtoms();
+    if (atoms > maxAtoms)
+        throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtoms));
+    const std::unique_ptr<RWMol> molecule = hasLabels(*parsed) ? sanitizedWithLabels(*parsed) : parse(smiles, true);
     if (molecule->getNumAtoms() == 0)
-        throw ConversionError(QStringLiteral("no atoms"));
-    noteUnusualStereo(*written, notes);
+        throw ConversionError(QStringLiteral("molecule without atoms"));
+    noteUnusualStereo(*parsed, notes);
     SketchMolecule drawn = layOut(*molecule, notes);
     drawn.name = line.name;
     return drawn;
 }
 
-/// `label` without the characters that mean something in the extension.
+/// `label` with the special characters of the extension escaped.
 QString escaped(const QString& label)
 {
     QString text;
@@ -173,8 +172,8 @@ QString escaped(const QString& label)
     return text;
 }
 
-/// Tells the labels of atoms that are no element's, as the extended SMILES does. Returns how many there are.
-int labelAtoms(RWMol& molecule, const SketchMolecule& drawn)
+/// Sets the labels of atoms that are not elements, for the extended SMILES. Returns their number.
+int setLabels(RWMol& molecule, const SketchMolecule& drawn)
 {
     int labels = 0;
     for (Atom* atom : molecule.atoms()) {
@@ -187,10 +186,10 @@ int labelAtoms(RWMol& molecule, const SketchMolecule& drawn)
     return labels;
 }
 
-/// As it is drawn, where the chemistry is not possible.
-std::string plainSmiles(const SketchMolecule& drawn, Notes& notes)
+/// The SMILES of a chemically invalid molecule, as drawn.
+std::string unsanitizedSmiles(const SketchMolecule& drawn, Notes& notes)
 {
-    notes.add("molecules that are not possible as they are drawn; they are written without stereo");
+    notes.add("chemically invalid molecules: written without stereo");
     Notes ignored;
     const std::unique_ptr<RWMol> molecule = moleculeOf(drawn, MoleculeUse::Chemistry, ignored);
     molecule->clearConformers();
@@ -237,33 +236,33 @@ std::vector<Sketch> readSmiles(const QByteArray& text, const QString& name, Note
         }
     }
     if (sketches.empty())
-        throw ConversionError(name + QStringLiteral(": there is no SMILES in it"));
+        throw ConversionError(name + QStringLiteral(": contains no SMILES"));
     return sketches;
 }
 
 QString smilesOf(const SketchMolecule& drawn, Notes& notes)
 {
-    if (drawn.atoms.size() > mostAtomsToWrite)
-        throw ConversionError(QStringLiteral("a molecule of %1 atoms is too large for SMILES (%2 at most)")
+    if (drawn.atoms.size() > maxAtomsToWrite)
+        throw ConversionError(QStringLiteral("molecule too large for SMILES: %1 atoms (limit %2)")
                                   .arg(drawn.atoms.size())
-                                  .arg(mostAtomsToWrite));
-    const Deadline deadline(QStringLiteral("the SMILES of a molecule"));
-    notes.add("hydrogen bonds, which SMILES does not have", hydrogenBonds(drawn));
+                                  .arg(maxAtomsToWrite));
+    const Deadline deadline(QStringLiteral("writing SMILES"));
+    notes.add("hydrogen bonds: omitted, not supported in SMILES", hydrogenBonds(drawn));
     const std::unique_ptr<RWMol> molecule = moleculeOf(drawn, MoleculeUse::Chemistry, notes);
-    const int labels = labelAtoms(*molecule, drawn);
+    const int labels = setLabels(*molecule, drawn);
     std::string smiles;
     try {
-        tellLabelsApart(*molecule);
+        markLabelsAsIsotopes(*molecule);
         perceive(*molecule);
-        takeLabelIsotopesAway(*molecule);
+        removeLabelIsotopes(*molecule);
         molecule->clearConformers();
         if (labels > 0)
             smiles = MolToCXSmiles(*molecule, SmilesWriteParams(), SmilesWrite::CX_ATOM_LABELS);
         else
             smiles = MolToSmiles(*molecule);
     } catch (const MolSanitizeException&) {
-        notes.add("labels that are no elements, which become *", labels);
-        smiles = plainSmiles(drawn, notes);
+        notes.add("labels that are not elements: written as *", labels);
+        smiles = unsanitizedSmiles(drawn, notes);
     }
     return QString::fromStdString(smiles);
 }
@@ -274,8 +273,8 @@ QByteArray smilesOf(const std::vector<Sketch>& sketches, Notes& notes)
     for (const Sketch& sketch : sketches) {
         for (const SketchMolecule& molecule : sketch.molecules) {
             if (!sketch.laidOut)
-                notes.add("molecules whose places, depths and colours SMILES cannot carry");
-            notes.add("further properties of records, which SMILES does not have", std::ssize(molecule.data));
+                notes.add("coordinates, depths and colours of molecules: discarded, not supported in SMILES");
+            notes.add("record properties: discarded, not supported in SMILES", std::ssize(molecule.data));
             text += smilesOf(molecule, notes).toUtf8();
             if (!molecule.name.isEmpty())
                 text += '\t' + molecule.name.toUtf8();

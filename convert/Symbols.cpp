@@ -9,9 +9,9 @@
 namespace {
 
 constexpr int elements = 118;
-constexpr int highestCharge = 15;
+constexpr int maxCharge = 15;
 
-/// The symbols of the elements by their numbers; that of number 0 is "*".
+/// The element symbols by atomic number; index 0 is "*".
 const QStringList& elementNames()
 {
     static const QStringList names = [] {
@@ -34,7 +34,7 @@ const QHash<QString, int>& numbers()
     return known;
 }
 
-/// The charge that `text` says: "+", "2+", "+2", "--"; nothing where it says none that could be drawn.
+/// Parses a charge such as "+", "2+", "+2" or "--"; nothing if it is out of range.
 std::optional<int> parseCharge(const QString& text)
 {
     if (text.isEmpty())
@@ -43,12 +43,12 @@ std::optional<int> parseCharge(const QString& text)
     QString digits = text;
     digits.removeIf([](QChar c) { return !c.isDigit(); });
     const int size = digits.isEmpty() ? static_cast<int>(text.size()) : digits.toInt();
-    if (size < 1 || size > highestCharge)
+    if (size < 1 || size > maxCharge)
         return std::nullopt;
     return negative ? -size : size;
 }
 
-/// Red, green and blue of one element or several.
+/// The colour of one or more elements.
 struct Color {
     const char* elements;
     const char* rgb[3];
@@ -128,7 +128,7 @@ std::array<QString, 3> elementColor(QStringView symbol)
     const std::optional<ElementSymbol> element = parseSymbol(symbol);
     if (element && element->number > 0)
         return table.value(elementName(element->number), {"255", "20", "150"});
-    // A label such as "OH" or "CH3" is coloured by the element that it begins with.
+    // A label such as "OH" or "CH3" has the colour of the element that it starts with.
     static const QRegularExpression start(QStringLiteral(R"(\A[0-9]*([A-Z][a-z]?))"));
     QString name = start.match(symbol).captured(1);
     while (!name.isEmpty() && !table.contains(name))

@@ -9,20 +9,20 @@
 
 namespace {
 
-/// Walks over the words of a text, as a text stream does, and knows where each begins.
-class WordPlaces {
+/// Finds the lines and columns of the words of a text, which are separated as a text stream separates them.
+class WordLocator {
 public:
-    explicit WordPlaces(const QString& text)
+    explicit WordLocator(const QString& text)
         : text(text)
     {
         skipSpace();
     }
 
-    /// Goes on to the word with this number, counted from 1, or to the end of the text.
+    /// Advances to the word with this number, counted from 1, or to the end of the text.
     void goTo(qint64 word)
     {
-        for (; number < word && at < text.size(); ++number) {
-            while (at < text.size() && !text[at].isSpace())
+        for (; number < word && index < text.size(); ++number) {
+            while (index < text.size() && !text[index].isSpace())
                 step();
             skipSpace();
         }
@@ -34,29 +34,29 @@ public:
 private:
     void skipSpace()
     {
-        while (at < text.size() && text[at].isSpace())
+        while (index < text.size() && text[index].isSpace())
             step();
     }
 
     void step()
     {
-        if (text[at] == u'\n') {
+        if (text[index] == u'\n') {
             ++line;
             column = 1;
-        } else if (!text[at].isLowSurrogate()) {
+        } else if (!text[index].isLowSurrogate()) {
             ++column;
         }
-        ++at;
+        ++index;
     }
 
     const QString& text;
-    qsizetype at = 0;
+    qsizetype index = 0;
     qint64 number = 1;
 };
 
 } // namespace
 
-std::vector<PlacedFault> readChecked(const QByteArray& text, KytStudioDoc& doc)
+std::vector<LocatedFault> readChecked(const QByteArray& text, KytStudioDoc& doc)
 {
     std::vector<WorkspaceFault> faults;
     KytFileIO io;
@@ -66,16 +66,16 @@ std::vector<PlacedFault> readChecked(const QByteArray& text, KytStudioDoc& doc)
 
     std::stable_sort(faults.begin(), faults.end(), [](const auto& a, const auto& b) { return a.word < b.word; });
     const QString decoded = QTextStream(text).readAll();
-    WordPlaces places(decoded);
-    std::vector<PlacedFault> placed;
+    WordLocator locator(decoded);
+    std::vector<LocatedFault> located;
     for (const WorkspaceFault& fault : faults) {
-        places.goTo(fault.word);
-        placed.push_back({places.line, places.column, fault.text, fault.loses});
+        locator.goTo(fault.word);
+        located.push_back({locator.line, locator.column, fault.text, fault.isError});
     }
-    return placed;
+    return located;
 }
 
-std::vector<PlacedFault> checkWorkspace(const QByteArray& text)
+std::vector<LocatedFault> checkWorkspace(const QByteArray& text)
 {
     Canvas canvas;
     return readChecked(text, canvas.doc);

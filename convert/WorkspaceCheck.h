@@ -7,17 +7,17 @@
 
 class KytStudioDoc;
 
-/// What is wrong at a place in a workspace.
-struct PlacedFault {
+/// A fault in a workspace, with its position in the text.
+struct LocatedFault {
     int line;     ///< from 1
     int column;   ///< in characters, from 1
-    QString text; ///< what is wrong, and what the reader does about it
-    bool loses;   ///< something is not read as it stands
+    QString text; ///< the fault and, after a semicolon, what the reader did about it
+    bool isError; ///< the drawing read differs from the file
 };
 
-/// Reads the workspace `text` onto the canvas of `doc`, as the editor does, and tells everything that the reader skips,
-/// stops at or mends, in the order in which it stands in the text.
-std::vector<PlacedFault> readChecked(const QByteArray& text, KytStudioDoc& doc);
+/// Reads the workspace `text` onto the canvas of `doc`, as the editor does. Returns all faults that the reader found,
+/// in the order of their positions.
+std::vector<LocatedFault> readChecked(const QByteArray& text, KytStudioDoc& doc);
 
-/// The same without keeping what was read.
-std::vector<PlacedFault> checkWorkspace(const QByteArray& text);
+/// Like readChecked, but discards the drawing.
+std::vector<LocatedFault> checkWorkspace(const QByteArray& text);

@@ -7,22 +7,22 @@
 
 namespace {
 
-/// What the toolkit and the reader log is told in this program's own words, or does not matter here.
-void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) { }
+/// Discards log messages: the program reports the reader's faults itself.
+void discardMessage(QtMsgType, const QMessageLogContext&, const QString&) { }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    // A file beyond the limit on sizes is a failure to report, not the program's end.
+    // Exceeding the file size limit must be reported as a write error, not end the program.
     std::signal(SIGXFSZ, SIG_IGN);
 
     const QStringList arguments = argumentsOf(argc, argv);
     if (const std::optional<int> status = answerAtOnce(arguments))
         return *status;
 
-    // There is nothing to show, so no display is needed, whatever the environment says.
-    qInstallMessageHandler(dropMessage);
+    // No window is shown, so no display is needed, whatever QT_QPA_PLATFORM is.
+    qInstallMessageHandler(discardMessage);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int one = 1;
     QApplication application(one, argv);

@@ -19,7 +19,7 @@ Q_LOGGING_CATEGORY(workspaceFile, "kytstudio.workspace")
 const QString endOfFile = QStringLiteral("END_KYTFILE");
 const QString endOfMolecule = QStringLiteral("END_MOLECULE");
 
-/// Reads one workspace onto a canvas, and remembers what kinds of trouble it met.
+/// Reads one workspace onto a canvas and collects the faults that it finds.
 class Reader {
 public:
     Reader(QTextStream& stream, KytStudioDoc* doc, bool locked, KytFileIO& io)
@@ -33,7 +33,7 @@ public:
     bool readWorkspace()
     {
         if (word() != QLatin1String("KYTFILE")) {
-            meet("not a workspace: it does not begin with KYTFILE");
+            reportError("not a workspace: file does not start with KYTFILE");
             return false;
         }
         QString next;
@@ -41,14 +41,16 @@ public:
             readMolecule();
         if (next == endOfFile) {
             if (io.faults && !word().isEmpty())
-                note("text behind END_KYTFILE; it is not read", true);
+                report("text after END_KYTFILE; ignored", true);
             return true;
         }
-        meet(next.isEmpty() ? "it ends before END_KYTFILE" : "something other than a molecule; the rest is not read");
+        reportError(next.isEmpty() ? "unexpected end of file, END_KYTFILE missing"
+                                   : "expected MOLECULE or END_KYTFILE; rest of the file ignored");
         return false;
     }
 
-    const std::set<QString>& troubles() const { return met; }
+    /// The texts of all errors, each once.
+    const std::set<QString>& errors() const { return errorTexts; }
 
 private:
     void readMolecule()
@@ -65,7 +67,7 @@ private:
             readBond();
         }
         if (ended)
-            meet("a molecule ends before the records that it announces");
+            reportError("molecule has fewer records than declared");
         else
             readFurtherBonds();
         if (io.atomsArr.isEmpty())
@@ -73,17 +75,17 @@ private:
         io.atomsArr.clear();
     }
 
-    /// Reads to the closing word of the molecule, and the bonds that stand before it. That these are taken is meant:
-    /// the writer announces half of the bonds' ends, which is too few where a bond leaves the molecule.
+    /// Reads up to the END_MOLECULE of the molecule, including any bonds before it. Intentional: the writer declares
+    /// half of the number of bond ends, which is too few if a bond leads out of the molecule.
     void readFurtherBonds()
     {
         QString next;
         while (!ended && (next = word()) == QLatin1String("BOND")) {
-            meet("more bonds than announced");
+            reportError("more bonds than declared; additional bond read");
             readBond();
         }
         if (!ended && next != endOfMolecule)
-            note("something in place of END_MOLECULE; it is taken for that", true);
+            report("expected END_MOLECULE; word treated as END_MOLECULE", true);
     }
 
     void readAtom()
@@ -118,7 +120,7 @@ private:
             return;
         KytBond* bond = newBond(from, to);
         if (lines == 0)
-            note("a bond without lines");
+            report("bond without lines; kept as is");
         for (int i = 0; i < lines && !ended; ++i) {
             const auto kind = static_cast<KytBondType>(integer());
             if (bond && !ended)
@@ -131,21 +133,21 @@ private:
         const int linesBefore = bond->bondCount;
         bond->addBond(kind, isWedgeKind(kind) ? wedgeAngle(bond) : drawnAngle);
         if (bond->bondCount == linesBefore)
-            note("a line or wedge that its bond has no room for; it is left out", true);
+            report("bond cannot take another line or wedge; line or wedge ignored", true);
         else if (!isLineKind(kind) && !isWedgeKind(kind))
-            note("a line of a kind that is not drawn; it is counted, and saved as a dashed one", true);
+            report("unsupported line kind; counted but not drawn, saved as a dashed line", true);
     }
 
-    /// A bond between the atoms at two indices; null where there can be none.
+    /// Creates a bond between the atoms with these indices; null if they are invalid.
     KytBond* newBond(int from, int to)
     {
         const qsizetype atoms = io.atomsArr.size();
         if (from < 0 || from >= atoms || to < 0 || to >= atoms) {
-            meet("a bond to an atom that is not in its molecule; it is left out");
+            reportError("bond refers to a non-existent atom; bond ignored");
             return nullptr;
         }
         if (from == to) {
-            meet("a bond from an atom to itself; it is left out");
+            reportError("bond from an atom to itself; bond ignored");
             return nullptr;
         }
         return new KytBond(io.atomsArr[from], io.atomsArr[to], doc);
@@ -159,7 +161,7 @@ private:
         return static_cast<float>(projectionAngle(double{from->getAtomZ()} - to->getAtomZ(), length));
     }
 
-    /// The next word, empty at the end of the stream.
+    /// The next word; empty at the end of the stream.
     QString word()
     {
         ++wordsRead;
@@ -168,8 +170,8 @@ private:
         return next;
     }
 
-    /// The next word of a record. Where the molecule's end stands instead, the molecule has ended, and so it is from
-    /// then on, without reading further.
+    /// The next word of a record. At END_MOLECULE or the end of the stream, sets `ended`; after that, returns an empty
+    /// word without reading.
     QString keyword()
     {
         QString next = ended ? QString() : word();
@@ -177,12 +179,12 @@ private:
         return next;
     }
 
-    /// The word that a record begins with; anything is taken for it.
+    /// Reads the first word of a record; any word is accepted.
     void recordKeyword(QLatin1String expected)
     {
         const QString found = keyword();
         if (!ended && found != expected)
-            note("something in place of ATOM or BOND; it is taken for that", true);
+            report("expected ATOM or BOND; word treated as the keyword", true);
     }
 
     QString colorComponent()
@@ -190,18 +192,18 @@ private:
         QString component = keyword();
         const int number = wholeInteger(component).value_or(-1);
         if (!ended && (number < 0 || number > 255))
-            note("a part of a colour that is no number from 0 to 255");
+            report("colour component is not an integer from 0 to 255; kept as is");
         return shared(component);
     }
 
-    /// `text` in the memory of an equal one read before: thousands of atoms have a few symbols and colours.
+    /// Shares the memory of equal texts: thousands of atoms have only a few different symbols and colours.
     QString shared(const QString& text) { return *texts.insert(text); }
 
     int integer()
     {
         const std::optional<int> number = wholeInteger(keyword());
         if (!number && !ended)
-            meet("a number that cannot be read; 0 is taken");
+            reportError("invalid number; read as 0");
         return number.value_or(0);
     }
 
@@ -209,7 +211,7 @@ private:
     {
         const std::optional<float> number = wholeReal(keyword());
         if (!number && !ended)
-            meet("a number that cannot be read; 0 is taken");
+            reportError("invalid number; read as 0");
         return number.value_or(0);
     }
 
@@ -217,31 +219,31 @@ private:
     {
         const int number = integer();
         if (number < 0)
-            meet("a negative count; 0 is taken");
+            reportError("negative count; read as 0");
         return std::max(0, number);
     }
 
-    /// Something that the log is to tell, too.
-    void meet(const char* trouble)
+    /// Reports a fault that is also logged.
+    void reportError(const char* text)
     {
-        met.insert(QString::fromLatin1(trouble));
-        note(trouble, true);
+        errorTexts.insert(QString::fromLatin1(text));
+        report(text, true);
     }
 
-    void note(const char* trouble, bool loses = false)
+    void report(const char* text, bool isError = false)
     {
         if (io.faults)
-            io.faults->push_back({wordsRead, QString::fromLatin1(trouble), loses});
+            io.faults->push_back({wordsRead, QString::fromLatin1(text), isError});
     }
 
     QTextStream& stream;
     KytStudioDoc* doc;
     bool locked;
     KytFileIO& io;
-    KytMolecule* molecule = nullptr; // the one being read
-    bool ended = false;              // it has ended
+    KytMolecule* molecule = nullptr; // being read
+    bool ended = false;              // the molecule has ended
     qint64 wordsRead = 0;
-    std::set<QString> met;
+    std::set<QString> errorTexts;
     QSet<QString> texts;
 };
 
@@ -251,8 +253,8 @@ bool KytFileIO::readWorkspace(QTextStream& stream, KytStudioDoc* doc, bool locke
 {
     Reader reader(stream, doc, locked, *this);
     const bool complete = reader.readWorkspace();
-    for (const QString& trouble : reader.troubles())
+    for (const QString& error : reader.errors())
         qCWarning(workspaceFile).noquote()
-            << (name.isEmpty() ? QStringLiteral("workspace") : name) + QStringLiteral(": ") + trouble;
+            << (name.isEmpty() ? QStringLiteral("workspace") : name) + QStringLiteral(": ") + error;
     return complete;
 }

@@ -15,7 +15,7 @@ bool isSpace(QChar c)
     return c.isSpace();
 }
 
-/// `symbol` as one word: runs of white space become "_", and so does nothing at all.
+/// `symbol` as one word: each run of white space becomes "_", and so does an empty symbol.
 QString symbolWord(const QString& symbol)
 {
     QString word;
@@ -30,7 +30,7 @@ QString symbolWord(const QString& symbol)
     return word.isEmpty() ? QStringLiteral("_") : word;
 }
 
-/// A colour component as one word: as it stands, or else the number that is read in it.
+/// A colour component as one word: unchanged or, if it is empty or has white space, the integer at its start.
 QString colorWord(const QString& component)
 {
     if (component.isEmpty() || std::any_of(component.begin(), component.end(), isSpace))
@@ -47,7 +47,7 @@ void writeAtom(QTextStream& stream, const KytAtom* atom)
     stream << '\n';
 }
 
-/// A bond's record ends its line only when the bond has one to three lines.
+/// Writes the record of a bond. Its line is terminated only if the bond has one to three lines.
 void writeBond(QTextStream& stream, const BondCell& cell)
 {
     const int kinds[] = {cell.bond->bond1Type, cell.bond->bond2Type, cell.bond->bond3Type};

@@ -13,11 +13,11 @@
 
 namespace {
 
-/// `text` without leading white space and, where a digit, point or letter follows it, without a plus sign; what is not
-/// ASCII becomes a character that is part of no number.
+/// `text` without leading white space and without a leading plus sign, unless that is followed by another sign or
+/// nothing. Characters outside ASCII become characters that are not part of any number.
 QByteArray numberText(QStringView text)
 {
-    const QStringView space = u" \t\n\v\f\r"; // what C takes for it
+    const QStringView space = u" \t\n\v\f\r"; // as for isspace in the C locale
     const auto* start = std::find_if_not(text.begin(), text.end(), [&](QChar c) { return space.contains(c); });
     QByteArray number = text.sliced(start - text.begin()).toLatin1();
     if (number.size() > 1 && number[0] == '+' && number[1] != '-' && number[1] != '+')
@@ -25,7 +25,7 @@ QByteArray numberText(QStringView text)
     return number;
 }
 
-/// What atof reads in `number` in the C locale: infinite where it is too large, 0 where it is too small.
+/// The value of atof(number) in the C locale: infinite on overflow, 0 on underflow.
 double asciiReal(const QByteArray& number)
 {
     static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);

@@ -5,21 +5,22 @@
 
 #include <optional>
 
-// Numbers in texts. All of them are decimal and in the C locale, whatever the environment says.
+// Conversion between numbers and text: decimal, always in the C locale.
 
-/// The integer at the start of `text`, as atoi reads it: white space, a sign, digits; 0 where there is none. What does
-/// not fit an int gives the end of its range.
+/// The integer at the start of `text`, as read by atoi: white space, sign, digits; 0 if there is none. Values outside
+/// the range of int are clamped.
 int integerPrefix(QStringView text);
 
-/// The real number at the start of `text`, as atof reads it; 0 where there is none. "nan" and what is too large give a
-/// value that is not finite.
+/// The real number at the start of `text`, as read by atof; 0 if there is none. "nan" and numbers that overflow give a
+/// non-finite value.
 double realPrefix(QStringView text);
 
-/// The int that `word` is as a whole, or nothing.
+/// `word` as an int; nothing if any part of it does not belong to the number or the number is out of range.
 std::optional<int> wholeInteger(QStringView word);
 
-/// The finite number within the range of float that `word` is as a whole, or nothing.
+/// `word` as a float; nothing if any part of it does not belong to the number or the number is out of range or not
+/// finite.
 std::optional<float> wholeReal(QStringView word);
 
-/// `value` in the style of the format %g: at most six significant digits, in the shorter of plain and exponent form.
+/// `value` as formatted by %g: at most six significant digits, in the shorter of fixed and exponent notation.
 QString shortReal(double value);

@@ -17,21 +17,21 @@
 
 namespace {
 
-// Silent unless somebody looks for the reason why there are no copies.
+// Off by default; can be enabled to find out why there are no copies.
 Q_LOGGING_CATEGORY(copies, "kytstudio.copies", QtWarningMsg)
 
 constexpr int keptCopies = 20;
-constexpr int nameAttempts = 10;       // while other instances of the program take the names first
-constexpr qint64 timeTolerance = 2000; // milliseconds; some file systems keep no finer times
+constexpr int nameAttempts = 10;       // another instance of the program may take a name first
+constexpr qint64 timeTolerance = 2000; // milliseconds; the resolution of file times on some file systems
 
 const auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
 
 struct Copy {
     QFileInfo file;
-    qint64 made; // milliseconds since 1970
+    qint64 created; // milliseconds since 1970
 };
 
-/// Local time and its distance from UTC: "2026-03-29T14-07-31.250+0200.kyt".
+/// The file name for a time: local time and UTC offset, such as "2026-03-29T14-07-31.250+0200.kyt".
 QString nameAt(qint64 milliseconds)
 {
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(milliseconds);
@@ -40,7 +40,7 @@ QString nameAt(qint64 milliseconds)
         + QString::asprintf("%c%02d%02d.kyt", minutes < 0 ? '-' : '+', std::abs(minutes) / 60, std::abs(minutes) % 60);
 }
 
-/// The time that a copy's name tells; -1 for any other name.
+/// The time in the name of a copy; -1 for any other name.
 qint64 timeIn(const QString& name)
 {
     const QRegularExpression pattern(
@@ -54,37 +54,37 @@ qint64 timeIn(const QString& name)
     return time.isValid() ? time.toMSecsSinceEpoch() : -1;
 }
 
-/// The copies in `folder`, the newest first: regular files that carry such a name and have not been changed since.
+/// The copies in `folder`, newest first: regular files with a copy's name that have not been modified since that time.
 QList<Copy> copiesIn(const QString& folder)
 {
     QList<Copy> found;
     const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files | QDir::NoSymLinks);
     for (const QFileInfo& file : files) {
-        const qint64 made = timeIn(file.fileName());
-        if (made >= 0 && std::abs(file.lastModified().toMSecsSinceEpoch() - made) <= timeTolerance)
-            found.append({file, made});
+        const qint64 created = timeIn(file.fileName());
+        if (created >= 0 && std::abs(file.lastModified().toMSecsSinceEpoch() - created) <= timeTolerance)
+            found.append({file, created});
     }
-    std::sort(found.begin(), found.end(), [](const Copy& a, const Copy& b) { return a.made > b.made; });
+    std::sort(found.begin(), found.end(), [](const Copy& a, const Copy& b) { return a.created > b.created; });
     return found;
 }
 
-/// Makes the folder and those above it, for their owner only.
-bool makeFolder(const QString& path)
+/// Creates the folder and its missing parents, accessible by their owner only.
+bool createFolder(const QString& path)
 {
     if (QFileInfo(path).isDir())
         return true;
-    const QString above = QFileInfo(path).path();
-    return above != path && makeFolder(above) && (QDir().mkdir(path, ownerOnly) || QFileInfo(path).isDir());
+    const QString parent = QFileInfo(path).path();
+    return parent != path && createFolder(parent) && (QDir().mkdir(path, ownerOnly) || QFileInfo(path).isDir());
 }
 
-bool holds(const Copy& copy, const QByteArray& text)
+bool hasContents(const Copy& copy, const QByteArray& text)
 {
     QFile file(copy.file.filePath());
     return copy.file.size() == text.size() && file.open(QIODevice::ReadOnly) && file.readAll() == text;
 }
 
-/// The next time, from now on, whose name no file has.
-qint64 freeTime(const QString& folder)
+/// The first time from now on whose file name is not in use.
+qint64 unusedTime(const QString& folder)
 {
     qint64 time = QDateTime::currentMSecsSinceEpoch();
     while (QFileInfo::exists(folder + u'/' + nameAt(time)))
@@ -92,15 +92,15 @@ qint64 freeTime(const QString& folder)
     return time;
 }
 
-/// Writes `text` to a new file that appears whole and carries its time. Does not wait for the disk. The file's name, or
-/// nothing when it could not be written.
+/// Atomically writes `text` to a new file that is named after the current time. Does not wait for the disk. Returns the
+/// file's path, or an empty text on failure.
 QString writeCopy(const QString& folder, const QByteArray& text)
 {
     for (int i = 0; i < nameAttempts; ++i) {
         QTemporaryFile file(folder + QStringLiteral("/unfinished-XXXXXX"));
         if (!file.open() || file.write(text) != text.size() || !file.flush())
             return {};
-        const qint64 time = freeTime(folder);
+        const qint64 time = unusedTime(folder);
         QString name = folder + u'/' + nameAt(time);
         file.setFileTime(QDateTime::fromMSecsSinceEpoch(time), QFile::FileModificationTime);
         if (file.rename(name)) {
@@ -113,8 +113,8 @@ QString writeCopy(const QString& folder, const QByteArray& text)
     return {};
 }
 
-/// Deletes all but the newest copies. The file `newest` is the newest one, whatever the clock has said since.
-void dropOldCopies(const QString& folder, const QString& newest, const QString& inUse)
+/// Deletes all but the newest copies. `newest` counts as the newest one even if the clock has been set back.
+void deleteOldCopies(const QString& folder, const QString& newest, const QString& inUse)
 {
     int kept = 1;
     const QList<Copy> all = copiesIn(folder);
@@ -142,17 +142,17 @@ void keepSafetyCopy(QCanvas& canvas, const QString& inUse)
     if (drawnAtoms(canvas).isEmpty())
         return;
     const QString folder = safetyCopyFolder();
-    if (folder.isEmpty() || !makeFolder(folder)) {
-        qCInfo(copies) << "there is no folder for copies:" << folder;
+    if (folder.isEmpty() || !createFolder(folder)) {
+        qCInfo(copies) << "cannot create the folder for safety copies:" << folder;
         return;
     }
     const QByteArray text = workspaceText(canvas);
     const QList<Copy> present = copiesIn(folder);
-    if (!present.isEmpty() && holds(present.first(), text))
+    if (!present.isEmpty() && hasContents(present.first(), text))
         return;
     const QString written = writeCopy(folder, text);
     if (written.isEmpty())
-        qCInfo(copies) << "no copy could be written to" << folder;
+        qCInfo(copies) << "cannot write a safety copy to" << folder;
     else
-        dropOldCopies(folder, written, inUse);
+        deleteOldCopies(folder, written, inUse);
 }

@@ -4,13 +4,13 @@
 
 namespace {
 
-constexpr long long patience = 1000; // milliseconds
+constexpr long long gracePeriod = 1000; // milliseconds
 
 TerminationRequest request;
 
-void note(int number)
+void handleSignal(int number)
 {
-    request.note(number);
+    request.record(number);
 }
 
 long long now()
@@ -22,18 +22,18 @@ long long now()
 
 } // namespace
 
-void TerminationRequest::note(int number)
+void TerminationRequest::record(int number)
 {
     if (first != 0) {
-        if (now() - firstTime >= patience)
-            dieOf(number);
+        if (now() - firstTime >= gracePeriod)
+            terminateBySignal(number);
         return;
     }
     firstTime = now();
     first = number;
 }
 
-void dieOf(int signalNumber)
+void terminateBySignal(int signalNumber)
 {
     struct sigaction action = {};
     action.sa_handler = SIG_DFL;
@@ -62,8 +62,8 @@ void restoreTerminationSignals(const struct sigaction (&former)[terminationSigna
 
 TerminationSignals::TerminationSignals()
 {
-    request.forget();
-    handleTerminationSignals(note, formerActions);
+    request.reset();
+    handleTerminationSignals(handleSignal, formerActions);
 }
 
 TerminationSignals::~TerminationSignals()

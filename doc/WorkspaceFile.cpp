@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Whether the file can be opened for writing as far as its kind goes: a regular file, or none yet.
+/// Whether the path is a regular file or does not exist.
 bool isWritableKind(const QString& fileName)
 {
     struct stat status;
@@ -25,33 +25,33 @@ bool isWritableKind(const QString& fileName)
     return errno != ELOOP;
 }
 
-/// The permissions `mode` for a file that has another group: its members have so far been others.
+/// The permissions `mode` for a file with a different group: the group gets the permissions of others.
 mode_t withoutGroup(mode_t mode)
 {
     return (mode & ~S_IRWXG) | (mode & S_IRWXO) << 3;
 }
 
-/// Gives a new file the owner, the group and the permissions of the one that it will replace, as far as the user may.
+/// Copies owner, group and permissions of the old file to the new one, as far as the user is allowed to.
 void keepOwner(const struct stat& old, int descriptor)
 {
-    struct stat made;
-    if (fstat(descriptor, &made) != 0 || (made.st_uid == old.st_uid && made.st_gid == old.st_gid))
+    struct stat created;
+    if (fstat(descriptor, &created) != 0 || (created.st_uid == old.st_uid && created.st_gid == old.st_gid))
         return;
     constexpr uid_t unchanged = -1;
     const mode_t mode = old.st_mode & ALLPERMS;
     const bool hasGroup = fchown(descriptor, old.st_uid, old.st_gid) == 0
-        || fchown(descriptor, unchanged, old.st_gid) == 0 || made.st_gid == old.st_gid;
+        || fchown(descriptor, unchanged, old.st_gid) == 0 || created.st_gid == old.st_gid;
     static_cast<void>(fchmod(descriptor, hasGroup ? mode : withoutGroup(mode)));
 }
 
-/// Waits until the file is on the disk; false when the disk says that it cannot be. Some file systems learn only now
-/// that there is no room, and some have no such thing as waiting.
-bool reachesDisk(int descriptor)
+/// Flushes the file to the disk. Returns false for I/O errors and lack of space, which some file systems report only
+/// here; other errors are ignored because some file systems do not support flushing.
+bool syncToDisk(int descriptor)
 {
     return fdatasync(descriptor) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
 }
 
-/// Has the folder's entry for the file reach the disk too, so that a finished save outlives a loss of power.
+/// Flushes the directory entry of the file, so that a completed save survives a power failure.
 void syncFolderOf(const QString& fileName)
 {
     const QByteArray folder = QFile::encodeName(QFileInfo(QFileInfo(fileName).canonicalFilePath()).path());
@@ -62,8 +62,8 @@ void syncFolderOf(const QString& fileName)
     close(descriptor);
 }
 
-/// Whether all of `text` could be written. What is left after a short write is written again: that fails, and tells
-/// why.
+/// Writes all of `text`; false on failure. The rest after a short write is written again, so that the failure sets the
+/// error.
 bool writeAll(QSaveFile& file, const QByteArray& text)
 {
     qint64 done = 0;
@@ -76,12 +76,12 @@ bool writeAll(QSaveFile& file, const QByteArray& text)
     return true;
 }
 
-/// Writes to the opened file and puts it in its place; tells what went wrong, or nothing.
-QString fill(QSaveFile& file, const QByteArray& text)
+/// Writes `text` to the opened file, flushes and commits it. Returns an error message, empty on success.
+QString writeAndCommit(QSaveFile& file, const QByteArray& text)
 {
     if (!writeAll(file, text))
         return file.errorString();
-    if (!reachesDisk(file.handle()))
+    if (!syncToDisk(file.handle()))
         return QString::fromLocal8Bit(std::strerror(errno));
     return file.commit() ? QString() : file.errorString();
 }
@@ -111,10 +111,10 @@ QString writeWholeFile(const QString& fileName, const QByteArray& text)
         return file.errorString();
     if (exists)
         keepOwner(old, file.handle());
-    QString trouble = fill(file, text);
-    if (trouble.isEmpty())
+    QString error = writeAndCommit(file, text);
+    if (error.isEmpty())
         syncFolderOf(fileName);
     else
         file.cancelWriting();
-    return trouble;
+    return error;
 }

@@ -5,15 +5,16 @@
 
 class QCanvas;
 
-/// The drawing on `canvas` as the bytes of a workspace file.
+/// The drawing on `canvas` in the workspace format.
 QByteArray workspaceText(QCanvas& canvas);
 
-/// Makes `text` the contents of the file `fileName`; tells why that was not possible, or nothing.
+/// Atomically replaces the contents of the file `fileName` with `text`. Returns an error message, empty on success.
 ///
-/// The text goes to a temporary file in the same folder, to the disk, and then in the place of the file: a reader finds
-/// the old contents or the new ones, whole, whenever the program or the machine stops, and after a failure the old ones
-/// are there and nothing else. Where the folder refuses new files, the file itself is written, without that promise.
+/// The text is written to a temporary file in the same folder and flushed to the disk; then the file is renamed.
+/// Whenever the program or the machine stops, the file has either its old or its new contents, complete. After a
+/// failure, the old contents are kept and no temporary file remains. If no files can be created in the folder, the file
+/// is overwritten directly, without this guarantee.
 ///
-/// A symbolic link stays one, and its target is written. Permissions, owner and group of an existing file are kept as
-/// far as the user may set them; its other hard links keep the old contents. Only regular files are written.
+/// A symbolic link is kept and its target is written. Permissions, owner and group of an existing file are kept as far
+/// as the user may set them; other hard links to it keep the old contents. Only regular files are written.
 QString writeWholeFile(const QString& fileName, const QByteArray& text);

@@ -29,8 +29,8 @@ void KytStudioDoc::newDoc()
     canvas->setDoubleBuffering(true);
     canvas->setBackgroundColor(QColor("white"));
     canvas->setAdvancePeriod(advancePeriod);
-    connect(canvas, &QObject::destroyed, this, [this](const QObject* gone) {
-        if (gone == canvas)
+    connect(canvas, &QObject::destroyed, this, [this](const QObject* destroyed) {
+        if (destroyed == canvas)
             canvas = nullptr;
     });
     modified = true;
@@ -64,8 +64,8 @@ bool KytStudioDoc::write(const QString& fileName) const
 {
     if (!canvas)
         return false;
-    const QString trouble = writeWholeFile(fileName, workspaceText(*canvas));
-    if (!trouble.isEmpty())
-        qCWarning(workspaceFile).noquote() << fileName + QStringLiteral(": cannot be saved: ") + trouble;
-    return trouble.isEmpty();
+    const QString error = writeWholeFile(fileName, workspaceText(*canvas));
+    if (!error.isEmpty())
+        qCWarning(workspaceFile).noquote() << fileName + QStringLiteral(": cannot be saved: ") + error;
+    return error.isEmpty();
 }

@@ -44,7 +44,7 @@ BondRecord recordOf(const KytBond* bond)
 
 IncomingBond incomingRecordOf(const KytBond* bond)
 {
-    return {bond->fromAtom->rank(), bond->mark.note};
+    return {bond->fromAtom->rank(), bond->mark.value};
 }
 
 AtomPosition positionOf(const KytAtom* atom)
@@ -154,7 +154,7 @@ DrawingChange DrawingState::update(const QCanvas& canvas)
     const GraphWalk walk(GraphWalk::Marks::Bonds); // notes each bond's index among those of its start atom
     for (const KytAtom* atom : drawn)
         for (qsizetype i = 0; i < atom->outList.size(); ++i)
-            walk.meet(atom->outList[i]->mark, static_cast<int>(i));
+            walk.visit(atom->outList[i]->mark, static_cast<int>(i));
 
     DrawingChange before;
     FirstAtoms firstAtoms;
@@ -233,12 +233,12 @@ public:
             std::set<KytAtom*> ends;
             for (KytAtom* start : starts)
                 for (KytBond* bond : std::exchange(start->outList, {})) {
-                    gone.meet(bond->mark);
+                    gone.visit(bond->mark);
                     bonds.push_back(bond);
                     ends.insert(bond->toAtom);
                 }
             for (KytAtom* end : ends)
-                end->inList.removeIf([&](const KytBond* bond) { return gone.hasMet(bond->mark); });
+                end->inList.removeIf([&](const KytBond* bond) { return gone.hasVisited(bond->mark); });
         }
         for (KytBond* bond : bonds) {
             bond->fromAtom = nullptr;
@@ -314,9 +314,9 @@ public:
         for (const KytAtom* atom : placed)
             for (const QList<KytBond*>* bonds : {&atom->inList, &atom->outList})
                 for (KytBond* bond : *bonds) {
-                    if (!walk.hasMet(bond->mark))
+                    if (!walk.hasVisited(bond->mark))
                         bond->layOut();
-                    walk.meet(bond->mark);
+                    walk.visit(bond->mark);
                 }
     }
 

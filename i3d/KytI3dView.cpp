@@ -1,8 +1,8 @@
 #include "i3d/KytI3dView.h"
 
 #include "canvas/truncate.h"
-#include "i3d/SceneGeometry.h"
 #include "doc/TerminationSignals.h"
+#include "i3d/SceneGeometry.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -19,7 +19,7 @@ constexpr int windowHeight = 1029;
 constexpr int bitsPerPixel = 32;
 constexpr int viewportWidth = 1280;
 constexpr int viewportHeight = 1024;
-constexpr double fieldOfView = 100; // degrees, from bottom to top
+constexpr double fieldOfView = 100; // degrees, vertical
 constexpr double nearestDepth = 0.1;
 constexpr double farthestDepth = 6000;
 constexpr float shininess = 128;
@@ -31,8 +31,8 @@ constexpr double spinAboutZ = 0.05; // degrees per millisecond
 constexpr double spinAboutY = 0.03;
 constexpr Uint32 toggleKeyPause = 299; // milliseconds
 
-/// Has frame buffers and the like mapped one by one. They come and go with every window, and would leave holes in the
-/// heap that it grows by.
+/// Makes malloc map large blocks, such as frame buffers, separately. They are allocated for every window and would
+/// fragment the heap.
 void keepLargeBlocksOffTheHeap()
 {
 #ifdef __GLIBC__
@@ -46,14 +46,14 @@ void moveBy(int& coordinate, int step)
     coordinate = saturatedSum(coordinate, step);
 }
 
-/// The milliseconds from `stamp` until `now`. A stamp ahead of the clock comes from before the clock was set back to 0.
+/// The milliseconds from `stamp` to `now`. A stamp later than `now` was taken before SDL restarted its clock.
 Uint32 millisecondsSince(Uint32 stamp, Uint32 now)
 {
     return stamp > now ? now : now - stamp;
 }
 
-/// Whether a key that switches something may act now. The keys that share this timer act at most once in a while,
-/// however long they are held.
+/// Whether a toggle key may act now. The toggle keys share a timer and act at most once per toggleKeyPause, however
+/// long they are held.
 bool mayToggle()
 {
     static Uint32 keyTimer = 0;
@@ -105,9 +105,9 @@ bool KytI3dView::open()
 bool KytI3dView::startVideo()
 {
     keepLargeBlocksOffTheHeap();
-    setenv("SDL_VIDEODRIVER", "x11", 0); // SDL must never fall back to drawing in a terminal
+    setenv("SDL_VIDEODRIVER", "x11", 0); // prevents SDL's fallback to drawing in a terminal
     SDL_Init(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE);
-    SDL_EventState(SDL_MOUSEMOTION, SDL_IGNORE); // one event is handled a frame: motion would hold up the keys
+    SDL_EventState(SDL_MOUSEMOTION, SDL_IGNORE); // only one event is handled per frame: motion events would delay keys
     SDL_WM_SetCaption("MOLECULAR I3D VIEWER", nullptr);
     pSDLVideoInfo = SDL_GetVideoInfo();
     if (!pSDLVideoInfo)
@@ -130,10 +130,10 @@ bool KytI3dView::openWindow()
 
 bool KytI3dView::step()
 {
-    SDL_Event newer;
-    if (SDL_PollEvent(&newer))
-        event = newer;
-    // Without a newer event the latest one is handled again: a key acts in every frame until it is released.
+    SDL_Event newEvent;
+    if (SDL_PollEvent(&newEvent))
+        event = newEvent;
+    // Without a new event, the last one is handled again: a key acts in every frame until it is released.
     bool done = false;
     if (event.type == SDL_KEYDOWN)
         done = HandleKeyboard(&event.key.keysym);
@@ -207,8 +207,8 @@ void KytI3dView::freeQuadric()
     quadratic = nullptr;
 }
 
-/// Turns the sums in `pos` into the centroid, which is the scene's origin when there is no atom, and looks at it from
-/// in front of the frontmost atom.
+/// Converts the sums in `pos` to the centroid (the scene's origin without atoms) and points the camera at it from in
+/// front of the frontmost atom.
 void KytI3dView::putCameraInFront()
 {
     for (int i = 0; i < 3; ++i) {
@@ -236,10 +236,10 @@ void KytI3dView::renderScene()
     glColorMaterial(GL_FRONT, GL_AMBIENT_AND_DIFFUSE);
     glMaterialfv(GL_FRONT, GL_SPECULAR, specular);
     glMaterialf(GL_FRONT, GL_SHININESS, shininess);
-    turnScene();
+    rotateScene();
     glCallList(1);
     if (rotation[0] || rotation[1]) {
-        // Stands still while nothing spins: the first frame after a pause makes up for the whole of it.
+        // Not updated while nothing spins: the first frame after a pause rotates by the whole time of the pause.
         static Uint32 sceneTimer = 0;
         spin(millisecondsSince(sceneTimer, SDL_GetTicks()));
         sceneTimer = SDL_GetTicks();
@@ -253,8 +253,8 @@ void KytI3dView::placeCamera() const
     gluLookAt(eye[0], eye[1], eye[2], pos[0], pos[1], pos[2], 0, 0, 1);
 }
 
-/// Turns the scene about the point looked at or, while it spins by itself, about the centroid.
-void KytI3dView::turnScene() const
+/// Rotates the scene about the point that the camera looks at or, while it spins, about the centroid.
+void KytI3dView::rotateScene() const
 {
     const int* centre = rotation[0] || rotation[1] ? defaultPos : pos;
     const auto x = static_cast<float>(centre[0]);

@@ -15,44 +15,45 @@ class KytBondLine;
 class KytMolecule;
 struct SceneStick;
 
-/// The 3D viewer: a window of its own that shows the canvas as balls and sticks and flies a camera from the keyboard.
+/// The 3D viewer: a separate window that shows the drawing as balls and sticks, with a camera controlled by keys.
 ///
 /// Scene units are canvas pixels; scene x is depth, y is canvas x - 1000 and z is 1000 - canvas y.
 class KytI3dView {
 public:
-    /// `canvas` is not owned; a canvas that has gone counts as empty.
+    /// `canvas` is not owned; a canvas that was destroyed counts as empty.
     explicit KytI3dView(QCanvas* canvas);
     ~KytI3dView();
 
-    /// Opens the window and returns when the user closes it, or at once, after a line on standard output, when there
-    /// can be no window. A termination signal closes the window first and then does to the process what it always does.
+    /// Opens the window and returns when the user closes it. If the window cannot be opened, prints a line on standard
+    /// output and returns at once. A termination signal closes the window and then takes its usual effect.
     void view();
 
-    /// The steps of view(), for a caller that runs the loop itself. `open` is false, after a line on standard output,
-    /// when there can be no window; after that, and after `close`, only `open` may follow.
+    /// The steps of view(), for callers with their own loop. If the window cannot be opened, `open` prints a line on
+    /// standard output and returns false. After that, and after `close`, only `open` may be called.
     bool open();
-    /// Handles the latest event, once more when there is no newer one, and draws a frame. True when the user has closed
-    /// the viewer.
+    /// Handles the next event, or the last one again if there is none, and draws a frame. Returns true if the user has
+    /// closed the viewer.
     bool step();
     void close();
 
-    /// The index of `atom` in atomsArr; 0 when it is not there.
+    /// The index of `atom` in atomsArr; 0 if it is not in the list.
     int getIndex(KytAtom* atom) const;
 
-    /// Sets up the GL context of the open window, builds the scene and puts the camera in front of it.
+    /// Sets up OpenGL for the open window, compiles the scene and positions the camera in front of it.
     void init();
-    /// Compiles the scene from the canvas as it is now, adding up `pos`, `totalAtomCount` and `defaulteye`.
+    /// Compiles the current drawing into display lists and accumulates `pos`, `totalAtomCount` and `defaulteye`.
     void CreateLists();
-    /// Draws one molecule and counts its atoms in, as CreateLists does for all; needs the lists of CreateLists.
+    /// Draws one molecule and adds its atoms to the sums, as CreateLists does for all; requires the lists of
+    /// CreateLists.
     void RenderMolecule(KytMolecule* molecule);
-    /// Draws a frame and shows it.
+    /// Renders and shows a frame.
     void renderScene();
-    /// Acts on a key; true when it closes the viewer.
+    /// Handles a key press; returns true if it closes the viewer.
     bool HandleKeyboard(SDL_keysym* key);
 
     int pastTime = 0;
     bool spclkeys = false;
-    bool rotation[2] = {false, false}; ///< automatic spin of rotYAngle, of rotXAngle
+    bool rotation[2] = {false, false}; ///< automatic spin of rotYAngle and of rotXAngle
     int bondsCount = 0;
     int atomsCount = 0;
     int totalAtomCount = 0;
@@ -75,7 +76,7 @@ public:
     SDL_Surface* pSDLSurface = nullptr;
 
 private:
-    SDL_Event event = {}; // the latest one; no event at first
+    SDL_Event event = {}; // the last event; initially none
 
     bool startVideo();
     bool openWindow();
@@ -86,13 +87,13 @@ private:
     void putCameraInFront();
     void resetCamera();
     void placeCamera() const;
-    void turnScene() const;
+    void rotateScene() const;
     void spin(Uint32 milliseconds);
 
     void compileSphere();
     void renderAtoms(const QList<KytAtom*>& atoms);
     void renderAtom(KytAtom* atom);
-    void countIn(const KytAtom* atom);
+    void addToSums(const KytAtom* atom);
     void renderBond(const KytBond* bond);
     void renderWedge(const KytBond* bond);
     void renderLine(const KytBond* bond, const KytBondLine* line);

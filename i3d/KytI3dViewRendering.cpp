@@ -29,7 +29,8 @@ void translateTo(const ScenePoint& p)
     glTranslatef(narrowed(p.x), narrowed(p.y), narrowed(p.z));
 }
 
-float colourShare(const QString& component)
+/// The value of a colour component in the range of OpenGL, 0 to 1.
+float colourValue(const QString& component)
 {
     return static_cast<float>(integerPrefix(component)) / 255.0F;
 }
@@ -46,7 +47,7 @@ void KytI3dView::CreateLists()
     glEndList();
 }
 
-/// Compiles the one sphere that stands for every atom; a list cannot be begun inside another.
+/// Compiles the sphere shared by all atoms into a separate list, because display lists cannot be nested.
 void KytI3dView::compileSphere()
 {
     glNewList(sphereList, GL_COMPILE);
@@ -59,14 +60,14 @@ void KytI3dView::RenderMolecule(KytMolecule* molecule)
     renderAtoms(canvas ? drawnAtoms(*canvas, molecule) : QList<KytAtom*>());
 }
 
-/// Draws the molecule that has these atoms.
+/// Draws the molecule consisting of these atoms.
 void KytI3dView::renderAtoms(const QList<KytAtom*>& atoms)
 {
     atomsCount = static_cast<int>(atoms.size());
     bondsCount = bondsAmong(atoms);
     atomsArr = atoms;
     for (KytAtom* atom : atoms) {
-        countIn(atom);
+        addToSums(atom);
         renderAtom(atom);
     }
     for (const BondCell& cell : bondTable(atoms))
@@ -74,16 +75,16 @@ void KytI3dView::renderAtoms(const QList<KytAtom*>& atoms)
     atomsArr.clear();
 }
 
-/// Adds an atom to the sums that the centroid and the camera's first distance come from.
-void KytI3dView::countIn(const KytAtom* atom)
+/// Adds an atom to the sums for the centroid and the initial camera distance.
+void KytI3dView::addToSums(const KytAtom* atom)
 {
     const double depth = atom->getAtomZ();
     if (depth > defaulteye)
         defaulteye = truncated(depth);
-    const ScenePoint place = scenePoint({atom->x(), atom->y()}, depth);
-    pos[0] = truncated(place.x + pos[0]);
-    pos[1] = truncated(place.y + pos[1]);
-    pos[2] = truncated(place.z + pos[2]);
+    const ScenePoint position = scenePoint({atom->x(), atom->y()}, depth);
+    pos[0] = truncated(position.x + pos[0]);
+    pos[1] = truncated(position.y + pos[1]);
+    pos[2] = truncated(position.z + pos[2]);
     totalAtomCount = saturatedSum(totalAtomCount, 1);
 }
 
@@ -91,12 +92,12 @@ void KytI3dView::renderAtom(KytAtom* atom)
 {
     glPushMatrix();
     translateTo(scenePoint({atom->x(), atom->y()}, atom->getAtomZ()));
-    glColor3f(colourShare(atom->_atomColor[0]), colourShare(atom->_atomColor[1]), colourShare(atom->_atomColor[2]));
+    glColor3f(colourValue(atom->_atomColor[0]), colourValue(atom->_atomColor[1]), colourValue(atom->_atomColor[2]));
     glCallList(sphereList);
     glPopMatrix();
 }
 
-/// Draws the sticks of a bond. A line or a wedge that is counted but not there draws nothing.
+/// Draws the sticks of a bond. Lines and wedges that are counted but null are skipped.
 void KytI3dView::renderBond(const KytBond* bond)
 {
     if (!bond->getFromAtom() || !bond->getToAtom())
@@ -113,7 +114,7 @@ void KytI3dView::renderBond(const KytBond* bond)
         renderLine(bond, bond->bond3);
 }
 
-/// The stick's far end follows from the wedge's angle alone and need not meet the end atom's sphere.
+/// The far end of the stick follows from the wedge's angle only and may miss the sphere of the end atom.
 void KytI3dView::renderWedge(const KytBond* bond)
 {
     if (!bond->stereoBond)

@@ -11,16 +11,17 @@ namespace {
 
 constexpr double canvasOffset = 1000;
 
-/// The turn about the scene's x axis, in degrees, that lays an axis along +z into the direction of a canvas vector of
-/// `right` pixels to the right and `up` pixels upward, not both 0.
+/// The rotation about the scene's x axis, in degrees, from +z to the direction of a canvas vector of `right` pixels to
+/// the right and `up` pixels upwards, not both 0.
 double planeAngle(double right, double up)
 {
     const double slope = std::atan(up / right) * degreesPerRadian;
     return right >= 0 ? slope - 90 : slope + 90;
 }
 
-/// The stick with the given shadow on the drawing plane.
-std::optional<SceneStick> stickAbove(const ScenePoint& origin, double right, double up, double tilt, double length)
+/// The stick whose projection onto the drawing plane is the vector (`right`, `up`).
+std::optional<SceneStick> stickWithProjection(const ScenePoint& origin, double right, double up, double tilt,
+                                              double length)
 {
     if ((right == 0 && up == 0) || !std::isfinite(tilt) || !std::isfinite(length))
         return std::nullopt;
@@ -38,10 +39,10 @@ std::optional<SceneStick> lineStick(const QPoint& start, const QPoint& end, doub
 {
     const double right = static_cast<double>(end.x()) - start.x();
     const double up = static_cast<double>(start.y()) - end.y();
-    const double shadow = std::hypot(right, up);
-    const double climb = endDepth - startDepth;
-    const double tilt = std::atan(climb / shadow) * degreesPerRadian;
-    return stickAbove(scenePoint(start, startDepth), right, up, tilt, std::hypot(shadow, climb));
+    const double projection = std::hypot(right, up);
+    const double rise = endDepth - startDepth;
+    const double tilt = std::atan(rise / projection) * degreesPerRadian;
+    return stickWithProjection(scenePoint(start, startDepth), right, up, tilt, std::hypot(projection, rise));
 }
 
 std::optional<SceneStick> wedgeStick(const QPointF& from, const QPointF& to, double fromDepth, double tilt)
@@ -49,7 +50,7 @@ std::optional<SceneStick> wedgeStick(const QPointF& from, const QPointF& to, dou
     const double right = to.x() - from.x();
     const double up = from.y() - to.y();
     const double length = std::fabs(std::hypot(right, up) / std::cos(tilt / degreesPerRadian));
-    return stickAbove(scenePoint(from, fromDepth), right, up, tilt, length);
+    return stickWithProjection(scenePoint(from, fromDepth), right, up, tilt, length);
 }
 
 int saturatedSum(int a, int b)

@@ -5,8 +5,8 @@
 
 #include <optional>
 
-// Where the scene of the 3D viewer puts what is drawn on the canvas. One scene unit is one canvas pixel; canvas up is
-// scene +z and the viewer looks along -x, so depth rises toward it.
+// Conversion of a drawing to the scene of the 3D viewer. One scene unit is one canvas pixel. Up on the canvas is +z,
+// and the viewer looks along -x, so depth increases towards the viewer.
 
 /// A point of the scene.
 struct ScenePoint {
@@ -15,26 +15,26 @@ struct ScenePoint {
     double z; ///< 1000 - canvas y
 };
 
-/// A cylinder of the scene that starts at `origin`. Its axis is +z, turned first by `tilt` degrees about y and then by
+/// A cylinder of the scene that starts at `origin`. Its axis is +z, rotated first by `tilt` degrees about y and then by
 /// `planeAngle` degrees about x.
 struct SceneStick {
     ScenePoint origin;
-    double planeAngle; ///< turns the axis into the bond's direction on the canvas
-    double tilt;       ///< turns the axis out of the drawing plane, toward the viewer when positive
-    double length;     ///< above 0 and finite
+    double planeAngle; ///< rotates the axis to the direction of the bond on the canvas
+    double tilt;       ///< angle to the drawing plane, positive towards the viewer
+    double length;     ///< positive and finite
 };
 
-/// The point of the scene for the canvas point `p` at the depth `depth`.
+/// The scene point for the canvas point `p` at the depth `depth`.
 ScenePoint scenePoint(const QPointF& p, double depth);
 
-/// The stick of a bond's line between the canvas points `start` and `end`. It climbs from the depth of the bond's start
-/// atom to that of its end atom. Nothing for a line of length zero.
+/// The stick for a bond's line between the canvas points `start` and `end`, from the depth of the start atom to that of
+/// the end atom. Nothing for a line of length zero.
 std::optional<SceneStick> lineStick(const QPoint& start, const QPoint& end, double startDepth, double endDepth);
 
-/// The stick of a wedge from the canvas point `from` at depth `fromDepth` to `to`. It leaves the drawing plane by
-/// `tilt` degrees and is so long that its shadow on the plane reaches from `from` to `to`, wherever the end atom's
-/// depth is. Nothing for a wedge of length zero, nor for one whose tilt or length is not finite.
+/// The stick for a wedge from the canvas point `from` at the depth `fromDepth`, at an angle of `tilt` degrees to the
+/// drawing plane. Its projection onto the plane ends at `to`; the depth of the end atom is not used. Nothing for a
+/// wedge of length zero, or if the tilt or the length is not finite.
 std::optional<SceneStick> wedgeStick(const QPointF& from, const QPointF& to, double fromDepth, double tilt);
 
-/// a + b, or the end of the range of int that the sum lies past.
+/// a + b, clamped to the range of int.
 int saturatedSum(int a, int b);

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Draws the pictures of the toolbars: icons/*.xpm and lib/*.xpm, 24 x 24 pixels on a transparent ground.
+"""Draws the toolbar icons icons/*.xpm and lib/*.xpm: 24 x 24 pixels on a transparent background.
 
-Shapes are given in pixels, x to the right and y down, as signed distance functions. A picture is sampled SAMPLES x
-SAMPLES times per pixel and averaged. The XPM format knows no half transparent pixel: one that is covered by less than
-EDGE is left out, and one on the rim is mixed with RIM, a grey that lies between light and dark toolbars.
+Shapes are signed distance functions in pixels, with x to the right and y down. Each pixel is the average of SAMPLES x
+SAMPLES samples. XPM has no partial transparency: pixels covered by less than EDGE are transparent, and pixels on the
+edge of a shape are blended with RIM, a grey that suits light and dark toolbars.
 
-Usage: icons/draw_icons.py (writes into the icons and lib folders of the project that the script is part of)
+Usage: icons/draw_icons.py (writes to the icons and lib folders of the project)
 """
 
 import math
@@ -27,7 +27,7 @@ GREEN = (72, 176, 82)
 ORANGE = (246, 150, 32)
 PAPER = (250, 251, 253)
 
-# Shapes: functions of (x, y) that give the distance to the shape's edge, negative inside.
+# Shapes: functions of (x, y) that return the distance to the edge of the shape, negative inside.
 
 
 def circle(cx, cy, r):
@@ -88,7 +88,7 @@ def polar(cx, cy, r, degrees):
 
 
 def mix(a, b, share):
-    """`share` of b in a."""
+    """Interpolates from a (share 0) to b (share 1)."""
     return tuple(p + (q - p) * share for p, q in zip(a, b))
 
 
@@ -111,7 +111,7 @@ class Picture:
         self.paint(shape, color)
 
     def ball(self, cx, cy, r, color, width=0.9, ink=INK):
-        """A shaded ball, lit from the upper left."""
+        """A shaded ball, lit from the top left."""
 
         def shade(x, y):
             away = math.hypot(x - cx + 0.38 * r, y - cy + 0.42 * r) / r
@@ -136,7 +136,7 @@ class Picture:
 
 
 def limited(rows):
-    """The same rows with at most MAX_COLORS colours: the two nearest are merged until they are few enough."""
+    """Limits the rows to MAX_COLORS colours by repeatedly merging the two nearest ones."""
     counts = {}
     for color in (c for row in rows for c in row if c):
         counts[color] = counts.get(color, 0) + 1
@@ -170,7 +170,7 @@ def write_xpm(path, picture):
     path.write_text(f"/* XPM */\nstatic const char* const {path.stem}[] = {{\n{body}\n}};\n", encoding="ascii")
 
 
-# The two atoms of the bond tools.
+# Positions of the two atoms of the bond tools.
 LOW = (4.3, 19.6)
 HIGH = (19.6, 4.3)
 
@@ -217,7 +217,7 @@ def dashedbond():
 
 
 def across(share, half):
-    """The two points beside the bond's axis."""
+    """The two points on either side of the bond axis."""
     x, y = along(share)
     length = math.dist(LOW, HIGH)
     nx, ny = -(HIGH[1] - LOW[1]) / length * half, (HIGH[0] - LOW[0]) / length * half
@@ -362,8 +362,8 @@ def megaphon():
     pitch, lift = 4.4, 4.9
     rings = [(-1.5, 1), (-1, 0), (0, 0), (1, 0), (1.5, -1), (1.5, 1), (2, 0), (2.5, -1), (2.5, 1)]
     corners = []
-    for place, row in rings:
-        x, y = 9.8 + pitch * place, 12.0 + lift * row
+    for column, row in rings:
+        x, y = 9.8 + pitch * column, 12.0 + lift * row
         half, third = pitch / 2, lift / 3
         corners.append([(x, y - 2 * third), (x + half, y - third), (x + half, y + third), (x, y + 2 * third),
                         (x - half, y + third), (x - half, y - third)])
@@ -382,8 +382,8 @@ PICTURES = {
 
 def main():
     root = Path(__file__).resolve().parent.parent
-    for folder, draws in PICTURES.items():
-        for draw in draws:
+    for folder, functions in PICTURES.items():
+        for draw in functions:
             write_xpm(root / folder / f"{draw.__name__}.xpm", draw())
 
 

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Makes the library molecules lib/*.kyf from bond lengths and angles, and finds each its place on the canvas.
+"""Generates the library molecules lib/*.kyf from bond lengths and angles and positions them on the canvas.
 
-The six molecules may all stand on one drawing, so they share the part of the canvas that a new window shows. A seeded
-search looks for the places where they are least in each other's way; the script prints what overlap is left.
+All six molecules can be inserted into one drawing, so they share the part of the canvas that a new window shows. A
+random search with a fixed seed finds the positions with the least overlap; the script prints the remaining overlap.
 
-Usage: lib/make_library.py (writes beside itself)
+Usage: lib/make_library.py (writes to its own folder)
 """
 
 import itertools
@@ -14,15 +14,15 @@ from pathlib import Path
 
 # The part of the canvas that a new window shows, in canvas pixels.
 VISIBLE = (0, 0, 385, 240)
-# Kept free on the left, top, right and bottom of every atom centre; the label hangs to the lower right of it.
+# Free space to the left, top, right and bottom of every atom centre; the label is to its lower right.
 MARGIN = (7, 7, 14, 22)
 LABEL = (12, 18)
-# Centres of atoms of different molecules keep this distance whatever happens, and more where there is room.
+# Minimum and preferred distance between atom centres of different molecules.
 CLEARANCE = 9.0
 ROOM = 24.0
 SEED = 23
 
-# Lengths in angstroms and angles in degrees: the usual tabulated values, and the substance they were measured on.
+# Lengths in angstroms and angles in degrees: common tabulated values, with the substance they were measured on.
 SINGLE = 1.54  # C-C: diamond
 AROMATIC = 1.39  # C-C: benzene
 CAGE = 1.57  # C-C: cubane
@@ -31,7 +31,7 @@ OH = 0.96  # water vapour
 TETRAHEDRAL = math.degrees(math.acos(-1 / 3))  # 109.47: methane, by symmetry
 WATER_ANGLE = 104.5  # water vapour
 
-PIXELS = 20  # per angstrom, as everywhere in the program
+PIXELS = 20  # per angstrom, as in kytconvert
 
 COLORS = {"C": (64, 64, 64), "H": (255, 255, 255), "O": (255, 0, 0)}
 ELECTRONS = {"C": 4, "H": 1, "O": 2}
@@ -47,7 +47,7 @@ class Molecule:
         self.symbols = []
         self.points = []
         self.bonds = {}
-        self.rings = []  # of carbons, each in the plane
+        self.rings = []  # indices of their carbons; planar
 
     def atom(self, symbol, point):
         self.symbols.append(symbol)
@@ -64,17 +64,17 @@ class Molecule:
         return [a + b - i for a, b in self.bonds if i in (a, b)]
 
     def check(self):
-        """The valences, and that atoms that are not bonded keep apart."""
+        """Checks the valences and the distances between atoms that are not bonded."""
         for i, symbol in enumerate(self.symbols):
             valence = sum(order for ends, order in self.bonds.items() if i in ends)
             assert valence == ELECTRONS[symbol], f"{self.name}: atom {i} ({symbol}) has valence {valence}"
 
         for a, b in itertools.combinations(range(len(self.points)), 2):
-            apart = math.dist(self.points[a], self.points[b])
-            assert (a, b) in self.bonds or apart > 1.5, f"{self.name}: atoms {a} and {b} are {apart:.2f} A apart"
+            distance = math.dist(self.points[a], self.points[b])
+            assert (a, b) in self.bonds or distance > 1.5, f"{self.name}: atoms {a} and {b} are {distance:.2f} A apart"
 
     def tilted(self):
-        """Positions in pixels, the centre of the molecule at the origin, turned about the y and then the x axis."""
+        """Positions in pixels, centred at the origin and rotated about the y axis, then about the x axis."""
         about_y, about_x = map(math.radians, self.tilt)
         centre = scaled(add(*self.points), 1 / len(self.points))
         result = []
@@ -115,7 +115,7 @@ def water():
 
 
 def alkane(name, length, tilt, turns):
-    """An unbranched chain, all bonds anti, its carbons in a plane and the hydrogens in front of it and behind."""
+    """An unbranched chain with all bonds anti, the carbons in a plane, the hydrogens in front of it and behind it."""
     m = Molecule(name, tilt, turns)
     half = math.radians(TETRAHEDRAL / 2)
     rise, run = SINGLE * math.cos(half), SINGLE * math.sin(half)
@@ -125,7 +125,7 @@ def alkane(name, length, tilt, turns):
             m.bond(i - 1, i)
     for i in range(length):
         outwards = 1 if i % 2 == 0 else -1
-        if i in (0, length - 1):  # where the chain would go on
+        if i in (0, length - 1):  # in place of the next carbon
             m.hydrogen(i, (-run if i == 0 else run, -rise * outwards, 0.0))
         for side in (1, -1):
             m.hydrogen(i, (0.0, outwards * math.cos(half), side * math.sin(half)))
@@ -158,15 +158,15 @@ def cubane():
 
 
 def megaphon():
-    """Benzene rings in rows: the horn opens to the right, the mouthpiece is on the left and the handle below it.
+    """Benzene rings in rows: the horn opens to the right, the mouthpiece is on the left, the handle below it.
 
-    A handle one ring nearer to the horn would push two hydrogens into each other.
+    With the handle one ring closer to the horn, two hydrogens would overlap.
     """
     m = Molecule("megaphon", turns=(-15.0, -12.0, -9.0, -6.0, -3.0, 0.0, 3.0))
     rows = {-1: (1.5, 2.5), 0: (-1, 0, 1, 2), 1: (-1.5, 1.5, 2.5)}
-    for row, places in rows.items():
-        for place in places:
-            centre = (math.sqrt(3) * AROMATIC * place, 1.5 * AROMATIC * row, 0.0)
+    for row, columns in rows.items():
+        for column in columns:
+            centre = (math.sqrt(3) * AROMATIC * column, 1.5 * AROMATIC * row, 0.0)
             m.rings.append([carbon_at(m, add(centre, on_circle(AROMATIC, 60 * i - 90))) for i in range(6)])
     for ring in m.rings:
         for i in range(6):
@@ -180,7 +180,7 @@ def megaphon():
 
 
 def carbon_at(m, point):
-    """The carbon at `point`, new unless another ring has put it there."""
+    """The carbon at `point`; created unless another ring has it."""
     for i, known in enumerate(m.points):
         if math.dist(point, known) < 0.1:
             return i
@@ -188,7 +188,7 @@ def carbon_at(m, point):
 
 
 def kekule_structures(m):
-    """Every way to give each unsaturated carbon one double bond, as sets of bonds."""
+    """All Kekulé structures, as sets of double bonds: every unsaturated carbon has exactly one."""
     open_carbons = [i for i, s in enumerate(m.symbols) if s == "C" and len(m.neighbours(i)) == 3]
     partners = {i: [j for j in m.neighbours(i) if j in open_carbons] for i in open_carbons}
 
@@ -206,13 +206,13 @@ def kekule_structures(m):
 
 
 def set_double_bonds(m, points):
-    """Chooses the structure whose second lines, which are drawn to the left of the first, stay inside the rings."""
+    """Chooses the Kekulé structure with the most second lines inside the rings; they are drawn left of the first."""
 
     def strays(structure):
         return sum(not drawn_inside(m, points, a, b) for a, b in structure)
 
     structures = kekule_structures(m)
-    assert structures, f"{m.name}: no way to place the double bonds"
+    assert structures, f"{m.name}: no Kekulé structure"
     best = min(structures, key=lambda s: (strays(s), sorted(s)))
     for bond in best:
         m.bonds[bond] = 2
@@ -220,7 +220,7 @@ def set_double_bonds(m, points):
 
 
 def drawn_inside(m, points, a, b):
-    """Whether the second line of the bond from a to b runs inside a ring: it is drawn to the left, or above."""
+    """Whether the second line of the bond from a to b, drawn to the left of it or above it, is inside a ring."""
     nx, ny = points[a][1] - points[b][1], points[b][0] - points[a][0]
     if nx > 1e-6 or (abs(nx) <= 1e-6 and ny > 0):
         nx, ny = -nx, -ny
@@ -232,14 +232,14 @@ def drawn_inside(m, points, a, b):
     return False
 
 
-# Finding places.
+# Finding positions.
 
 
 class Placed:
-    """A molecule turned in the plane of the canvas by `turn` degrees and moved to (x, y), in pixels."""
+    """A molecule rotated in the canvas plane by `turn` degrees and moved to (x, y), in pixels."""
 
     def __init__(self, molecule, tilted, x, y, turn):
-        self.place = (x, y, turn)
+        self.position = (x, y, turn)
         cos, sin = math.cos(math.radians(turn)), math.sin(math.radians(turn))
         self.points = [(px * cos - py * sin + x, px * sin + py * cos + y, pz) for px, py, pz in tilted]
         self.bonds = [(self.points[a], self.points[b]) for a, b in molecule.bonds]
@@ -253,13 +253,13 @@ class Placed:
 
 
 def near(p, q, reach=ROOM):
-    """Whether the boxes of two placed molecules come within `reach` of each other."""
+    """Whether the bounding boxes of two placed molecules are closer than `reach`."""
     return (p.box[0] - reach < q.box[2] and q.box[0] - reach < p.box[2] and p.box[1] - reach < q.box[3]
             and q.box[1] - reach < p.box[3])
 
 
 def label_overlap(p, q):
-    """The area in which the labels of two atoms cover each other."""
+    """The overlap area of the labels of two atoms."""
     return max(0.0, LABEL[0] - abs(p[0] - q[0])) * max(0.0, LABEL[1] - abs(p[1] - q[1]))
 
 
@@ -281,7 +281,7 @@ def crossings(p, q):
 
 
 def cost(p, q):
-    """How much two placed molecules are in each other's way."""
+    """The cost of the overlap and closeness of two placed molecules."""
     if not near(p, q):
         return 0.0
     total = 0.0
@@ -305,10 +305,9 @@ def cost(p, q):
 
 
 class Footprint:
-    """What a turned molecule covers, as bits on a grid of CELL pixels: one int, STRIDE bits to a row.
+    """The area covered by a rotated molecule, as bits on a grid of CELL pixels: one int with STRIDE bits per row.
 
-    Room is kept around the atoms and their labels and beside the bonds, so that two footprints overlap where two
-    molecules would crowd each other.
+    It includes a margin around atoms, labels and bonds, so that footprints overlap if molecules are too close.
     """
 
     CELL = 3
@@ -326,7 +325,7 @@ class Footprint:
                 self.cover(ax + (bx - ax) * i / 10, ay + (by - ay) * i / 10, 5.0)
 
     def cover(self, x, y, radius):
-        """Sets the cells around a point; the grid's first cell lies ROOM to the upper left of the first atom centre."""
+        """Sets the cells around a point; the grid starts ROOM to the left of and above the bounding box."""
         x, y = (x - self.left + ROOM) / self.CELL, (y - self.top + ROOM) / self.CELL
         reach = radius / self.CELL
         for row in range(math.ceil(y - reach), math.floor(y + reach) + 1):
@@ -335,23 +334,24 @@ class Footprint:
                 self.bits |= 1 << (row * self.STRIDE + column)
 
     def columns(self):
-        """How many places there are from left to right; at least one."""
+        """The number of horizontal positions; at least one."""
         return max(1, int((VISIBLE[2] - VISIBLE[0] - MARGIN[0] - MARGIN[2] - self.right + self.left) / self.CELL) + 1)
 
     def rows(self):
+        """The number of vertical positions; at least one."""
         return max(1, int((VISIBLE[3] - VISIBLE[1] - MARGIN[1] - MARGIN[3] - self.bottom + self.top) / self.CELL) + 1)
 
     def at(self, column, row):
         return self.bits << (row * self.STRIDE + column)
 
     def centre(self, column, row):
-        """Where the molecule's centre lies, in canvas pixels, when it stands in that column and row."""
+        """The centre of the molecule in canvas pixels, for this column and row."""
         return (VISIBLE[0] + MARGIN[0] + column * self.CELL - self.left,
                 VISIBLE[1] + MARGIN[1] + row * self.CELL - self.top)
 
 
 def spread(prints, chance, rounds=60000):
-    """Anneals the footprints apart; gives the overlap in cells and for each molecule its turn, column and row."""
+    """Separates the footprints by annealing. Returns the overlap in cells and (turn, column, row) of each molecule."""
 
     def anywhere(i):
         turn = chance.choice(list(prints[i]))
@@ -395,8 +395,8 @@ def spread(prints, chance, rounds=60000):
     return best_overlap, best
 
 
-def find_places(molecules, starts=16, finalists=3):
-    """The best arrangement found, and its cost: footprints are spread roughly, then the best of them settle."""
+def find_positions(molecules, starts=16, finalists=3):
+    """The best arrangement found, and its cost: the best results of spread() are refined by settle()."""
     chance = random.Random(SEED)
     tilted = [m.tilted() for m in molecules]
     prints = [{turn: Footprint(m, t, turn) for turn in m.turns} for m, t in zip(molecules, tilted)]
@@ -410,7 +410,7 @@ def find_places(molecules, starts=16, finalists=3):
 
 
 def settle(molecules, tilted, placed, chance, rounds=3000):
-    """Lets placed molecules make room for each other in small steps."""
+    """Refines the positions of placed molecules in small random steps."""
 
     def own(p):
         return 1000 * p.outside()
@@ -420,7 +420,7 @@ def settle(molecules, tilted, placed, chance, rounds=3000):
     for step in range(rounds):
         share = 1 - step / rounds
         i = chance.randrange(count)
-        x, y, turn = placed[i].place
+        x, y, turn = placed[i].position
         if chance.random() < 0.2:
             turns = molecules[i].turns
             turn = turns[(turns.index(turn) + chance.choice((-1, 1))) % len(turns)]
@@ -462,15 +462,15 @@ def report(molecules, placed):
     nearest = min((math.dist(a[:2], b[:2]), molecules[i].name, molecules[j].name)
                   for i, j in pairs for a in placed[i].points for b in placed[j].points)
     labels = [label_overlap(a, b) for i, j in pairs for a in placed[i].points for b in placed[j].points]
-    print(f"nearest atoms of two molecules: {nearest[0]:.1f} pixels ({nearest[1]}, {nearest[2]})")
-    print(f"bonds of two molecules that cross: {sum(crossings(placed[i], placed[j]) for i, j in pairs)}")
+    print(f"minimum atom distance between molecules: {nearest[0]:.1f} pixels ({nearest[1]}, {nearest[2]})")
+    print(f"bond crossings between molecules: {sum(crossings(placed[i], placed[j]) for i, j in pairs)}")
     pairs_of_labels = sum(area > 0 for area in labels)
-    print(f"labels of two molecules that overlap: {pairs_of_labels} pairs, {sum(labels):.0f} square pixels")
-    print(f"outside of the visible part, margins included: {sum(p.outside() for p in placed):.1f} pixels")
+    print(f"label overlaps between molecules: {pairs_of_labels} pairs, {sum(labels):.0f} square pixels")
+    print(f"outside the visible part, including margins: {sum(p.outside() for p in placed):.1f} pixels")
     for m, p in zip(molecules, placed):
         inside = min(math.dist(a[:2], b[:2]) for a, b in itertools.combinations(p.points, 2))
-        print(f"{m.name}: nearest atoms {inside:.1f} pixels apart, box " + " ".join(f"{c:.0f}" for c in p.box) +
-              f", turned by {p.place[2]:g}")
+        box = " ".join(f"{c:.0f}" for c in p.box)
+        print(f"{m.name}: minimum atom distance {inside:.1f} pixels, bounding box {box}, rotated by {p.position[2]:g}")
 
 
 def main():
@@ -479,12 +479,12 @@ def main():
         megaphon(), alkane("hexane", 6, (25.0, 0.0), around), benzene(), cubane(),
         alkane("prop", 3, (25.0, 0.0), around), water()
     ]
-    placed, total = find_places(molecules)
+    placed, total = find_positions(molecules)
     print(f"cost of the arrangement: {total:.0f}")
     for m, p in zip(molecules, placed):
         if m.name in ("benzene", "megaphon"):
             count, strays = set_double_bonds(m, p.points)
-            print(f"{m.name}: {count} Kekulé structures, {strays} double bonds of the chosen one drawn outwards")
+            print(f"{m.name}: {count} Kekulé structures, {strays} double bonds of the selected one drawn outwards")
         m.check()
         print(f"{m.name}: {formula(m)}")
         Path(__file__).with_name(f"{m.name}.kyf").write_text(workspace(m, p.points), encoding="ascii")

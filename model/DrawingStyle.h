@@ -2,9 +2,9 @@
 
 #include <QColor>
 
-// What the items of a drawing look like on the canvas.
+// Appearance of the canvas items of a drawing.
 
-// The levels on which they stand: their z on the canvas, higher ones on top.
+// Stacking order: the z of the items on the canvas; higher values are on top.
 inline constexpr double rubberBandLevel = 0.0;
 inline constexpr double bondLevel = 1.0;
 inline constexpr double symbolLevel = 1.0;

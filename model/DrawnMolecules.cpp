@@ -24,14 +24,14 @@ QList<KytAtom*> drawnAtoms(const QCanvas& canvas, const KytMolecule* molecule)
 std::vector<DrawnMolecule> drawnMolecules(const QCanvas& canvas)
 {
     std::vector<DrawnMolecule> molecules;
-    QHash<KytMolecule*, std::size_t> places;
+    QHash<KytMolecule*, std::size_t> indices;
     const QList<KytAtom*> atoms = drawnAtoms(canvas);
     for (KytAtom* atom : atoms) {
-        const auto place = places.constFind(atom->getMolecule());
-        if (place != places.constEnd()) {
-            molecules[*place].atoms.append(atom);
+        const auto index = indices.constFind(atom->getMolecule());
+        if (index != indices.constEnd()) {
+            molecules[*index].atoms.append(atom);
         } else {
-            places.insert(atom->getMolecule(), molecules.size());
+            indices.insert(atom->getMolecule(), molecules.size());
             molecules.push_back({atom->getMolecule(), {atom}});
         }
     }

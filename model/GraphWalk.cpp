@@ -2,39 +2,39 @@
 
 namespace {
 
-quint64 newNumber()
+quint64 nextNumber()
 {
     static quint64 last = 0;
     return ++last;
 }
 
-/// Whether a walk with these marks is under way.
-[[maybe_unused]] bool& isUnderWay(GraphWalk::Marks marks)
+/// Whether a walk with this kind of marks is in progress.
+[[maybe_unused]] bool& isInProgress(GraphWalk::Marks marks)
 {
-    static bool underWay[2] = {};
-    return underWay[static_cast<int>(marks)];
+    static bool inProgress[2] = {};
+    return inProgress[static_cast<int>(marks)];
 }
 
 } // namespace
 
 GraphWalk::GraphWalk(Marks marks)
-    : number(newNumber())
+    : number(nextNumber())
     , marks(marks)
 {
-    Q_ASSERT_X(!isUnderWay(marks), "GraphWalk", "walks that mark the same kind must not nest");
+    Q_ASSERT_X(!isInProgress(marks), "GraphWalk", "walks that mark the same kind must not nest");
 #ifndef QT_NO_DEBUG
-    isUnderWay(marks) = true;
+    isInProgress(marks) = true;
 #endif
 }
 
-GraphWalk::~GraphWalk()
+GraphWalk::~GraphWalk() // NOLINT(modernize-use-equals-default): not empty in debug builds
 {
 #ifndef QT_NO_DEBUG
-    isUnderWay(marks) = false;
+    isInProgress(marks) = false;
 #endif
 }
 
-void GraphWalk::startAnew()
+void GraphWalk::restart()
 {
-    number = newNumber();
+    number = nextNumber();
 }

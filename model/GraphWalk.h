@@ -2,18 +2,18 @@
 
 #include <QtGlobal>
 
-/// What a walk over the bond graph leaves in an atom or a bond that it has met. It means nothing to anyone but the walk
-/// with this number.
+/// A mark that a walk over the bond graph sets in each atom or bond that it visits. Only the walk with the same number
+/// may interpret it.
 struct WalkMark {
-    quint64 walk = 0; ///< the last walk that met the atom or bond
-    int note = 0;     ///< that walk's own: where in its lists it keeps more about the atom or bond
+    quint64 walk = 0; ///< number of the last walk that visited the atom or bond
+    int value = 0;    ///< data of that walk, usually an index into one of its lists
 };
 
-/// A walk over the bond graph that marks the atoms, or the bonds, that it meets. Beginning one takes constant time,
-/// since marks of earlier walks are void.
+/// A walk over the bond graph that marks the atoms, or the bonds, that it visits. Starting a walk takes constant time,
+/// because marks of earlier walks are ignored.
 ///
-/// An atom and a bond have room for one mark each, so walks that mark the same kind must not nest: a walk ends before
-/// the next one begins. Debug builds assert that.
+/// Each atom and each bond holds only one mark, so walks that mark the same kind must not nest. Debug builds assert
+/// this.
 class GraphWalk {
 public:
     enum class Marks { Atoms, Bonds };
@@ -23,13 +23,13 @@ public:
     GraphWalk(const GraphWalk&) = delete;
     GraphWalk& operator=(const GraphWalk&) = delete;
 
-    bool hasMet(const WalkMark& mark) const { return mark.walk == number; }
+    bool hasVisited(const WalkMark& mark) const { return mark.walk == number; }
 
-    /// Marks what `mark` belongs to; `note` replaces an earlier one of this walk.
-    void meet(WalkMark& mark, int note = 0) const { mark = {number, note}; }
+    /// Sets `mark`; `value` replaces an earlier value of this walk.
+    void visit(WalkMark& mark, int value = 0) const { mark = {number, value}; }
 
-    /// Makes all marks of this walk void: it has met nothing.
-    void startAnew();
+    /// Invalidates all marks of this walk.
+    void restart();
 
 private:
     quint64 number;

@@ -13,12 +13,12 @@ namespace {
 
 constexpr int atomSize = 3;        // pixels
 constexpr int hoveredAtomSize = 6; // pixels
-// All atoms share these two, which would otherwise be copied for each.
+// Shared by all atoms to save memory.
 const QBrush atomBrush(atomDotColor);
 const QBrush hoverBrush(hoverColor);
 
-/// Puts the atoms at the other ends of the bonds of `atom` on `stack` so that they come off in list order, incoming
-/// bonds before outgoing ones.
+/// Pushes the neighbours of `atom` onto `stack` so that they are popped in list order, incoming bonds before outgoing
+/// ones.
 void pushNeighbours(std::vector<KytAtom*>& stack, const KytAtom* atom)
 {
     for (auto bond = atom->outList.crbegin(); bond != atom->outList.crend(); ++bond)
@@ -55,14 +55,14 @@ KytAtom::KytAtom(QCanvas* canvas, const QString& symbol, float z, bool locked)
 
 KytAtom::~KytAtom()
 {
-    leaveBonds();
+    deleteAllBonds();
     leaveMolecule();
     deleted = 1;
     canvasSymbol->hide();
     delete canvasSymbol;
 }
 
-// The atom is not a member of its first molecule, so that molecule is never emptied by the atom's leaving alone.
+// The atom is not a member of its first molecule, so its leaving alone does not make that molecule empty.
 KytMolecule* KytAtom::makeFirstMolecule()
 {
     return new KytMolecule;
@@ -108,9 +108,9 @@ void KytAtom::spreadMolecule()
     while (!stack.empty()) {
         KytAtom* atom = stack.back();
         stack.pop_back();
-        if (walk.hasMet(atom->mark))
+        if (walk.hasVisited(atom->mark))
             continue;
-        walk.meet(atom->mark);
+        walk.visit(atom->mark);
         if (atom->molecule != molecule) {
             atom->leaveMolecule();
             atom->joinMolecule(molecule);
@@ -206,28 +206,28 @@ bool KytAtom::isAnyhowConnected(KytAtom* atom)
     return atom && (isInListConnected(atom) || isOutListConnected(atom));
 }
 
-/// Whether a walk over one or more of the given bonds, each left at the given end, leads from here to `atom`. The flag
-/// marks the atoms that the walk has entered, and is cleared on all of them before it returns.
+/// Whether `atom` can be reached from this atom over one or more of the given bonds, each followed to the given end.
+/// `flag` marks the visited atoms and is reset before returning.
 bool KytAtom::isReachable(KytAtom* atom, QList<KytBond*> KytAtom::*bonds, KytAtom* KytBond::*end)
 {
     if (!atom || flag == 1)
         return false;
     bool found = false;
-    std::vector<KytAtom*> entered{this};
+    std::vector<KytAtom*> visited{this};
     flag = 1;
-    for (std::size_t next = 0; next < entered.size() && !found; ++next) {
-        for (const KytBond* bond : entered[next]->*bonds) {
+    for (std::size_t next = 0; next < visited.size() && !found; ++next) {
+        for (const KytBond* bond : visited[next]->*bonds) {
             KytAtom* neighbour = bond->*end;
             found = neighbour == atom;
             if (found)
                 break;
             if (neighbour && neighbour->flag == 0) {
                 neighbour->flag = 1;
-                entered.push_back(neighbour);
+                visited.push_back(neighbour);
             }
         }
     }
-    for (KytAtom* one : entered)
-        one->flag = 0;
+    for (KytAtom* reset : visited)
+        reset->flag = 0;
     return found;
 }

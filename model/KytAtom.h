@@ -15,27 +15,28 @@ class KytMolecule;
 class KytStudioDoc;
 class QTextStream;
 
-/// Pairs of atoms whose bond a tree writer has visited, as (current atom, neighbour). The caller's; starts empty.
+/// The bonds that a tree writer has visited, as pairs (current atom, neighbour). Owned by the caller; initially empty.
 using KytVisitedPairs = QList<std::pair<KytAtom*, KytAtom*>>;
 
 /// An atom: a node of the directed bond graph and a dot with a symbol label on the canvas.
 ///
-/// It owns its label; deleting it deletes its bonds and gives every piece that is left behind a molecule of its own.
+/// It owns its label. Deleting it deletes its bonds and gives every piece that remains its own molecule.
 class KytAtom : public QCanvasEllipse {
 public:
-    /// A carbon ("C") at canvas position (0, 0), hidden, with a shown label. `z` is its depth in canvas units.
+    /// Creates a hidden carbon atom ("C") at canvas position (0, 0), with a visible label. `z` is its depth in canvas
+    /// units.
     KytAtom(QCanvas* canvas, float z, bool locked);
-    /// The same with `symbol` as its symbol and name.
+    /// Creates such an atom with `symbol` as its symbol and name.
     KytAtom(QCanvas* canvas, const QString& symbol, float z, bool locked);
     ~KytAtom() override;
 
     KytMolecule* getMolecule() const { return molecule; }
 
-    /// Gives `m` to this atom and to everything bonded to it, whichever way the bonds run. Atoms that are in `m`
-    /// already are not walked through. Linear in the atoms reached. Null is ignored.
+    /// Sets the molecule of this atom and of all atoms connected to it, in either direction of the bonds. Does not
+    /// continue through atoms that are already in `m`. Linear in the number of atoms reached. Null is ignored.
     void setMolecule(KytMolecule* m);
 
-    /// Gives this atom's molecule to everything bonded to it, also beyond atoms that are in it already.
+    /// Sets the molecule of all connected atoms to that of this atom, also beyond atoms that already have it.
     void spreadMolecule();
 
     /// Gives `m` (not null) to this atom alone, whatever it is bonded to.
@@ -48,49 +49,50 @@ public:
     int getBondCount() const;
 
     float getAtomZ() const { return atomZ; }
-    /// Sets the depth; on a real change it travels along the outgoing bonds (BondUpdate). A depth beyond the
-    /// range of float gives the range's end, NaN is ignored.
+    /// Sets the depth; a changed depth is propagated along the outgoing bonds (BondUpdate). A depth outside the range
+    /// of float is clamped, NaN is ignored.
     void setAtomZ(float z);
 
     QString getName() const { return name; }
     QString getSymbol() const { return symbol; }
     void setName(QString newName);
-    /// Sets the symbol and shows it in the label.
+    /// Sets the symbol and the text of the label.
     void setSymbol(QString newSymbol);
 
     void startHover();
     void stopHover();
 
-    /// The other atom of the first incoming bond, else of the first outgoing one, else null.
+    /// The other atom of the first incoming bond or, without one, of the first outgoing bond; null without bonds.
     KytAtom* getFirstConnectedAtom() const;
 
-    /// The bond that joins this atom and `atom` directly, incoming bonds first, or null.
+    /// The bond between this atom and `atom`, searching incoming bonds first; null if there is none.
     KytBond* isConnected(KytAtom* atom) const;
     /// Whether `atom` can be reached from here against the direction of the bonds. False for null.
     bool isInListConnected(KytAtom* atom);
     /// Whether `atom` can be reached from here along the direction of the bonds. False for null.
     bool isOutListConnected(KytAtom* atom);
-    /// Whether one of the two directed walks reaches `atom`; a path that changes direction does not count.
+    /// Whether isInListConnected or isOutListConnected is true; paths that change direction do not count.
     bool isAnyhowConnected(KytAtom* atom);
 
-    /// Moves the atom by (dx, dy) canvas pixels together with its bonds' ends and its label.
+    /// Moves the atom by (dx, dy) canvas pixels, with the ends of its bonds and its label.
     void moveBy(double dx, double dy) override;
-    /// Moves the centre to (x, y), in canvas pixels; the label's top-left corner sits on it.
+    /// Moves the centre, and the top-left corner of the label, to (x, y) in canvas pixels.
     void move(double x, double y);
-    /// Turns the atom about (cx, cy) by `angle` radians, from the direction that findinclination gives it.
+    /// Rotates the atom about (cx, cy) by `angle` radians, starting from the direction given by findinclination.
     void rotateAbout(double cx, double cy, float angle);
-    /// The same as parts of a larger change, at whose end the bonds are laid out.
+    /// The same as part of a larger update, at whose end the bonds are laid out.
     void moveBy(double dx, double dy, BondUpdate& update);
     void move(double x, double y, BondUpdate& update);
     void rotateAbout(double cx, double cy, float angle, BondUpdate& update);
 
-    /// Takes `bond` out of both lists. True when the atom holds no other bond.
+    /// Removes `bond` from both lists. Returns true if no other bond is left.
     bool deleteBond(KytBond* bond);
-    /// Hands all bonds to `target`; a bond to an atom that `target` is joined to already is deleted instead.
-    /// Molecules stay as they are; combine sees to them.
+    /// Moves all bonds to `target`; a bond to an atom that is already bonded to `target` is deleted. Does not change
+    /// molecules; combine() does.
     void transferBonds(KytAtom* target);
-    /// Merges `other`, dropped onto this atom, into it. True: nothing was done and the caller is to delete `other`.
-    /// False: refused, or merged and `other` is gone; the caller must not touch it.
+    /// Merges `other`, which was dropped onto this atom, into it. True: nothing was done, the caller must delete
+    /// `other`. False: the merge was rejected, or it was done and `other` is deleted; the caller must not use it any
+    /// more.
     bool combine(KytAtom* other);
 
     /// Writes this atom's molecule as a tree of "ATOM", "BOND_IN", "BOND_OUT" and "END" records that starts here.
@@ -100,31 +102,31 @@ public:
 
     void aboutToBeCleared() override;
 
-    int deleted = 0;           ///< 1 from its destruction on
-    bool locked;               ///< dragging it drags its molecule, and bonds do not change its depth
+    int deleted = 0;           ///< 1 once its destruction has begun
+    bool locked;               ///< dragging it moves its whole molecule, and bonds do not change its depth
     QString _atomColor[3];     ///< red, green and blue as decimal texts "0".."255"
     QString name;              ///< the atom's name
     QString symbol;            ///< the chemical symbol in the label
     KytMolecule* molecule;     ///< the molecule it belongs to, never null
-    int flag = 0;              ///< 1 while a connectivity walk is inside this atom
+    int flag = 0;              ///< 1 while a connectivity search has visited this atom
     float atomZ;               ///< depth, in canvas units
     QCanvasText* canvasSymbol; ///< the label; owned
     QList<KytBond*> inList;    ///< bonds that end here, in the order added; not owned
     QList<KytBond*> outList;   ///< bonds that start here, in the order added; not owned
 
-    WalkMark mark; ///< of the last walk that met the atom
-    int index = 0; ///< the atom's index in the list of atoms that was last made a table of (BondTable)
+    WalkMark mark; ///< mark of the last walk that visited the atom
+    int index = 0; ///< index of the atom in the last call of bondTable
 
 private:
     static KytMolecule* makeFirstMolecule();
     void joinMolecule(KytMolecule* m);
     void leaveMolecule();
-    void leaveBonds();
+    void deleteAllBonds();
     void updateBonds(BondUpdate& update);
     bool isReachable(KytAtom* atom, QList<KytBond*> KytAtom::*bonds, KytAtom* KytBond::*end);
 };
 
-/// The direction of (x2, y2) seen from (x1, y1), in radians with y pointing down.
+/// The direction from (x1, y1) to (x2, y2), in radians with y pointing down.
 ///
-/// A point straight above or below gives pi/2, and a point straight to the left gives 0, like one to the right.
+/// Straight up and straight down both give pi/2; straight left and straight right both give 0.
 double findinclination(double x1, double y1, double x2, double y2);

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr float mergeableDepth = 1.0F; // atoms of one molecule that lie further apart in depth do not merge
+constexpr float mergeableDepth = 1.0F; // maximum depth difference for merging atoms of one molecule
 
-/// Whether every bond of `atom` leads to `partner`.
+/// Whether all bonds of `atom` are with `partner`.
 bool isBondedOnlyTo(const KytAtom* atom, const KytAtom* partner)
 {
     for (const KytBond* bond : atom->inList)
@@ -69,8 +69,8 @@ void KytAtom::move(double x, double y)
     move(x, y, update);
 }
 
-// The bonds are updated twice. That is meant: where ways of depth meet that disagree, the second time decides. It can
-// make no difference where the first time changed no depth.
+// Intentional: the bonds are updated twice. Where propagation paths disagree about a depth, the second update decides.
+// It is skipped if the first one changed no depth, because it would have no effect.
 void KytAtom::move(double x, double y, BondUpdate& update)
 {
     const qint64 changesBefore = update.depthChanges();
@@ -97,8 +97,8 @@ void KytAtom::rotateAbout(double cx, double cy, float angle)
 void KytAtom::rotateAbout(double cx, double cy, float angle, BondUpdate& update)
 {
     const double radius = std::sqrt((x() - cx) * (x() - cx) + (y() - cy) * (y() - cy));
-    const double turned = angle + findinclination(cx, cy, x(), y());
-    move(std::cos(turned) * radius + cx, std::sin(turned) * radius + cy, update);
+    const double direction = angle + findinclination(cx, cy, x(), y());
+    move(std::cos(direction) * radius + cx, std::sin(direction) * radius + cy, update);
 }
 
 bool KytAtom::deleteBond(KytBond* bond)
@@ -111,27 +111,27 @@ bool KytAtom::deleteBond(KytBond* bond)
 void KytAtom::transferBonds(KytAtom* target)
 {
     BondUpdate update;
-    QSet<KytAtom*> joined = neighboursOf(target);
+    QSet<KytAtom*> bonded = neighboursOf(target);
     for (KytBond* bond : std::exchange(inList, {})) {
         KytAtom* from = bond->getFromAtom();
-        if (joined.contains(from)) {
+        if (bonded.contains(from)) {
             bond->setToAtom(nullptr);
             update.forget(bond);
             delete bond;
         } else {
-            joined.insert(from);
+            bonded.insert(from);
             target->addInBond(bond);
             bond->setToAtom(target, update);
         }
     }
     for (KytBond* bond : std::exchange(outList, {})) {
         KytAtom* to = bond->getToAtom();
-        if (joined.contains(to)) {
+        if (bonded.contains(to)) {
             bond->setFromAtom(nullptr);
             update.forget(bond);
             delete bond;
         } else {
-            joined.insert(to);
+            bonded.insert(to);
             target->addOutBond(bond);
             bond->setFromAtom(target, update);
         }
@@ -160,17 +160,17 @@ bool KytAtom::combine(KytAtom* other)
     return false;
 }
 
-/// Deletes every bond of the atom and gives each piece that is left a molecule of its own.
-void KytAtom::leaveBonds()
+/// Deletes all bonds of the atom and gives each piece that remains its own molecule.
+void KytAtom::deleteAllBonds()
 {
     QVarLengthArray<KytBond*, 8> bonds;
     {
         const GraphWalk walk(GraphWalk::Marks::Bonds);
         for (const QList<KytBond*>& list : {std::exchange(inList, {}), std::exchange(outList, {})})
             for (KytBond* bond : list) {
-                if (!walk.hasMet(bond->mark))
+                if (!walk.hasVisited(bond->mark))
                     bonds.append(bond);
-                walk.meet(bond->mark);
+                walk.visit(bond->mark);
             }
     }
     QVarLengthArray<KytAtom*, 8> neighbours;
@@ -193,7 +193,8 @@ void KytAtom::leaveBonds()
     }
 }
 
-/// Leaves each bond to the list of its start atom alone: nobody has to search a list when all of them go.
+/// Removes bonds from the incoming lists. Each bond is then deleted through its start atom, without searching the list
+/// of its end atom, so that clearing takes linear time.
 void KytAtom::aboutToBeCleared()
 {
     inList.removeIf([this](KytBond* bond) {

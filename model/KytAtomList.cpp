@@ -19,18 +19,18 @@ qsizetype KytAtomList::indexOf(KytAtom* atom) const
 void KytAtomList::prepend(KytAtom* atom)
 {
     order.push_front(atom);
-    places.emplace(atom, Place{order.begin(), ++additions});
+    entries.emplace(atom, Entry{order.begin(), ++additions});
 }
 
 bool KytAtomList::removeOne(KytAtom* atom)
 {
-    const auto [first, last] = places.equal_range(atom);
+    const auto [first, last] = entries.equal_range(atom);
     if (first == last)
         return false;
     const auto latest =
         std::max_element(first, last, [](const auto& a, const auto& b) { return a.second.added < b.second.added; });
-    order.erase(latest->second.at);
-    places.erase(latest);
+    order.erase(latest->second.position);
+    entries.erase(latest);
     return true;
 }
 
@@ -40,8 +40,8 @@ KytAtom* KytAtomList::takeAt(qsizetype index)
         return nullptr;
     const auto taken = std::next(order.begin(), index);
     KytAtom* atom = *taken;
-    const auto [first, last] = places.equal_range(atom);
-    places.erase(std::find_if(first, last, [&](const auto& place) { return place.second.at == taken; }));
+    const auto [first, last] = entries.equal_range(atom);
+    entries.erase(std::find_if(first, last, [&](const auto& entry) { return entry.second.position == taken; }));
     order.erase(taken);
     return atom;
 }

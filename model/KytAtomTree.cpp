@@ -18,8 +18,8 @@ const QString bondInWord = QStringLiteral("BOND_IN");
 const QString bondOutWord = QStringLiteral("BOND_OUT");
 const QString endWord = QStringLiteral("END");
 
-/// Writes the tree of a molecule. An atom that the walk comes back to through another bond is written once more, and
-/// takes up its bonds where the walk stands in them: all before are visited.
+/// Writes a molecule as a tree. An atom that is reached again through another bond is written again and continues with
+/// its first bond that has not been visited.
 class TreeWriter {
 public:
     TreeWriter(QTextStream& stream, KytVisitedPairs& pairs)
@@ -47,27 +47,27 @@ private:
     void enter(KytAtom* atom)
     {
         stream << atomWord << ' ' << shortReal(atom->x()) << ' ' << shortReal(atom->y()) << '\n';
-        if (!walk.hasMet(atom->mark))
-            walk.meet(atom->mark, 0);
+        if (!walk.hasVisited(atom->mark))
+            walk.visit(atom->mark, 0);
         path.push_back(atom);
     }
 
-    /// Writes the record of the next bond that has not been visited, and returns the atom behind it; null when there is
-    /// none.
+    /// Writes the record of the next bond that has not been visited and returns the atom at its other end; null if
+    /// there is none.
     KytAtom* nextNeighbour(KytAtom* atom)
     {
-        while (atom->mark.note < atom->getBondCount()) {
-            const qsizetype place = atom->mark.note;
-            walk.meet(atom->mark, atom->mark.note + 1);
-            const bool incoming = place < atom->inList.size();
-            const KytBond* bond = incoming ? atom->inList[place] : atom->outList[place - atom->inList.size()];
+        while (atom->mark.value < atom->getBondCount()) {
+            const qsizetype index = atom->mark.value;
+            walk.visit(atom->mark, atom->mark.value + 1);
+            const bool incoming = index < atom->inList.size();
+            const KytBond* bond = incoming ? atom->inList[index] : atom->outList[index - atom->inList.size()];
             KytAtom* neighbour = incoming ? bond->getFromAtom() : bond->getToAtom();
-            const std::pair there(atom, neighbour);
-            if (!neighbour || visited.contains(there) || visited.contains(std::pair(neighbour, atom)))
+            const std::pair visit(atom, neighbour);
+            if (!neighbour || visited.contains(visit) || visited.contains(std::pair(neighbour, atom)))
                 continue;
             stream << (incoming ? bondInWord : bondOutWord) << ' ' << bond->bondCount << '\n';
-            visited.insert(there);
-            pairs.append(there);
+            visited.insert(visit);
+            pairs.append(visit);
             return neighbour;
         }
         return nullptr;
@@ -76,7 +76,7 @@ private:
     QTextStream& stream;
     KytVisitedPairs& pairs;
     QSet<std::pair<KytAtom*, KytAtom*>> visited;
-    const GraphWalk walk{GraphWalk::Marks::Atoms}; // notes the place of each atom's next bond
+    const GraphWalk walk{GraphWalk::Marks::Atoms}; // the value is the index of the atom's next bond
     std::vector<KytAtom*> path;
 };
 
@@ -105,11 +105,11 @@ public:
     }
 
 private:
-    /// An atom whose subtree is being read, and its bond to the atom before it on the path.
+    /// An atom whose subtree is being read, and its bond to its parent on the path.
     struct Branch {
         KytAtom* atom;
         int lines;
-        bool incoming; // seen from the atom before it
+        bool incoming; // as seen from the parent
     };
 
     void enter(const Branch& branch)
@@ -142,7 +142,7 @@ private:
         return next;
     }
 
-    /// The number at the start of the next word; what follows it is the next word.
+    /// The integer at the start of the next word; the rest of the word becomes the next word.
     int integer()
     {
         qlonglong number = 0;

@@ -6,27 +6,27 @@
 
 class KytAtom;
 
-/// The set of atoms that belong together.
+/// A molecule: a set of atoms.
 ///
-/// Made with new by whoever needs a fresh one, and freed when its counter has fallen to 0 and no atom points to it any
-/// more.
+/// Created with new; deleted when its membership counter has dropped to 0 and no atom points to it any more.
 class KytMolecule {
 public:
     KytMolecule() = default;
     KytMolecule(const KytMolecule&) = delete;
     KytMolecule& operator=(const KytMolecule&) = delete;
 
-    /// Counts `atom` in and puts it at the front. Constant time.
+    /// Increments the counter and inserts `atom` at the front. Constant time.
     void addAtom(KytAtom* atom);
 
-    /// Counts one out, whether or not `atom` is a member, and takes it off the list if it is there. Constant time.
-    /// Returns true when the counter is now exactly 0.
+    /// Decrements the counter, whether or not `atom` is a member, and removes `atom` from the list if it is in it.
+    /// Constant time. Returns true if the counter is now exactly 0.
     bool removeAtom(KytAtom* atom);
 
     /// The number of atoms in the list (not atomsCount).
     int getAtomsCount() const;
 
-    /// Takes the atom at index `i` off the list and returns it; null when `i` is out of range. The counter stays.
+    /// Removes the atom at index `i` from the list and returns it; null if `i` is out of range. Does not change the
+    /// counter.
     KytAtom* getAtom(int i);
 
     QString getMoleculeName() const { return moleculeName; }
@@ -40,13 +40,13 @@ public:
     QString authorName;
     int moleculeNum = 0;
     KytAtomList atoms;  ///< members, most recently added first; not owned
-    int atomsCount = 0; ///< membership counter, kept apart from the list's length
+    int atomsCount = 0; ///< membership counter, independent of the length of the list
 
 private:
     friend class KytAtom;
 
-    // An atom points to its first molecule without being a member of it, so the counter of that molecule runs one
-    // behind. It may be freed only when no atom points to it any more.
+    // An atom points to its first molecule without being a member, so the counter of that molecule is one too low. A
+    // molecule may be deleted only when no atom points to it.
     int pointingAtoms = 0;
-    bool emptied = false; // the counter has fallen to 0 and nobody has joined since
+    bool emptied = false; // the counter has dropped to 0 and no atom has been added since
 };

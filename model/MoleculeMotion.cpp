@@ -11,7 +11,7 @@ void moveMolecule(const QCanvas& canvas, const KytMolecule* molecule, double dx,
         atom->moveBy(dx, dy, update);
 }
 
-void turnMolecule(const QCanvas& canvas, const KytAtom& pivot, float angle)
+void rotateMolecule(const QCanvas& canvas, const KytAtom& pivot, float angle)
 {
     BondUpdate update;
     for (KytAtom* atom : drawnAtoms(canvas, pivot.getMolecule()))

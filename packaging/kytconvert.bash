@@ -5,7 +5,7 @@ _kytconvert() {
     local current=${COMP_WORDS[COMP_CWORD]}
     local previous=${COMP_WORDS[COMP_CWORD - 1]}
     COMPREPLY=()
-    # "--to=svg" arrives as three words.
+    # Bash splits "--to=svg" into three words.
     [[ $current == = ]] && previous=${COMP_WORDS[COMP_CWORD - 1]} current=
     [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
     case $previous in
@@ -28,14 +28,14 @@ _kytconvert() {
             --info --json --help --version" -- "$current")
         return
     fi
-    local endings='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles)'
-    [[ $previous == -o || $previous == --output ]] && endings='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|svg|png|pdf)'
+    local extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles)'
+    [[ $previous == -o || $previous == --output ]] && extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|svg|png|pdf)'
     local extglob
     extglob=$(shopt -p extglob)
     shopt -s extglob
     mapfile -t COMPREPLY < <(
         compgen -d -- "$current"
-        compgen -f -X "!*.$endings" -- "$current"
+        compgen -f -X "!*.$extensions" -- "$current"
     )
     eval "$extglob"
 }

@@ -1,18 +1,18 @@
 #!/usr/bin/env bash
-# Shows the editor at work on a virtual screen: draws, saves, checks what was saved, and takes pictures on the way.
-# Leaves everything in build/demo/. With --update-pictures, also copies the pictures of the manual to docs/pictures/.
+# Demonstrates the editor on a virtual screen: draws, saves, checks the saved files and takes screenshots, all in
+# build/demo/. With --update-pictures, also copies the pictures of the manual to docs/pictures/.
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 # shellcheck source=scripts/setup.sh
 . "$root/scripts/setup.sh"
 cd "$root"
 
-[ -x build/release/kytstudio ] || fail "The editor is not built yet; ./run.sh --demo builds it and runs this."
+[ -x build/release/kytstudio ] || fail "editor not built: use ./run.sh --demo"
 rm -rf build/demo
 mkdir -p build/demo
 tests/on_screen scripts/demo_steps.sh "$root/build/demo"
 
-# copy_picture NAME SIZE [OPTION...]: a picture that is small enough to keep, with a limited set of colours.
+# copy_picture NAME SIZE [OPTION...]: copies a picture, reduced in size and number of colours.
 copy_picture() {
     convert "build/demo/$1.png" "${@:3}" -resize "$2>" -strip +dither -colors 128 "PNG8:docs/pictures/$1.png"
 }
@@ -27,4 +27,4 @@ if [ "${1:-}" = --update-pictures ]; then
         copy_picture $picture 400x300 -shave 8x8 -bordercolor black -border 1 -fuzz 5% -trim +repage -border 40
     done
 fi
-say "Done; the saved workspaces and the pictures are in build/demo/."
+say "Done: workspaces and pictures are in build/demo/"

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# What the demo does, step by step: demo_steps.sh FOLDER. Runs on a virtual screen, from the project's folder.
+# The steps of the demo: demo_steps.sh FOLDER. Runs on a virtual screen, from the project's folder.
 set -euo pipefail
 out=$1
 # shellcheck source=scripts/demo_lib.sh
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/demo_lib.sh"
 
-say "The editor starts."
+say "Starting the editor"
 start_editor
 picture start
 
-say "Bonds: single, double, a wedge up, a wedge down, dashed."
+say "Drawing bonds: single, double, wedge up, wedge down, dashed"
 button singlebond
 click 60 125
 aim 103 100
@@ -26,12 +26,12 @@ button dashedbond
 bond 103 100 103 50
 picture bonds
 
-say "The wedge's end is dragged."
+say "Dragging the end of the wedge"
 button view
 drag 190 100 200 75
 picture drawing
 
-say "It is saved through the dialog."
+say "Saving with the dialog"
 press ctrl+s
 save_dialog drawing
 expect_saved drawing
@@ -42,15 +42,15 @@ expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 1$' 'single bonds'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 2$' 'wedges up'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 3$' 'wedges down'
 expect_lines drawing 1 '^  BOND [0-9]+ [0-9]+ 1 0$' 'dashed bonds'
-expect_lines drawing 1 '^  ATOM C 200 75 ' 'atoms where the wedge was dragged to'
+expect_lines drawing 1 '^  ATOM C 200 75 ' 'atoms at the position that the wedge was dragged to'
 
-say "The wedges are seen from the side, in the 3D viewer."
+say "Showing the wedges from the side in the 3D viewer"
 open_viewer
 turn x 12
 picture viewer-wedges "$viewer"
 close_viewer
 
-say "An atom is renamed and coloured, and a wedge gets another angle."
+say "Changing the symbol and colour of an atom and the angle of a wedge"
 click 200 75 3
 dialog=$(wait_window 'Atom Properties') || exit 1
 enter OH
@@ -71,7 +71,7 @@ save_as edited
 expect_saved edited
 expect_lines edited 1 '^  ATOM OH 200 75 [^ ]+ 255 0 0$' 'atoms renamed to OH'
 
-say "A ring of bonds of fixed length, at fixed angles, with Control held."
+say "Drawing a ring with fixed length and fixed angle, with Control held"
 press ctrl+n
 button fixedlength
 button fixedangle
@@ -94,7 +94,7 @@ expect_saved ring
 expect_lines ring 6 '^  ATOM C ' 'atoms of the ring'
 expect_lines ring 6 '^  BOND [0-9]+ [0-9]+ 1 1$' 'bonds of the ring'
 
-say "An atom is dropped on another one."
+say "Merging two atoms"
 press ctrl+n
 button singlebond
 bond 70 150 130 115
@@ -108,7 +108,7 @@ save_as merged
 expect_saved merged
 expect_lines merged 1 '^ MOLECULE 3 2$' 'molecules of three atoms'
 
-say "Whole molecules are moved and turned."
+say "Moving and rotating whole molecules"
 press ctrl+n
 button benzene
 drag 95 82 95 162
@@ -118,29 +118,29 @@ drag 121 37 124 37
 picture whole
 save_as whole
 expect_saved whole
-expect_lines whole 1 '^  ATOM C 94\.5929 161\.678 ' 'atoms of a benzene that was moved as a whole'
-expect_lines whole 1 '^  ATOM C 120\.662 36\.6123 ' 'atoms that the hexane was turned about'
-expect_lines whole 0 '^  ATOM C 142\.862 19\.2918 ' 'atoms of a hexane that was not turned'
+expect_lines whole 1 '^  ATOM C 96\.3497 162\.047 ' 'atoms of the moved benzene'
+expect_lines whole 1 '^  ATOM C 117\.879 37\.4678 ' 'atoms at the rotation centre of the hexane'
+expect_lines whole 0 '^  ATOM C 140\.671 19\.6854 ' 'atoms at their position before the rotation'
 press ctrl+w
 dialog=$(wait_window 'Close !') || exit 1
 picture close "$dialog"
 press Escape
 wait_closed 'Close !'
 
-say "The samples are opened, and saved again."
+say "Opening and saving the samples"
 for sample in alanine caffeine; do
     press ctrl+o
     wait_window 'Choose a File' >/dev/null || exit 1
     enter $sample.kyt
     press Return
     wait_closed 'Choose a File'
-    settle 4.5 # until the status bar no longer shows where the file lies
+    settle 4.5 # until the status bar no longer shows the path of the file
     picture $sample
     save_as $sample
-    cmp -s data/$sample.kyt "$out/$sample.kyt" || fail "The sample $sample was not saved as it was opened."
+    cmp -s data/$sample.kyt "$out/$sample.kyt" || fail "$sample.kyt: differs from the sample that was opened"
 done
 
-say "A zigzag chain."
+say "Drawing a zigzag chain"
 press ctrl+n
 press ctrl+g
 click 30 170
@@ -153,7 +153,7 @@ expect_saved chain
 expect_lines chain 13 '^  ATOM C ' 'atoms of the chain'
 expect_lines chain 12 '^  BOND [0-9]+ [0-9]+ 1 1$' 'bonds of the chain'
 
-say "The library."
+say "Inserting the library molecules"
 press ctrl+n
 for molecule in benzene hexane cubane prop water megaphon; do
     button $molecule
@@ -164,7 +164,7 @@ expect_saved library
 expect_lines library 6 '^ MOLECULE ' 'molecules'
 
 for molecule in cubane hexane; do
-    say "The 3D viewer: $molecule."
+    say "Showing $molecule in the 3D viewer"
     press ctrl+n
     button $molecule
     open_viewer
@@ -173,10 +173,10 @@ for molecule in cubane hexane; do
     hold e 0.4
     picture viewer-$molecule "$viewer"
     if cmp -s "$out/viewer-$molecule-front.png" "$out/viewer-$molecule.png"; then
-        fail "The model did not turn."
+        fail "the model was not rotated"
     fi
     close_viewer
 done
 
-say "The editor is left."
+say "Ending the editor"
 quit_editor

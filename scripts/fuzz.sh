@@ -9,14 +9,14 @@ usage() {
 Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
 
 Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
-lets libFuzzer feed them for SECONDS each (60 unless told otherwise). TARGET is workspace,
-tree, molfile or smiles; without one, all run, one after the other. What is new in
-coverage gathers in build/fuzz/corpus, and the next run goes on from there. What fails is
-copied to tests/fuzz/found, which ./test.sh replays; the run of its target ends there.
+runs each with libFuzzer for SECONDS (default: 60). TARGET is workspace, tree, molfile or
+smiles; by default, all are run one after the other. Inputs that reach new code are kept in
+build/fuzz/corpus for the next run. Inputs that fail end the run of their target and are
+copied to tests/fuzz/found, which ./test.sh replays.
 
-Set KYTSTUDIO_FUZZ_MAX_LEN for inputs larger than 1024 bytes.
+Set KYTSTUDIO_FUZZ_MAX_LEN for inputs of more than 1024 bytes.
 
-  --keep   afterwards, add to tests/fuzz/corpus what reaches code that it does not reach yet
+  --keep   add the inputs that increase the coverage of tests/fuzz/corpus to it
   --help   show this text
 END
 }
@@ -34,7 +34,7 @@ for argument in "$@"; do
     workspace | tree | molfile | smiles) targets+=("$argument") ;;
     *)
         if [ -n "$seconds" ] || ! [[ $argument =~ ^[1-9][0-9]*$ ]]; then
-            echo "fuzz.sh: \"$argument\" is neither a number of seconds nor a target; --help tells more." >&2
+            echo "fuzz.sh: invalid argument \"$argument\" (see --help)" >&2
             exit 2
         fi
         seconds=$argument
@@ -43,17 +43,17 @@ for argument in "$@"; do
 done
 [ ${#targets[@]} -gt 0 ] || targets=(workspace tree molfile smiles)
 
-# Leaks are looked for after every input that may have left something.
+# libFuzzer checks for leaks after every input that may have leaked.
 export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=8
 export LSAN_OPTIONS=print_suppressions=0:suppressions=$root/tests/suppressions/fuzz.supp
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
-# last_number PATTERN LOG: the last number that follows the pattern in the log.
+# last_number PATTERN LOG: prints the last number after the pattern in the log.
 last_number() {
     grep -a -o -E "$1 *[0-9]+" "$2" | tail -n 1 | grep -o -E '[0-9]+$' || echo 0
 }
 
-# fuzz TARGET: runs one target; false when it found something.
+# fuzz TARGET: runs one target; fails if an input fails.
 fuzz() {
     local target=$1 program=build/fuzz/tests/fuzz/fuzz_$1
     local corpus=build/fuzz/corpus/$target found=tests/fuzz/found/$target log=build/fuzz/fuzz_$target.log
@@ -61,13 +61,13 @@ fuzz() {
     mkdir -p "$corpus" "$found"
     rm -rf "$new"
     mkdir -p "$new"
-    say "Fuzzing the $target reader for ${seconds:-60} seconds; all that libFuzzer says is in $log."
-    local fine=yes
+    say "Fuzzing the $target reader for ${seconds:-60} seconds; log: $log"
+    local passed=yes
     "$program" -max_total_time="${seconds:-60}" -max_len="${KYTSTUDIO_FUZZ_MAX_LEN:-1024}" -timeout=60 \
         -rss_limit_mb=4096 -print_final_stats=1 -dict=tests/fuzz/kyt.dict -artifact_prefix="$new/" \
-        "$corpus" "tests/fuzz/corpus/$target" "$found" >"$log" 2>&1 || fine=
+        "$corpus" "tests/fuzz/corpus/$target" "$found" >"$log" 2>&1 || passed=
 
-    # libFuzzer names a finding by its kind and its contents.
+    # The name of a failed input consists of the kind of failure and a hash.
     local findings=("$new"/*)
     [ -e "${findings[0]}" ] || findings=()
     [ ${#findings[@]} -eq 0 ] || cp -- "${findings[@]}" "$found"
@@ -75,15 +75,15 @@ fuzz() {
         "$(last_number 'average_exec_per_sec:' "$log") per second;" \
         "coverage $(last_number 'cov:' "$log") edges, $(last_number 'ft:' "$log") features;" \
         "${#findings[@]} findings"
-    if [ -z "$fine" ]; then
+    if [ -z "$passed" ]; then
         grep -a -m 5 -E 'ERROR|SUMMARY|runtime error|after (reading|editing)|broken' "$log" >&2 || tail -n 20 "$log" >&2
         [ ${#findings[@]} -eq 0 ] || printf '  %s\n' "${findings[@]/#"$new"/"$found"}" >&2
         return 1
     fi
     if [ -n "$keep" ]; then
         "$program" -merge=1 -use_counters=0 -max_len=1024 "tests/fuzz/corpus/$target" "$corpus" >>"$log" 2>&1 ||
-            fail "The inputs of the $target reader could not be merged; all that libFuzzer says is in $log."
-        say "$target: $(find "tests/fuzz/corpus/$target" -type f | wc -l) inputs are kept"
+            fail "merging the inputs of the $target reader failed: see $log"
+        say "$target: $(find "tests/fuzz/corpus/$target" -type f | wc -l) inputs in tests/fuzz/corpus"
     fi
 }
 

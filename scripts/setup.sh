@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# What run.sh, test.sh, scripts/fuzz.sh and .ci/run share: installing packages, configuring and building. Meant to be
+# Functions shared by run.sh, test.sh, .ci/run and other scripts: installing packages, configuring and building. To be
 # sourced; the caller sets `root` to the project's folder.
-# shellcheck disable=SC2034,SC2154  # the lists are for the caller, and root is the caller's
+# shellcheck disable=SC2034,SC2154  # the caller uses the lists and sets root
 
 build_packages=(
     cmake ninja-build g++
@@ -11,9 +11,9 @@ build_packages=(
     fonts-liberation
 )
 screen_packages=(xvfb openbox xdotool x11-utils imagemagick)
-# What kytconvert is built with beyond that; the editor needs none of it.
+# Additional packages for building kytconvert; the editor does not need them.
 converter_packages=(librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev qt6-svg-dev)
-# What makes a Debian package and checks it, its metadata, its icons and the project's scripts.
+# Packages for creating and checking the Debian package, and for checking metadata, icons and scripts.
 packaging_packages=(
     dpkg-dev fakeroot file lintian
     desktop-file-utils appstream libxml2-utils shared-mime-info man-db groff-base bsdextrautils librsvg2-bin shellcheck
@@ -24,13 +24,13 @@ say() {
     printf '%s\n' "$*"
 }
 
-# fail SENTENCE: says why it cannot go on, and ends the script.
+# fail MESSAGE: prints an error message and ends the script.
 fail() {
     printf '%s: %s\n' "${0##*/}" "$*" >&2
     exit 1
 }
 
-# Prints those of the named packages that are neither installed nor provided by an installed package.
+# missing_packages PACKAGE...: prints the packages that are neither installed nor provided by an installed package.
 missing_packages() {
     dpkg-query --show --showformat='${db:Status-Status}\t${Package}, ${Provides}\n' |
         awk -v wanted="$*" -F '\t' '
@@ -48,11 +48,10 @@ missing_packages() {
             }'
 }
 
-# install_missing PACKAGE...: installs what is not there yet; asks for nothing and changes nothing where all of it is.
+# install_missing PACKAGE...: installs missing packages with apt-get; does nothing if there are none.
 install_missing() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        fail "This needs a Debian-like system with apt-get; elsewhere, install what scripts/setup.sh names and build" \
-            "with CMake."
+        fail "apt-get not found: install the packages listed in scripts/setup.sh and build with CMake"
     fi
     local missing
     mapfile -t missing < <(missing_packages "$@")
@@ -61,20 +60,20 @@ install_missing() {
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null ||
-            fail "These packages are missing, and installing them takes root or sudo: ${missing[*]}"
+            fail "missing packages (root or sudo required to install them): ${missing[*]}"
         as_root=(sudo)
-        sudo true || fail "These packages are missing, and sudo refused to install them: ${missing[*]}"
+        sudo true || fail "missing packages (sudo failed): ${missing[*]}"
     fi
 
-    say "Installing: ${missing[*]}"
+    say "Installing ${missing[*]}"
     local log=$root/build/packages.log
     mkdir -p "$root/build"
     local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=600)
-    # A list that cannot be refreshed may still be good enough; the installation tells.
+    # If the update fails, the old package lists may still suffice.
     "${apt[@]}" update </dev/null >"$log" 2>&1 || true
     if ! "${apt[@]}" install --no-install-recommends "${missing[@]}" </dev/null >>"$log" 2>&1; then
         tail -n 15 "$log" >&2
-        fail "apt-get could not install what is missing; all that it said is in build/packages.log."
+        fail "apt-get failed: see build/packages.log"
     fi
 }
 
@@ -84,14 +83,14 @@ build() {
     shift 2
     local launcher=
     command -v ccache >/dev/null && launcher=ccache
-    cd "$root" || fail "The project's folder $root cannot be entered."
+    cd "$root" || fail "cannot open folder $root"
 
     local log=build/configure-$preset.log
     mkdir -p build
     if ! cmake --preset "$preset" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" "$@" >"$log" 2>&1; then
         tail -n 25 "$log" >&2
-        fail "The build could not be configured; all that CMake said is in $log."
+        fail "configuring failed: see $log"
     fi
     cmake --build --preset "$preset" --target "$target" --parallel "${KYTSTUDIO_JOBS:-$(nproc)}" ||
-        fail "The build failed; the compiler's messages are above."
+        fail "build failed"
 }

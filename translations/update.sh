@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Brings the .ts files up to date with the texts in the sources: translations/update.sh [FILE.ts...]
-# Texts that are new are left there as "unfinished"; texts that are no longer in the program are dropped.
+# Updates the .ts files from the texts in the sources: translations/update.sh [FILE.ts...]
+# New texts are added as "unfinished"; texts that are no longer in the program are removed.
 set -euo pipefail
 cd "$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")"
 [ $# -gt 0 ] || set -- translations/*.ts

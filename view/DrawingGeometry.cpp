@@ -10,17 +10,17 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-// A chain turns by half of this at each atom; its angles are converted with its own, coarser pi.
-constexpr float chainHalfAngle = 30.0F; // degrees
+// Intentional: the angles of a chain are converted with a less precise pi.
 constexpr double chainPi = 3.142;
-constexpr float mostTurns = 100000; // a chain across the whole canvas has some fifty
+constexpr float chainHalfAngle = 30.0F; // degrees, between a bond and the axis of the chain
+constexpr float maxTurns = 100000;      // a chain across the whole canvas has about fifty
 
 double chainRadians(double degrees)
 {
     return degrees * chainPi / 180;
 }
 
-/// Two bonds of a chain, measured along its axis.
+/// The length of two bonds of a chain along its axis.
 double chainPeriod(float length)
 {
     return std::cos(chainRadians(chainHalfAngle)) * 2 * length;
@@ -63,7 +63,7 @@ ZigZag zigZag(const QPointF& start, const QPointF& end, float length)
     ZigZag chain;
     const double period = chainPeriod(length);
     const auto turns = static_cast<float>(distance(start, end) / period - 0.5);
-    if (!(turns <= mostTurns))
+    if (!(turns <= maxTurns))
         return chain;
     const auto theta = static_cast<float>(
         direction(narrowed(start.x()), narrowed(start.y()), narrowed(end.x()), narrowed(end.y())) * 180 / chainPi);

@@ -78,8 +78,8 @@ QPoint KytStudioView::canvasPoint(const QMouseEvent* event) const
     return inverseWorldMatrix().map(event->pos());
 }
 
-/// The items of the drawing at `p`, topmost first. The rubber band is not one of them. Where the view makes items
-/// smaller and none is at `p`, those nearby, atoms before the others.
+/// The items of the drawing at `p`, topmost first, without the rubber band. If there are none and the view is zoomed
+/// out, the items nearby, atoms first.
 QCanvasItemList KytStudioView::itemsAt(const QPoint& p) const
 {
     QCanvasItemList items = canvas()->collisions(p);

@@ -12,39 +12,39 @@ class KytBond;
 class KytHistory;
 class KytStudioDoc;
 
-/// The preview of the bond being drawn: one line, made at program start, on the canvas of the view made last. Nobody
-/// frees it, and no mode treats it as part of the drawing.
+/// The rubber band of the bond being drawn: a line that is created at program start and is on the canvas of the most
+/// recently created view. It is never deleted and is not part of the drawing.
 extern QCanvasLine* const tempBond;
 
 /// The horizontal canvas position, in pixels, from which the next rotation step is measured.
 extern double _x; // NOLINT(bugprone-reserved-identifier)
 
-/// The view onto the document's canvas that turns mouse events into atoms, bonds, moves, rotations and deletions
-/// according to the editing mode.
+/// The view of the document's canvas. Depending on the editing mode, mouse events draw, move, rotate and delete atoms
+/// and bonds.
 class KytStudioView : public QCanvasView {
     Q_OBJECT
 
 public:
-    /// Shows the canvas of `doc`, which must exist; neither is owned.
+    /// Shows the canvas of `doc`, which must not be null. Neither is owned.
     KytStudioView(QWidget* parent, KytStudioDoc* doc);
     ~KytStudioView() override;
 
-    /// Highlights the topmost item at the canvas point `p`, if there is one.
+    /// Highlights the topmost item at the canvas point `p`, if any.
     void startHover(QPoint p);
     void stopHover();
 
-    /// The depth of a new atom at the end of the bond being drawn: that of lastAtom, raised or lowered by a slope of 60
-    /// degrees in the wedge modes. 0 when no atom is being drawn from.
+    /// The depth of a new atom at the end of the bond being drawn: that of lastAtom, in the wedge modes raised or
+    /// lowered at an angle of 60 degrees. 0 without lastAtom.
     float getZplane() const;
 
-    /// The direction from (x1, y1) to (x2, y2) in radians, counter-clockwise on the screen, in [0, 2 pi). Straight down
-    /// gives pi/2 like straight up.
+    /// The direction from (x1, y1) to (x2, y2) in radians, in [0, 2 pi), counter-clockwise on the screen. Straight up
+    /// and straight down both give pi/2.
     static float findtheta(float x1, float y1, float x2, float y2);
 
-    /// Adds what the mode `state` draws to `bond`; nothing in a mode that draws no single bonds.
+    /// Adds the line or wedge of the mode `state` to `bond`; does nothing in modes that do not draw bonds.
     void addBond(KytBond* bond, KytViewState state);
 
-    /// The second click of a bond: joins lastAtom to the atom at the pointer or at the end point, or to a new one.
+    /// The second click of a bond: bonds lastAtom to the atom at the pointer or at the end point, or to a new atom.
     void drawBond(QMouseEvent* event);
     /// The second click of a chain: draws the whole zigzag chain from lastAtom.
     void drawZigZag(QMouseEvent* event);
@@ -91,8 +91,8 @@ public:
     int isLastAtom = 0;            ///< 1 between the first and the second click
     QCanvasItem* moving = nullptr; ///< the item grabbed in view or rotate mode; not owned
     QCanvasItem* hover = nullptr;  ///< the topmost item under the pointer; not owned
-    QPoint moving_start;           ///< canvas point of the last drag step
-    bool flag = false;             ///< drawBond's search has met the start atom
+    QPoint moving_start;           ///< pointer position of the last drag step, on the canvas
+    bool flag = false;             ///< the search of drawBond has found the start atom
 
 public slots:
     void slotDocumentChanged();
@@ -103,9 +103,9 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 signals:
-    /// Length and angle of the bond being drawn, as UTF-8; valid during the call.
+    /// Emitted with the length and angle of the bond being drawn, as UTF-8; `text` is valid during the call only.
     void displayBondDetail(char* text);
-    /// The number of atoms of the chain being drawn; 0 once it is placed.
+    /// Emitted with the number of atoms of the chain being drawn; 0 once it has been drawn.
     void zigzagAtomValue(int count);
     /// The drawing has changed by a step, or by one that was undone or redone.
     void drawingChanged();

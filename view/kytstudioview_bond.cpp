@@ -9,8 +9,8 @@
 
 #include <cmath>
 
-/// Takes the end point of what is being drawn from the pointer at `p`, corrected for fixed angle and length, and shows
-/// it.
+/// Computes the end point of the bond or chain being drawn from the pointer position `p`, applying fixed angle and
+/// length, and shows it.
 void KytStudioView::drawRubberBand(const QPoint& p)
 {
     const double lx = lastAtom->x();
@@ -38,7 +38,7 @@ void KytStudioView::drawRubberBand(const QPoint& p)
         reportBond();
 }
 
-/// Reports length and angle. A wedge is as long as if it rose out of the drawing at the angle of a drawn one.
+/// Reports length and angle. The length of a wedge is its length in space, at the angle of a newly drawn wedge.
 void KytStudioView::reportBond()
 {
     double length = distance({lastAtom->x(), lastAtom->y()}, {newx, newy});
@@ -52,8 +52,8 @@ void KytStudioView::reportBond()
 
 void KytStudioView::drawBond(QMouseEvent* event)
 {
-    const bool goesOn = event->modifiers().testFlag(Qt::ControlModifier);
-    if (!goesOn)
+    const bool continues = event->modifiers().testFlag(Qt::ControlModifier);
+    if (!continues)
         endGesture();
     if (!lastAtom)
         return;
@@ -69,11 +69,11 @@ void KytStudioView::drawBond(QMouseEvent* event)
     if (!end)
         return;
     bondTo(end);
-    if (goesOn)
+    if (continues)
         lastAtom = end;
 }
 
-/// The atom at `p` that lies in the plane of the bond being drawn. Meeting the start atom sets flag.
+/// The atom at `p` with the depth of a new end atom (getZplane). Sets `flag` if the start atom is found.
 KytAtom* KytStudioView::targetAt(const QPoint& p)
 {
     const float plane = getZplane();
@@ -86,7 +86,7 @@ KytAtom* KytStudioView::targetAt(const QPoint& p)
     return nullptr;
 }
 
-/// Adds a line to the bond between the start atom and `target`, or makes the bond.
+/// Adds a line to the bond between the start atom and `target`, or creates the bond.
 void KytStudioView::bondTo(KytAtom* target)
 {
     if (KytBond* bond = lastAtom->isConnected(target)) {

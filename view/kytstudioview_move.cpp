@@ -13,7 +13,8 @@ namespace {
 
 constexpr double pixelsPerRadian = 10.0; // of horizontal pointer movement while rotating
 
-/// The atom that speaks for a grabbed item: the atom itself, or the start atom of the bond; null for a label.
+/// The atom that determines lock and molecule of a grabbed item: the atom itself or the start atom of the bond; null
+/// for a label.
 const KytAtom* anchorOf(const QCanvasItem* item)
 {
     if (item->rtti() == QCanvasItem::Rtti_Ellipse)
@@ -79,7 +80,7 @@ void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
 void KytStudioView::rotateTo(const QPoint& p)
 {
     const auto* pivot = static_cast<const KytAtom*>(moving);
-    turnMolecule(*canvas(), *pivot, static_cast<float>((p.x() - _x) / pixelsPerRadian));
+    rotateMolecule(*canvas(), *pivot, static_cast<float>((p.x() - _x) / pixelsPerRadian));
     _x = p.x();
 }
 
@@ -94,7 +95,7 @@ void KytStudioView::contentsMouseReleaseEvent(QMouseEvent* event)
         recordStep(name);
 }
 
-/// Merges the dragged atom into the one below it, if there is one.
+/// Merges the dragged atom into an atom below it, if any.
 void KytStudioView::dropAt(const QPoint& p)
 {
     stopHover();

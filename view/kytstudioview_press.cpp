@@ -42,8 +42,8 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
         grabPivot(p);
 }
 
-/// Opens the dialogs of all atoms and wedges at `p`, one after the other. Whatever goes while a dialog is open is left
-/// out; the view itself may go too.
+/// Opens the dialogs of all atoms and wedges at `p`, one after the other. Items, and the view itself, may be deleted
+/// while a dialog is open; deleted items are skipped.
 void KytStudioView::openProperties(const QPoint& p)
 {
     QCanvasItemList items = itemsAt(p);
@@ -70,7 +70,7 @@ void KytStudioView::openProperties(const QPoint& p)
     }
 }
 
-/// Deletes the topmost item at `p`; a label stays. What was hit is settled before the highlight shrinks.
+/// Deletes the topmost item at `p`, unless it is a label. The hit test comes before stopHover(), which shrinks an atom.
 void KytStudioView::deleteTopmost(const QPoint& p)
 {
     const QCanvasItemList items = itemsAt(p);
@@ -83,7 +83,7 @@ void KytStudioView::deleteTopmost(const QPoint& p)
         delete items.first();
 }
 
-/// The first click: the atom at `p`, or a new one, becomes the start atom.
+/// The first click: the atom at `p`, or a new atom, becomes the start atom.
 void KytStudioView::startDrawing(const QPoint& p)
 {
     isLastAtom = 1;
@@ -105,7 +105,7 @@ void KytStudioView::grabItem(const QPoint& p)
         moving_start = p;
 }
 
-/// Grabs the atom at `p` as the centre of a rotation, whose first step is measured from the atom's centre.
+/// Grabs the atom at `p` as the centre of rotation. The first rotation step is measured from the centre of the atom.
 void KytStudioView::grabPivot(const QPoint& p)
 {
     moving = atomAt(p);

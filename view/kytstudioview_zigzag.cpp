@@ -22,8 +22,8 @@ void KytStudioView::drawZigZag(QMouseEvent* event)
         const ZigZag::Step& step = chain.steps[i];
         KytAtom* before = lastAtom;
         KytAtom* apex = chainAtom(step.apex.x(), step.apex.y(), before);
-        // All that hangs together moves to the molecule of the last apex, and only once: as often as there are apexes,
-        // a long chain would take for ever.
+        // All connected atoms are moved to the molecule of the last apex, only once: doing so for every apex would take
+        // quadratic time.
         if (i > 0 && i + 1 == chain.steps.size())
             before->setMolecule(apex->getMolecule());
         else
@@ -35,7 +35,7 @@ void KytStudioView::drawZigZag(QMouseEvent* event)
     }
 }
 
-/// A new atom of the chain at (x, y), bonded from `previous`, in its depth; the chain goes on from it.
+/// Adds an atom to the chain at (x, y), at the depth of `previous` and bonded to it. The atom becomes lastAtom.
 KytAtom* KytStudioView::chainAtom(double x, double y, KytAtom* previous)
 {
     KytAtom* atom = newAtom(x, y, previous->getAtomZ());

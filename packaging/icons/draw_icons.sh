@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Draws kytstudio-<size>.png from the two vector pictures beside this script: sizes up to 24 pixels from
+# Renders kytstudio-<size>.png from the two SVG files next to this script: sizes up to 24 pixels from
 # kytstudio-small.svg, larger ones from kytstudio.svg. Needs rsvg-convert (package librsvg2-bin on Debian).
-# Usage: packaging/icons/draw_icons.sh [FOLDER]; writes beside this script unless another folder is named.
+# Usage: packaging/icons/draw_icons.sh [FOLDER]; the default folder is that of this script.
 set -euo pipefail
 here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 folder=${1:-$here}

@@ -79,7 +79,7 @@ private slots:
         row("an atom far away", [](Drawing&, QList<KytAtom*>& a) { a[2]->moveBy(1e9, -1e-3); });
         row("a molecule moved",
             [](Drawing& d, QList<KytAtom*>& a) { moveMolecule(*d.canvas(), a[0]->molecule, 3, 4); });
-        row("a molecule rotated", [](Drawing& d, QList<KytAtom*>& a) { turnMolecule(*d.canvas(), *a[1], 0.3F); });
+        row("a molecule rotated", [](Drawing& d, QList<KytAtom*>& a) { rotateMolecule(*d.canvas(), *a[1], 0.3F); });
         row("a label moved", [](Drawing&, QList<KytAtom*>& a) { a[3]->canvasSymbol->moveBy(5, -5); });
         row("a depth", [](Drawing&, QList<KytAtom*>& a) { a[0]->setAtomZ(17); });
         row("a depth of minus zero", [](Drawing&, QList<KytAtom*>& a) { a[7]->atomZ = -0.0F; });

@@ -55,7 +55,7 @@ private slots:
         const Molecules together;
         const Molecules oneByOne;
         moveMolecule(*together.d.canvas(), together.chain.first()->getMolecule(), 7, -3);
-        turnMolecule(*together.d.canvas(), *together.chain[40], 0.25F);
+        rotateMolecule(*together.d.canvas(), *together.chain[40], 0.25F);
         for (KytAtom* atom : oneByOne.chain)
             atom->moveBy(7, -3);
         for (KytAtom* atom : oneByOne.chain)
@@ -82,7 +82,7 @@ private slots:
     {
         const Molecules m;
         const KytAtom* pivot = m.chain[10];
-        turnMolecule(*m.d.canvas(), *pivot, 1);
+        rotateMolecule(*m.d.canvas(), *pivot, 1);
         QCOMPARE(QPointF(pivot->x(), pivot->y()), QPointF(100, 0));
         QCOMPARE(m.others.first()->y(), 50.0);
         QVERIFY(m.chain[11]->y() > 0);
