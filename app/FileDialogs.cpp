@@ -68,7 +68,7 @@ protected:
         }
         const QString fault = whyNot(name + extension);
         if (!fault.isEmpty())
-            showBelow(fault);
+            showBelow(fault, true);
         else if (mayWrite(name + extension))
             QFileDialog::accept();
     }
@@ -81,10 +81,13 @@ private:
         showBelow(isFile ? tr("Will be written: %1").arg(QDir::toNativeSeparators(name + extension)) : QString());
     }
 
-    void showBelow(const QString& text)
+    void showBelow(const QString& text, bool isFault = false)
     {
         if (!below)
             return;
+        QFont font = below->font();
+        font.setBold(isFault);
+        below->setFont(font);
         below->setText(text);
         below->setToolTip(text);
     }

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
+#include <QStyleOptionFrame>
 
 #include <algorithm>
 
@@ -38,4 +40,16 @@ void fitTexts(const QList<QLabel*>& labels)
     }
     while (size > minFontSize && !std::all_of(labels.begin(), labels.end(), showsAll))
         setSize(--size);
+}
+
+void fitHeight(QLineEdit* edit)
+{
+    QStyleOptionFrame option;
+    option.initFrom(edit);
+    option.lineWidth = edit->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, edit);
+    const int room = edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit).height();
+    QFont font = QApplication::font(edit);
+    for (int size = QFontInfo(font).pixelSize(); size > minFontSize && QFontMetrics(font).height() > room; --size)
+        font.setPixelSize(size);
+    edit->setFont(font);
 }

@@ -3,9 +3,13 @@
 #include <QList>
 
 class QLabel;
+class QLineEdit;
 
 /// Sets the label's font to the application's, reduced in size until the whole text fits into the label.
 void fitText(QLabel* label);
 
 /// Does the same for several labels, with one font size for all of them.
 void fitTexts(const QList<QLabel*>& labels);
+
+/// Shrinks the edit's font, from the application's, until its letters fit into its height with their descenders.
+void fitHeight(QLineEdit* edit);

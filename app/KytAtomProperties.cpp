@@ -66,6 +66,8 @@ void KytAtomProperties::languageChange()
     lineEdit_colorRed->setAccessibleName(tr("Red, 0 to 255"));
     lineEdit_colorGreen->setAccessibleName(tr("Green, 0 to 255"));
     lineEdit_colorBlue->setAccessibleName(tr("Blue, 0 to 255"));
+    for (QLineEdit* edit : {lineEdit_name, lineEdit_colorRed, lineEdit_colorGreen, lineEdit_colorBlue})
+        fitHeight(edit);
     fitTexts({textLabel1, textLabel2});
     fitTexts({textLabel2_1, textLabel2_2, textLabel2_3});
 }

@@ -43,6 +43,7 @@ void KytBondProperties::languageChange()
     pushButton2->setText(tr("ok"));
     lineEdit_angle->setToolTip(QString());
     textLabel1->setText(tr("Bond Projection Angle"));
+    fitHeight(lineEdit_angle);
     fitText(textLabel1);
     lineEdit_angle->setAccessibleName(textLabel1->text());
 }
