@@ -557,7 +557,7 @@ private slots:
     {
         const TestWindow window;
         QVERIFY(window.show());
-        KytAtom* carbon = addAtom(window, 120, 90);
+        KytAtom* carbon = window.atom(120, 90);
         ModalSteps steps;
         steps.then<KytAtomProperties>([&](KytAtomProperties* dialog) {
             QCOMPARE(dialog->atom, carbon);

@@ -434,7 +434,7 @@ private slots:
     {
         const TestWindow window;
         QVERIFY(window.show());
-        KytBond* drawn = addBond(window, addAtom(window, 60, 90), addAtom(window, 160, 90), KYTBT_StereoUp);
+        KytBond* drawn = window.bond(window.atom(60, 90), window.atom(160, 90), {KYTBT_StereoUp});
         ModalSteps steps;
         steps.then<KytBondProperties>([&](KytBondProperties* dialog) {
             QCOMPARE(dialog->bond, drawn->stereoBond);
@@ -453,7 +453,7 @@ private slots:
     {
         const TestWindow window;
         QVERIFY(window.show());
-        addBond(window, addAtom(window, 60, 90), addAtom(window, 160, 90), KYTBT_StereoUp);
+        window.bond(window.atom(60, 90), window.atom(160, 90), {KYTBT_StereoUp});
         ModalSteps steps;
         steps.then<KytAtomProperties>([&](KytAtomProperties* dialog) { dialog->close(); });
         steps.then<KytBondProperties>([&](KytBondProperties* dialog) { dialog->close(); });

@@ -96,13 +96,8 @@ int leaveWith(const QString& what, int argc, char** argv)
     window->show();
     if (!QTest::qWaitForWindowActive(window))
         return 90;
-    auto* atom = new KytAtom(window->doc->canvas, 0.0F, false);
-    atom->move(60, 60);
-    atom->show();
-    auto* end = new KytAtom(window->doc->canvas, 0.0F, false);
-    end->move(160, 60);
-    end->show();
-    (new KytBond(atom, end, window->doc))->addBond(KYTBT_StereoUp, 60.0F);
+    const DrawnCanvas drawn(window->doc);
+    drawn.bond(drawn.atom(60, 60), drawn.atom(160, 60), {KYTBT_StereoUp});
     QWidget* viewport = window->view->viewport();
 
     bool reached = false;
@@ -192,7 +187,7 @@ private slots:
         const TestWindow window;
         QVERIFY(window->doc->isModified());
         QCOMPARE(window->doc->docName, QString("noname.kyt"));
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
         QVERIFY(!window->doc->parent());
     }
 
@@ -241,7 +236,7 @@ private slots:
         const TestWindow window;
         QVERIFY(window->view->viewport()->hasMouseTracking());
         QVERIFY(window.show());
-        KytAtom* atom = addAtom(window, 80, 80);
+        KytAtom* atom = window.atom(80, 80);
         QTest::mouseMove(window->view->viewport(), QPoint(40, 40));
         QTest::mouseMove(window->view->viewport(), QPoint(80, 80));
         QTRY_COMPARE(window->view->hover, static_cast<QCanvasItem*>(atom));
@@ -281,9 +276,9 @@ private slots:
         const TestWindow other;
         QVERIFY(one->doc != other->doc);
         QVERIFY(one->doc->canvas != other->doc->canvas);
-        addAtom(one, 10, 10);
-        QCOMPARE(atomsOf(one).size(), 1);
-        QCOMPARE(atomsOf(other).size(), 0);
+        one.atom(10, 10);
+        QCOMPARE(one.atoms().size(), 1);
+        QCOMPARE(other.atoms().size(), 0);
     }
 
     void toolbarToggleHidesTheFileBarOnly()
@@ -498,7 +493,7 @@ private slots:
         QVERIFY(message(window) != "0 Atoms");
         QTest::mouseClick(window->view->viewport(), Qt::LeftButton, {}, QPoint(160, 100));
         QCOMPARE(message(window), QString("0 Atoms"));
-        QVERIFY(atomsOf(window).size() > 2);
+        QVERIFY(window.atoms().size() > 2);
     }
 
     void aboutShowsItsText()

@@ -483,7 +483,7 @@ private slots:
     void modeActionsChangeNothingElse()
     {
         const TestWindow window;
-        KytAtom* atom = addAtom(window, 50, 50);
+        KytAtom* atom = window.atom(50, 50);
         window->view->lastAtom = atom;
         window->view->isLastAtom = 1;
         tempBond->show();
@@ -628,9 +628,9 @@ private slots:
         choose(window->pViewMenu, window->viewToolBar);
         QVERIFY(window->fileToolbar->isVisible());
 
-        addAtom(window, 40, 40);
+        window.atom(40, 40);
         choose(window->pFileMenu, window->fileNew);
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
         QCOMPARE(message(window), QString("Creating file"));
     }
 
@@ -787,7 +787,7 @@ private slots:
         QCOMPARE(window->view->fixedLengthFlag, 0);
         QCOMPARE(window->view->fixedAngleFlag, 0);
         QVERIFY(!window->viewGrp->checkedAction());
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
     }
 
     void aClashingKeyTwiceStillTriggersNothing()

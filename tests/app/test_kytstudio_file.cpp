@@ -85,13 +85,13 @@ private slots:
     void newClearsAtomsBondsAndLabels()
     {
         const TestWindow window;
-        KytAtom* a = addAtom(window, 50, 50);
-        KytAtom* b = addAtom(window, 90, 50);
-        KytAtom* c = addAtom(window, 90, 90);
-        addAtom(window, 150, 150);
-        addBond(window, a, b)->addBond(KYTBT_SingleBond, 60.0F);
-        addBond(window, b, c, KYTBT_StereoUp);
-        addBond(window, c, a, KYTBT_DashedLine);
+        KytAtom* a = window.atom(50, 50);
+        KytAtom* b = window.atom(90, 50);
+        KytAtom* c = window.atom(90, 90);
+        window.atom(150, 150);
+        window.bond(a, b, {KYTBT_SingleBond, KYTBT_SingleBond});
+        window.bond(b, c, {KYTBT_StereoUp});
+        window.bond(c, a, {KYTBT_DashedLine});
         QVERIFY(itemCount(window) > 8);
         window->fileNew->trigger();
         QCOMPARE(itemCount(window), 0);
@@ -114,7 +114,7 @@ private slots:
     void newKeepsTheRubberBandAndOtherItems()
     {
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         auto* remark = new QCanvasText("a remark", window->doc->canvas);
         auto* line = new QCanvasLine(window->doc->canvas);
         window->slotFileNew();
@@ -149,8 +149,8 @@ private slots:
         const TestWindow window;
         QVERIFY(window.show());
         QWidget* viewport = window->view->viewport();
-        KytAtom* a = addAtom(window, 60, 60);
-        addBond(window, a, addAtom(window, 100, 60));
+        KytAtom* a = window.atom(60, 60);
+        window.bond(a, window.atom(100, 60));
         window->view->canvasState = KytViewState(mode);
         QTest::mousePress(viewport, Qt::LeftButton, {}, QPoint(60, 60));
         QTest::mouseMove(viewport, QPoint(70, 80));
@@ -181,11 +181,11 @@ private slots:
     void newClearsAHundredThousandBondsWithoutRunningOutOfStack()
     {
         const TestWindow window;
-        KytAtom* last = addAtom(window, 0, 0);
+        KytAtom* last = window.atom(0, 0);
         for (int i = 1; i <= 100000; ++i) {
             auto* next = new KytAtom(window->doc->canvas, 0.0F, false);
             next->move(5 + i % 300 * 6, 5 + i / 300 * 5);
-            (new KytBond(last, next, window->doc))->addBond(KYTBT_SingleBond, 60.0F);
+            window.looseBond(last, next);
             last = next;
         }
         window->slotFileNew();
@@ -237,14 +237,14 @@ private slots:
         const WorkingFolder folder;
         QVERIFY(writeFile("three.kyt", atomsInAFile(3, "O")));
         const TestWindow window;
-        addBond(window, addAtom(window, 50, 50), addAtom(window, 90, 50));
+        window.bond(window.atom(50, 50), window.atom(90, 50));
         ModalSteps steps;
         steps.then<QFileDialog>("Open file dialog",
                                 [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("three.kyt")); });
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 3);
-        QCOMPARE(atomsOf(window)[0]->getSymbol(), QString("O"));
+        QCOMPARE(window.atoms().size(), 3);
+        QCOMPARE(window.atoms()[0]->getSymbol(), QString("O"));
         QCOMPARE(itemCount(window), 6);
         QCOMPARE(window->doc->docName, folder.path("three.kyt"));
         QCOMPARE(window->windowTitle(), folder.path("three.kyt"));
@@ -259,8 +259,8 @@ private slots:
         steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("one.kyt")); });
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 1);
-        QVERIFY(!atomsOf(window)[0]->locked);
+        QCOMPARE(window.atoms().size(), 1);
+        QVERIFY(!window.atoms()[0]->locked);
     }
 
     void openKeepsTheMode()
@@ -301,7 +301,7 @@ private slots:
         steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, "two.kyt"); });
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 2);
+        QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(window->doc->docName, folder.path("data/two.kyt"));
     }
 
@@ -315,7 +315,7 @@ private slots:
         steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("link.kyt")); });
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 2);
+        QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(window->doc->docName, folder.path("target.kyt"));
     }
 
@@ -354,12 +354,12 @@ private slots:
         half.truncate(half.indexOf("END_KYTFILE"));
         QVERIFY(writeFile("half.kyt", half + "nonsense"));
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("half.kyt")); });
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 2);
+        QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(message(window), "Loaded document: " + folder.path("half.kyt"));
     }
 
@@ -367,7 +367,7 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         QVERIFY(writeFile("gone.kyt", atomsInAFile(1)));
         ModalSteps steps;
         steps.then<QFileDialog>([&](QFileDialog* dialog) {
@@ -377,7 +377,7 @@ private slots:
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
         QVERIFY(!QFile::exists("gone.kyt"));
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
         QCOMPARE(window->doc->docName, folder.path("gone.kyt"));
         QCOMPARE(window->windowTitle(), folder.path("gone.kyt"));
         QCOMPARE(message(window), "Loaded document: " + folder.path("gone.kyt"));
@@ -387,7 +387,7 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addBond(window, addAtom(window, 50, 50), addAtom(window, 90, 50));
+        window.bond(window.atom(50, 50), window.atom(90, 50));
         const qsizetype items = itemCount(window);
         window->doc->docName = "before.kyt";
         const StatusLog log(window);
@@ -418,7 +418,7 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QFileDialog>("Open file dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
         window->slotFileOpen();
@@ -429,7 +429,7 @@ private slots:
         QCOMPARE(timeOut(window), 4000);
         QCOMPARE(window->doc->docName, QString());
         QCOMPARE(folder.names(), QStringList());
-        QCOMPARE(atomsOf(window).size(), 1);
+        QCOMPARE(window.atoms().size(), 1);
     }
 
     void saveAsksInTheStatedDialogWhileTheNameIsTheDefault()
@@ -515,7 +515,7 @@ private slots:
         steps.then<QFileDialog>("Save File dialog",
                                 [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
         window->slotFileSave();
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         window->slotFileSave();
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(folder.names(), QStringList({"a.kyt"}));
@@ -547,7 +547,7 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QFileDialog>("Save File dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
         window->slotFileSave();
@@ -576,10 +576,10 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        KytAtom* a = addAtom(window, 100, 100);
-        KytAtom* b = addAtom(window, 130, 100);
+        KytAtom* a = window.atom(100, 100);
+        KytAtom* b = window.atom(130, 100);
         b->setSymbol("O");
-        addBond(window, a, b);
+        window.bond(a, b);
         window->doc->docName = folder.path("a.kyt");
         window->slotFileSave();
         const QByteArray saved = readFile("a.kyt");
@@ -855,7 +855,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->docName = "a.kyt";
-        addBond(window, addAtom(window, 50, 50), addAtom(window, 90, 50));
+        window.bond(window.atom(50, 50), window.atom(90, 50));
         const StatusLog log(window);
         ModalSteps steps;
         steps.then<QMessageBox>(
@@ -873,7 +873,7 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QMessageBox>(
             [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton); });
@@ -891,7 +891,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->docName = "a.kyt";
-        addBond(window, addAtom(window, 50, 50), addAtom(window, 90, 50));
+        window.bond(window.atom(50, 50), window.atom(90, 50));
         ModalSteps steps;
         steps.then<QMessageBox>(
             [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
@@ -908,14 +908,14 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->docName = "a.kyt";
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QMessageBox>(
             [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Cancel), Qt::LeftButton); });
         window->slotFileClose();
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(folder.names(), QStringList());
-        QCOMPARE(atomsOf(window).size(), 1);
+        QCOMPARE(window.atoms().size(), 1);
         QCOMPARE(message(window), QString("Close Aborted..."));
         QCOMPARE(timeOut(window), 4000);
     }
@@ -925,7 +925,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->docName = "a.kyt";
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
         window->slotFileClose();
@@ -938,12 +938,12 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
         window->slotFileClose();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 1);
+        QCOMPARE(window.atoms().size(), 1);
         QCOMPARE(message(window), QString("Close Aborted..."));
     }
 
@@ -951,12 +951,12 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QMessageBox>([](QMessageBox* box) { box->windowHandle()->close(); });
         window->slotFileClose();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 1);
+        QCOMPARE(window.atoms().size(), 1);
         QCOMPARE(message(window), QString("Close Aborted..."));
     }
 
@@ -964,13 +964,13 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         ModalSteps steps;
         steps.then<QMessageBox>([](QMessageBox* box) { box->done(0); });
         window->slotFileClose();
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(folder.names(), QStringList());
-        QCOMPARE(atomsOf(window).size(), 1);
+        QCOMPARE(window.atoms().size(), 1);
         QCOMPARE(message(window), QString("Closing file..."));
         QCOMPARE(timeOut(window), 5000);
     }
@@ -1013,7 +1013,7 @@ private slots:
     {
         const WorkingFolder folder;
         const TestWindow window;
-        addBond(window, addAtom(window, 50, 50), addAtom(window, 90, 50));
+        window.bond(window.atom(50, 50), window.atom(90, 50));
         bool toAFile = false;
         ModalSteps steps;
         steps.then<QPrintDialog>([&](QPrintDialog* dialog) {

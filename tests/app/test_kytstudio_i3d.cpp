@@ -42,7 +42,7 @@ private slots:
         window = std::make_unique<TestWindow>();
         (*window)->move(besideTheViewer, 0);
         QVERIFY(window->show());
-        addBond(*window, addAtom(*window, 100, 100), addAtom(*window, 130, 100));
+        window->bond(window->atom(100, 100), window->atom(130, 100));
         QTest::qWait(200); // until the window manager has placed the window
     }
 
@@ -78,7 +78,7 @@ private slots:
         QCOMPARE(log.shown, QStringList({"Opening I3D View", "Ready."}));
         QVERIFY((*window)->isVisible());
         QCOMPARE((*window)->view->canvasState, KYTVS_view);
-        QCOMPARE(atomsOf(*window).size(), 2);
+        QCOMPARE(window->atoms().size(), 2);
         QVERIFY(!QApplication::activeModalWidget());
     }
 
@@ -105,7 +105,7 @@ private slots:
         QTest::mouseClick((*window)->view->viewport(), Qt::LeftButton, {}, QPoint(60, 60));
         QTest::mouseMove((*window)->view->viewport(), QPoint(60, 120));
         QTest::mouseClick((*window)->view->viewport(), Qt::LeftButton, {}, QPoint(60, 120));
-        QCOMPARE(atomsOf(*window).size(), 4);
+        QCOMPARE(window->atoms().size(), 4);
     }
 
 private:

@@ -62,7 +62,7 @@ private slots:
         QVERIFY(writeLibrary());
         const TestWindow window;
         (window.get()->*moleculeOf(name).slot)();
-        const QList<KytAtom*> atoms = atomsOf(window);
+        const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), expectedCount(name));
         for (const KytAtom* atom : atoms) {
             QCOMPARE(atom->getSymbol(), name);
@@ -78,8 +78,8 @@ private slots:
         QVERIFY(writeLibrary());
         const TestWindow window;
         (window.get()->*moleculeOf(name).action)->trigger();
-        QCOMPARE(atomsOf(window).size(), expectedCount(name));
-        QCOMPARE(atomsOf(window)[0]->getSymbol(), name);
+        QCOMPARE(window.atoms().size(), expectedCount(name));
+        QCOMPARE(window.atoms()[0]->getSymbol(), name);
     }
 
     void eachSlotShowsItsMessages_data() { allMolecules(); }
@@ -102,8 +102,8 @@ private slots:
         QVERIFY(writeLibrary());
         const TestWindow window;
         (window.get()->*moleculeOf(name).slot)();
-        QVERIFY(!atomsOf(window).isEmpty());
-        for (const KytAtom* atom : atomsOf(window))
+        QVERIFY(!window.atoms().isEmpty());
+        for (const KytAtom* atom : window.atoms())
             QVERIFY(atom->locked);
     }
 
@@ -132,7 +132,7 @@ private slots:
         (window.get()->*moleculeOf(name).slot)();
         window->view = view;
         QCOMPARE(log.shown, QStringList({"Loading " + name + "..|4000", name + " Loaded !|2000"}));
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
         QCOMPARE(view->canvasState, KYTVS_zigzag);
     }
 
@@ -142,13 +142,13 @@ private slots:
         QFETCH(QString, name);
         const WorkingFolder folder;
         const TestWindow window;
-        addAtom(window, 50, 50);
+        window.atom(50, 50);
         window->view->canvasState = KYTVS_zigzag;
         const StatusLog log(window);
         const Printed printed;
         (window.get()->*moleculeOf(name).slot)();
         QCOMPARE(log.shown, QStringList({"Loading " + name + "..|4000", name + " Loaded !|2000"}));
-        QCOMPARE(atomsOf(window).size(), 1);
+        QCOMPARE(window.atoms().size(), 1);
         QCOMPARE(window->view->canvasState, KYTVS_view);
         QCOMPARE(Printed::lines.size(), 1);
         QVERIFY2(Printed::lines[0].contains(moleculeOf(name).file), qPrintable(Printed::lines[0]));
@@ -163,7 +163,7 @@ private slots:
         const Printed printed;
         window->slotAddWater();
         QCOMPARE(message(window), QString("Water Loaded !"));
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
         QCOMPARE(Printed::lines.size(), 1);
         QVERIFY2(Printed::lines[0].contains("lib/water.kyf"), qPrintable(Printed::lines[0]));
     }
@@ -186,9 +186,9 @@ private slots:
     {
         const TestWindow window;
         window->kyfWater->trigger();
-        QCOMPARE(atomsOf(window).size(), 3);
+        QCOMPARE(window.atoms().size(), 3);
         window->kyfWater->trigger();
-        const QList<KytAtom*> atoms = atomsOf(window);
+        const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), 6);
         QCOMPARE(atoms[0]->getMolecule(), atoms[2]->getMolecule());
         QCOMPARE(atoms[3]->getMolecule(), atoms[5]->getMolecule());
@@ -200,14 +200,14 @@ private slots:
         const WorkingFolder folder;
         QVERIFY(writeLibrary());
         const TestWindow window;
-        KytAtom* mine = addAtom(window, 300, 300);
+        KytAtom* mine = window.atom(300, 300);
         qsizetype count = 1;
         for (const Molecule& molecule : molecules) {
             (window.get()->*molecule.slot)();
             count += expectedCount(molecule.name);
-            QCOMPARE(atomsOf(window).size(), count);
+            QCOMPARE(window.atoms().size(), count);
         }
-        QCOMPARE(atomsOf(window)[0], mine);
+        QCOMPARE(window.atoms()[0], mine);
     }
 
     void nameMarkAndCaptionStay()
@@ -262,7 +262,7 @@ private slots:
         const StatusLog log(window);
         window->slotAddProp();
         QCOMPARE(log.shown, QStringList({"[Loading Prop..]|4000", "[Prop Loaded !]|2000"}));
-        QCOMPARE(atomsOf(window).size(), expectedCount("Prop"));
+        QCOMPARE(window.atoms().size(), expectedCount("Prop"));
     }
 
     void theSixMoleculesOfTheProgramCanBeInserted_data() { allMolecules(); }
@@ -272,7 +272,7 @@ private slots:
         const TestWindow window;
         const Printed printed;
         (window.get()->*moleculeOf(name).action)->trigger();
-        const QList<KytAtom*> atoms = atomsOf(window);
+        const QList<KytAtom*> atoms = window.atoms();
         QVERIFY(atoms.size() >= 3);
         for (const KytAtom* atom : atoms) {
             QVERIFY(atom->locked);
@@ -288,7 +288,7 @@ private slots:
         QVERIFY(window.show());
         window->drawBond->trigger();
         QTest::mouseClick(window->libraryToolBar->widgetForAction(window->kyfWater), Qt::LeftButton);
-        const QList<KytAtom*> atoms = atomsOf(window);
+        const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), 3);
         QList<QPointF> before;
         for (const KytAtom* atom : atoms) {
@@ -333,13 +333,13 @@ private slots:
         QVERIFY(QDir().mkdir("lib"));
         QVERIFY(writeFile("lib/mine.kyf", atomsInAFile(2, "N")));
         const TestWindow window;
-        KytAtom* mine = addAtom(window, 300, 300);
+        KytAtom* mine = window.atom(300, 300);
         ModalSteps steps;
         steps.then<QFileDialog>("Insert Moleculwe dialog",
                                 [](QFileDialog* dialog) { typeNameAndEnter(dialog, "mine.kyf"); });
         window->slotInsertMolecule();
         QVERIFY2(steps.done(), steps.trouble());
-        const QList<KytAtom*> atoms = atomsOf(window);
+        const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), 3);
         QCOMPARE(atoms[0], mine);
         QVERIFY(!mine->locked);
@@ -357,7 +357,7 @@ private slots:
         steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("mine.kyf")); });
         window->slotInsertMolecule();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 2);
+        QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(window->view->canvasState, KYTVS_rotate);
         QCOMPARE(window->viewGrp->checkedAction(), window->rotateMode);
     }
@@ -386,7 +386,7 @@ private slots:
         steps.then<QFileDialog>("Insert Moleculwe dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
         window->slotInsertMolecule();
         QVERIFY2(steps.done(), steps.trouble());
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
         QCOMPARE(message(window), QString("Ready."));
         QCOMPARE(timeOut(window), 0);
         QCOMPARE(window->view->canvasState, KYTVS_rotate);
@@ -450,13 +450,13 @@ private slots:
         QVERIFY(QDir().mkdir("data"));
         QVERIFY(writeFile("data/two.kyt", atomsInAFile(2, "N")));
         const TestWindow window;
-        KytAtom* mine = addAtom(window, 300, 300);
+        KytAtom* mine = window.atom(300, 300);
         ModalSteps steps;
         steps.then<QFileDialog>("Import Moleculwe dialog",
                                 [](QFileDialog* dialog) { typeNameAndEnter(dialog, "two.kyt"); });
         window->slotImportMolecule();
         QVERIFY2(steps.done(), steps.trouble());
-        const QList<KytAtom*> atoms = atomsOf(window);
+        const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), 3);
         QCOMPARE(atoms[0], mine);
         QVERIFY(!atoms[1]->locked && !atoms[2]->locked);
@@ -501,7 +501,7 @@ private slots:
         steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("two.kyt")); });
         window->slotImportMolecule();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 2);
+        QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(window->doc->docName, QString("drawing.kyt"));
         QCOMPARE(window->windowTitle(), QString("KytStudio 1.1"));
     }
@@ -515,7 +515,7 @@ private slots:
         steps.then<QFileDialog>("Import Moleculwe dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
         window->slotImportMolecule();
         QVERIFY2(steps.done(), steps.trouble());
-        QVERIFY(atomsOf(window).isEmpty());
+        QVERIFY(window.atoms().isEmpty());
         QCOMPARE(message(window), QString("Ready."));
         QCOMPARE(timeOut(window), 0);
         QCOMPARE(window->doc->docName, QString("drawing.kyt"));
@@ -547,7 +547,7 @@ private slots:
         };
         importTwo();
         importTwo();
-        const QList<KytAtom*> atoms = atomsOf(window);
+        const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), 4);
         QCOMPARE(atoms[0]->getMolecule(), atoms[1]->getMolecule());
         QCOMPARE(atoms[2]->getMolecule(), atoms[3]->getMolecule());

@@ -66,7 +66,7 @@ private slots:
     {
         const StateHome state;
         const TestWindow window;
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         window->fileNew->trigger();
         QCOMPARE(itemCount(window), 0);
         QCOMPARE(state.copies(), Texts{oneCarbon});
@@ -88,7 +88,7 @@ private slots:
         const WorkingFolder folder;
         QVERIFY(writeFile("two.kyt", drawing));
         const TestWindow window;
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         ModalSteps steps;
         steps.then<QFileDialog>([&](QFileDialog* dialog) {
             QCOMPARE(state.copies(), Texts());
@@ -97,14 +97,14 @@ private slots:
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(state.copies(), Texts{oneCarbon});
-        QCOMPARE(atomsOf(window).size(), 2);
+        QCOMPARE(window.atoms().size(), 2);
     }
 
     void cancellingOpenCopiesNothing()
     {
         const StateHome state;
         const TestWindow window;
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         ModalSteps steps;
         steps.then<QFileDialog>([](QFileDialog* dialog) { pressEscape(dialog); });
         window->slotFileOpen();
@@ -118,19 +118,19 @@ private slots:
         const StateHome state;
         const TestWindow window;
         for (int i = 0; i < 20; ++i) {
-            addAtom(window, i, 0);
+            window.atom(i, 0);
             window->slotFileNew();
         }
         const QString oldest =
             safetyCopyFolder() + u'/' + QDir(safetyCopyFolder()).entryList(QDir::Files, QDir::Name).first();
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         ModalSteps steps;
         steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, oldest); });
         window->slotFileOpen();
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(window->doc->docName, QFileInfo(oldest).canonicalFilePath());
-        QCOMPARE(atomsOf(window).size(), 1);
-        QCOMPARE(atomsOf(window)[0]->x(), 0.0);
+        QCOMPARE(window.atoms().size(), 1);
+        QCOMPARE(window.atoms()[0]->x(), 0.0);
         QCOMPARE(state.copies().size(), 21);
         QCOMPARE(state.copies().last(), oneCarbon);
     }
@@ -142,7 +142,7 @@ private slots:
         QVERIFY(writeFile("two.kyt", drawing));
         QVERIFY(writeFile("two.kyf", drawing));
         const TestWindow window;
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         ModalSteps steps;
         for (const char* name : {"two.kyt", "two.kyf"})
             steps.then<QFileDialog>(
@@ -150,7 +150,7 @@ private slots:
         window->slotImportMolecule();
         window->slotInsertMolecule();
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(atomsOf(window).size(), 5);
+        QCOMPARE(window.atoms().size(), 5);
         QCOMPARE(state.copies(), Texts());
     }
 
@@ -171,7 +171,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->docName = "a.kyt";
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         ModalSteps steps;
         answer(steps, QMessageBox::StandardButton(button));
         window->slotFileClose();
@@ -183,18 +183,18 @@ private slots:
     {
         const StateHome state;
         const TestWindow window;
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         QTimer::singleShot(0, window.get(), [] { QApplication::quit(); });
         QApplication::exec();
         QCOMPARE(state.copies(), Texts{oneCarbon});
-        QCOMPARE(atomsOf(window).size(), 1);
+        QCOMPARE(window.atoms().size(), 1);
     }
 
     void withoutACanvasNothingIsCopied()
     {
         const StateHome state;
         const TestWindow window;
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         delete window->doc->canvas;
         window->keepCopy();
         QCOMPARE(state.copies(), Texts());
@@ -205,7 +205,7 @@ private slots:
         const StateHome state;
         QVERIFY(writeFile(state.path("kytstudio"), "in the way"));
         const TestWindow window;
-        addAtom(window, 50, 60);
+        window.atom(50, 60);
         const StatusLog log(window);
         const Printed printed;
         const ModalSteps steps;

@@ -153,10 +153,10 @@ struct TreeReading {
     explicit TreeReading(const QString& source)
         : text(source)
         , stream(&text)
-        , start(new KytAtom(drawing.doc.canvas, 0, false))
+        , start(new KytAtom(drawing.canvas(), 0, false))
         , molecule(new KytMolecule)
     {
-        start->readMoleculeFromFile(&stream, molecule, &drawing.doc);
+        start->readMoleculeFromFile(&stream, molecule, drawing.doc);
     }
 
     WorkspaceDrawing drawing;
@@ -477,12 +477,12 @@ private slots:
     void startAtomKeepsSymbolDepthAndColour()
     {
         WorkspaceDrawing drawing;
-        auto* start = new KytAtom(drawing.doc.canvas, "Xe", 12.5f, true);
+        auto* start = new KytAtom(drawing.canvas(), "Xe", 12.5f, true);
         start->_atomColor[1] = "77";
         QString text = "ATOM 8 9 END";
         QTextStream stream(&text);
         auto* molecule = new KytMolecule;
-        start->readMoleculeFromFile(&stream, molecule, &drawing.doc);
+        start->readMoleculeFromFile(&stream, molecule, drawing.doc);
         QCOMPARE(start->getSymbol(), "Xe");
         QCOMPARE(start->getAtomZ(), 12.5f);
         QCOMPARE(start->_atomColor[1], "77");
@@ -554,7 +554,7 @@ private slots:
         QCOMPARE(reading.drawing.atoms().size(), 2);
         QCOMPARE(reading.start->outList.size(), 1);
         QCOMPARE(reading.start->outList.first()->bondCount, 0);
-        for (const QCanvasItem* item : reading.drawing.doc.canvas->allItems())
+        for (const QCanvasItem* item : reading.drawing.canvas()->allItems())
             QVERIFY(item->rtti() != QCanvasItem::Rtti_Line);
     }
 
@@ -583,10 +583,10 @@ private slots:
     {
         WorkspaceDrawing drawing;
         KytAtom* old = drawing.atom(500, 500, 3, "N");
-        auto* start = new KytAtom(drawing.doc.canvas, 0, false);
+        auto* start = new KytAtom(drawing.canvas(), 0, false);
         QString text = "ATOM 1 2 BOND_OUT 1 ATOM 3 4 END END";
         QTextStream stream(&text);
-        start->readMoleculeFromFile(&stream, new KytMolecule, &drawing.doc);
+        start->readMoleculeFromFile(&stream, new KytMolecule, drawing.doc);
         QCOMPARE(drawing.atoms().size(), 3);
         QCOMPARE(drawing.atoms().first(), old);
         QCOMPARE(old->x(), 500.0);

@@ -120,7 +120,7 @@ private slots:
         QCOMPARE(drawing.written(), "KYTFILE\nEND_KYTFILE\n");
         WorkspaceDrawing again;
         QVERIFY(again.read(drawing.written()));
-        QVERIFY(again.doc.canvas->allItems().isEmpty());
+        QVERIFY(again.canvas()->allItems().isEmpty());
     }
 
     void carbonAndOxygenWithOneBondByteForByte()
@@ -147,7 +147,7 @@ private slots:
         sulphur->_atomColor[1] = "22";
         sulphur->_atomColor[2] = "133";
         KytFileIO io;
-        QCOMPARE(moleculeBlock(io, sulphur->getMolecule(), drawing.doc.canvas),
+        QCOMPARE(moleculeBlock(io, sulphur->getMolecule(), drawing.canvas()),
                  " MOLECULE 1 0\n"
                  "  ATOM S 130.5 -7.25 12.5 1 22 133\n"
                  " END_MOLECULE\n");
@@ -165,7 +165,7 @@ private slots:
         KytFileIO io;
         QCOMPARE(io.atomsCount, 0);
         QCOMPARE(io.bondsCount, 0);
-        moleculeBlock(io, a->getMolecule(), drawing.doc.canvas);
+        moleculeBlock(io, a->getMolecule(), drawing.canvas());
         QCOMPARE(io.atomsCount, 3);
         QCOMPARE(io.bondsCount, 2);
     }
@@ -176,7 +176,7 @@ private slots:
         drawing.atom(1, 2);
         KytMolecule empty;
         KytFileIO io;
-        QCOMPARE(moleculeBlock(io, &empty, drawing.doc.canvas), " MOLECULE 0 0\n END_MOLECULE\n");
+        QCOMPARE(moleculeBlock(io, &empty, drawing.canvas()), " MOLECULE 0 0\n END_MOLECULE\n");
     }
 
     void moleculesComeInTheOrderOfTheirFirstAtoms()
@@ -223,7 +223,7 @@ private slots:
     {
         WorkspaceDrawing drawing;
         drawing.atom(1, 2)->hide();
-        new KytAtom(drawing.doc.canvas, "Fe", 3, false);
+        new KytAtom(drawing.canvas(), "Fe", 3, false);
         QCOMPARE(drawing.written(),
                  "KYTFILE\n"
                  " MOLECULE 1 0\n  ATOM C 1 2 0 255 0 0\n END_MOLECULE\n"
@@ -234,9 +234,9 @@ private slots:
     void otherItemsOnTheCanvasAreNotWritten()
     {
         WorkspaceDrawing drawing;
-        (new QCanvasLine(drawing.doc.canvas))->show();
-        (new QCanvasText("text", drawing.doc.canvas))->show();
-        (new QCanvasPolygon(drawing.doc.canvas))->show();
+        (new QCanvasLine(drawing.canvas()))->show();
+        (new QCanvasText("text", drawing.canvas()))->show();
+        (new QCanvasPolygon(drawing.canvas()))->show();
         QCOMPARE(drawing.written(), "KYTFILE\nEND_KYTFILE\n");
     }
 
@@ -298,7 +298,7 @@ private slots:
         drawing.bond(a, b);
         drawing.looseBond(b, far, {0});
         KytFileIO io;
-        QCOMPARE(moleculeBlock(io, a->getMolecule(), drawing.doc.canvas),
+        QCOMPARE(moleculeBlock(io, a->getMolecule(), drawing.canvas()),
                  " MOLECULE 2 1\n"
                  "  ATOM A 0 0 0 255 0 0\n"
                  "  ATOM B 30 0 0 255 0 0\n"
@@ -314,7 +314,7 @@ private slots:
         KytAtom* far = drawing.atom(60, 0, 0, "Far");
         drawing.looseBond(a, far, {1, 0});
         KytFileIO io;
-        QCOMPARE(moleculeBlock(io, far->getMolecule(), drawing.doc.canvas),
+        QCOMPARE(moleculeBlock(io, far->getMolecule(), drawing.canvas()),
                  " MOLECULE 1 0\n  ATOM Far 60 0 0 255 0 0\n  BOND 0 0 2 1 0\n END_MOLECULE\n");
     }
 
@@ -683,7 +683,7 @@ private slots:
     {
         WorkspaceDrawing drawing;
         QVERIFY(drawing.read("KYTFILE\nEND_KYTFILE\n"));
-        QVERIFY(drawing.doc.canvas->allItems().isEmpty());
+        QVERIFY(drawing.canvas()->allItems().isEmpty());
     }
 
     void workedExampleIsRead()
@@ -702,7 +702,7 @@ private slots:
         QCOMPARE(oxygen->_atomColor[0], "1");
         QCOMPARE(oxygen->_atomColor[1], "20");
         QCOMPARE(oxygen->_atomColor[2], "133");
-        QCOMPARE(oxygen->canvas(), drawing.doc.canvas);
+        QCOMPARE(oxygen->canvas(), drawing.canvas());
         QVERIFY(oxygen->isVisible());
         QCOMPARE(oxygen->canvasSymbol->text(), "O");
         QCOMPARE(oxygen->canvasSymbol->x(), 130.5);
@@ -842,11 +842,11 @@ private slots:
         KytAtom* a = drawing.atom(1, 2, 3, "A");
         KytAtom* b = drawing.atom(4, 5, 6, "B");
         KytBond* bond = drawing.bond(a, b);
-        const QCanvasItemList before = drawing.doc.canvas->allItems();
+        const QCanvasItemList before = drawing.canvas()->allItems();
         QVERIFY(drawing.read(workspace(rowOf(2, "1", "BOND 0 1 1 1"))));
         QVERIFY(!drawing.read("nonsense"));
         QVERIFY(!drawing.read(""));
-        QCOMPARE(drawing.doc.canvas->allItems().mid(0, before.size()), before);
+        QCOMPARE(drawing.canvas()->allItems().mid(0, before.size()), before);
         QCOMPARE(drawing.symbols(), (QStringList{"A", "B", "C0", "C1"}));
         QCOMPARE(a->outList, QList<KytBond*>{bond});
         QCOMPARE(a->x(), 1.0);
@@ -859,9 +859,9 @@ private slots:
         QString text = workspace(marker) + workspace(marker + marker) + "tail";
         QTextStream stream(&text);
         KytFileIO io;
-        QVERIFY(io.readWorkspace(stream, &drawing.doc, false));
+        QVERIFY(io.readWorkspace(stream, drawing.doc, false));
         QCOMPARE(drawing.atoms().size(), 1);
-        QVERIFY(io.readWorkspace(stream, &drawing.doc, true));
+        QVERIFY(io.readWorkspace(stream, drawing.doc, true));
         QCOMPARE(drawing.atoms().size(), 3);
         QString word;
         stream >> word;
@@ -897,7 +897,7 @@ private slots:
         const LoggedMessages messages;
         WorkspaceDrawing drawing;
         QVERIFY(!drawing.read(text));
-        QVERIFY(drawing.doc.canvas->allItems().isEmpty());
+        QVERIFY(drawing.canvas()->allItems().isEmpty());
     }
 
     void wrongWordBetweenMoleculesKeepsWhatWasRead_data()
@@ -1316,7 +1316,7 @@ private slots:
         QVERIFY(drawing.read(workspace(rowOf(2, "1", "BOND 0 1 " + kinds))));
         QCOMPARE(drawing.bonds().first()->bondCount, kinds.split(' ').first().toInt());
         int drawn = 0;
-        for (const QCanvasItem* item : drawing.doc.canvas->allItems())
+        for (const QCanvasItem* item : drawing.canvas()->allItems())
             drawn += item->rtti() == QCanvasItem::Rtti_Line || item->rtti() == QCanvasItem::Rtti_Polygon;
         QCOMPARE(drawn, lines);
         const QString text = drawing.written();
@@ -1557,7 +1557,7 @@ private slots:
                 bytes += char(random.bounded(256));
             QTextStream stream(&bytes, QIODevice::ReadOnly);
             WorkspaceDrawing drawing;
-            QVERIFY(!KytFileIO("garbage.kyt").readWorkspace(stream, &drawing.doc, false));
+            QVERIFY(!KytFileIO("garbage.kyt").readWorkspace(stream, drawing.doc, false));
             QVERIFY(drawing.atoms().size() <= 3);
         }
     }
@@ -1664,7 +1664,7 @@ private slots:
         file.close();
         const LoggedMessages messages;
         WorkspaceDrawing drawing;
-        QVERIFY(drawing.doc.load(file.fileName(), false));
+        QVERIFY(drawing.doc->load(file.fileName(), false));
         const QStringList lines = LoggedMessages::lines();
         QCOMPARE(lines.size(), 2);
         for (const QString& line : lines)

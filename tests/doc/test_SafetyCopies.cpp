@@ -86,7 +86,7 @@ private:
 /// A drawing of one atom with this symbol.
 struct OneAtom : WorkspaceDrawing {
     explicit OneAtom(const QString& symbol) { atom(10, 20, 0, symbol); }
-    void keep(const QString& inUse = {}) { keepSafetyCopy(*doc.canvas, inUse); }
+    void keep(const QString& inUse = {}) { keepSafetyCopy(*canvas(), inUse); }
 };
 
 QString workspaceOf(const QString& symbol)
@@ -194,10 +194,10 @@ private slots:
         const StateHome state;
         WorkspaceDrawing drawing;
         drawing.bond(drawing.atom(10, 20, 5, QString::fromUtf8("\xce\xb1")), drawing.atom(40, 20), {KYTBT_StereoUp});
-        keepSafetyCopy(*drawing.doc.canvas);
+        keepSafetyCopy(*drawing.canvas());
         QCOMPARE(state.texts(), QStringList(drawing.written()));
         WorkspaceDrawing again;
-        QVERIFY(again.doc.load(state.folder().filePath(state.everything().first()), false));
+        QVERIFY(again.doc->load(state.folder().filePath(state.everything().first()), false));
         QCOMPARE(again.written(), drawing.written());
     }
 
@@ -205,9 +205,9 @@ private slots:
     {
         const StateHome state;
         WorkspaceDrawing drawing;
-        keepSafetyCopy(*drawing.doc.canvas);
-        new QCanvasText("not an atom", drawing.doc.canvas);
-        keepSafetyCopy(*drawing.doc.canvas);
+        keepSafetyCopy(*drawing.canvas());
+        new QCanvasText("not an atom", drawing.canvas());
+        keepSafetyCopy(*drawing.canvas());
         QVERIFY(!state.folder().exists());
     }
 
@@ -360,7 +360,7 @@ private slots:
         const QString saved = state.putCopy(100);
         const QString old = state.putCopy(99);
         OneAtom document("Mine");
-        QVERIFY(document.doc.saveAs(saved));
+        QVERIFY(document.doc->saveAs(saved));
         for (int minutes = 25; minutes > 0; --minutes)
             state.putCopy(minutes);
         OneAtom("C").keep();
@@ -489,7 +489,7 @@ private slots:
             std::signal(SIGXFSZ, SIG_IGN);
             if (setrlimit(RLIMIT_FSIZE, &limit) != 0)
                 return 1;
-            keepSafetyCopy(*drawing.doc.canvas);
+            keepSafetyCopy(*drawing.canvas());
             return 0;
         });
         QCOMPARE(status, 0);
@@ -507,7 +507,7 @@ private slots:
             drawing.atoms().first()->move(i, 0);
             const pid_t child = fork();
             if (child == 0) {
-                keepSafetyCopy(*drawing.doc.canvas);
+                keepSafetyCopy(*drawing.canvas());
                 _exit(0);
             }
             usleep(useconds_t(i) * 1000);
@@ -520,7 +520,7 @@ private slots:
         const QString end = " END_MOLECULE\nEND_KYTFILE\n";
         for (const QString& name : folder.entryList({"2*.kyt"}, QDir::Files))
             QVERIFY2(StateHome::contents(folder.filePath(name)).endsWith(end), qPrintable(name));
-        keepSafetyCopy(*drawing.doc.canvas);
+        keepSafetyCopy(*drawing.canvas());
         QVERIFY(!folder.entryList({"2*.kyt"}, QDir::Files).isEmpty());
         qInfo("%d of 60 copies were made before the kill", copied);
     }

@@ -151,9 +151,9 @@ private slots:
     void textIsWhatAFileHolds()
     {
         WorkspaceDrawing drawing;
-        QCOMPARE(workspaceText(*drawing.doc.canvas), QByteArray("KYTFILE\nEND_KYTFILE\n"));
+        QCOMPARE(workspaceText(*drawing.canvas()), QByteArray("KYTFILE\nEND_KYTFILE\n"));
         drawing.atom(10, 20, 0, QString::fromUtf8("\xce\xb1"));
-        QCOMPARE(workspaceText(*drawing.doc.canvas), drawing.written().toUtf8());
+        QCOMPARE(workspaceText(*drawing.canvas()), drawing.written().toUtf8());
     }
 
     void savingTellsNothingAndFailingTellsWhy_data()
@@ -183,10 +183,10 @@ private slots:
         WorkspaceDrawing drawing;
         const LoggedMessages messages;
         const QString name = folder.path("missing/a.kyt");
-        QVERIFY(!drawing.doc.saveAs(name));
+        QVERIFY(!drawing.doc->saveAs(name));
         QCOMPARE(messages.lines(), QStringList(name + ": cannot be saved: No such file or directory"));
         QCOMPARE(messages.categories(), QStringList("kytstudio.workspace"));
-        QVERIFY(drawing.doc.saveAs(folder.path("a.kyt")));
+        QVERIFY(drawing.doc->saveAs(folder.path("a.kyt")));
         QCOMPARE(messages.lines().size(), 1);
     }
 
@@ -260,7 +260,7 @@ private slots:
         const QByteArray texts[] = {drawings[0].written().toUtf8(), drawings[1].written().toUtf8()};
         QElapsedTimer timer;
         timer.start();
-        QVERIFY(drawings[0].doc.saveAs(name));
+        QVERIFY(drawings[0].doc->saveAs(name));
         const double duration = double(timer.nsecsElapsed());
         QCOMPARE(contents(name), texts[0]);
 
@@ -279,7 +279,7 @@ private slots:
             if (child == 0) {
                 const char byte = 0;
                 const bool told = ::write(begun[1], &byte, 1) == 1;
-                _exit(told && drawings[next].doc.saveAs(name) ? 0 : 1);
+                _exit(told && drawings[next].doc->saveAs(name) ? 0 : 1);
             }
             QVERIFY(child > 0);
             char byte;
@@ -320,7 +320,7 @@ private slots:
             if (hasNamelessFiles(folder.path("")))
                 QVERIFY(contents(folder.path(each)) == texts[0] || contents(folder.path(each)) == texts[1]);
         }
-        QVERIFY(drawings[0].doc.saveAs(name));
+        QVERIFY(drawings[0].doc->saveAs(name));
         QCOMPARE(contents(name), texts[0]);
         QCOMPARE(folder.names(), left);
     }

@@ -215,9 +215,9 @@ private slots:
     {
         Drawing drawing;
         KytI3dView view(drawing.canvas());
-        KytAtom* first = drawing.atomAt(0, 0);
-        KytAtom* second = drawing.atomAt(10, 0);
-        KytAtom* third = drawing.atomAt(20, 0);
+        KytAtom* first = drawing.atom(0, 0);
+        KytAtom* second = drawing.atom(10, 0);
+        KytAtom* third = drawing.atom(20, 0);
         view.atomsArr = {first, second, third};
         view.atomsCount = 2;
         QCOMPARE(view.getIndex(first), 0);
@@ -229,7 +229,7 @@ private slots:
     void escapeClosesTheViewer()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         KytI3dView view(drawing.canvas());
         Hand hand(QString(waitForWindow) + "sleep 0.3; xdotool key Escape");
         view.view();
@@ -242,7 +242,7 @@ private slots:
     void theCloseButtonClosesTheViewer()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         KytI3dView view(drawing.canvas());
         Hand hand(QString(waitForWindow) + "sleep 0.3; xdotool key alt+F4");
         view.view();
@@ -274,7 +274,7 @@ private slots:
     void withoutAVideoDriverThereIsAMessage()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         KytI3dView view(drawing.canvas());
         QString text;
         {
@@ -295,7 +295,7 @@ private slots:
     void withoutGlxThereIsAMessage()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         KytI3dView view(drawing.canvas());
         const ServerWithoutGlx server;
         QVERIFY(server.answers());
@@ -378,7 +378,7 @@ private slots:
         QFETCH(QList<double>, change);
 
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         QVERIFY(viewer.hasFocus());
         viewer.settle();
@@ -404,7 +404,7 @@ private slots:
     void otherKeysDoNothing()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         const Flight start = flight(viewer.view);
         for (const QString key : {"b", "Return", "F1", "1", "space"}) {
@@ -449,7 +449,7 @@ private slots:
         QFETCH(int, which);
 
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         viewer.press(key);
         bool spins = false;
@@ -490,7 +490,7 @@ private slots:
     void fullScreenToggles()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         const auto isFullScreen = [&] { return (viewer.view.pSDLSurface->flags & SDL_FULLSCREEN) != 0; };
         QVERIFY(!isFullScreen());
@@ -508,7 +508,7 @@ private slots:
     void theModelSpinsByTheClock()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         viewer.view.rotation[0] = true;
         viewer.view.rotation[1] = true;
@@ -543,7 +543,7 @@ private slots:
     void theModelSpinsAboutTheCentroid()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         viewer.view.pos[1] += 100;
         viewer.view.eye[1] += 100;
@@ -558,7 +558,7 @@ private slots:
     void byHandTheModelTurnsAboutTheTarget()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         viewer.view.pos[1] += 100;
         viewer.view.eye[1] += 100;
@@ -570,7 +570,7 @@ private slots:
     void theViewIsReset()
     {
         Drawing drawing;
-        drawing.atomAt(1040, 930, 12);
+        drawing.atom(1040, 930, 12);
         OpenViewer viewer(drawing);
         const Flight start = flight(viewer.view);
         viewer.view.eye[0] += 5;
@@ -608,7 +608,7 @@ private slots:
     void pointerMotionDoesNotInterruptAHeldKey()
     {
         Drawing drawing;
-        drawing.atomAt(1000, 1000);
+        drawing.atom(1000, 1000);
         OpenViewer viewer(drawing);
         QVERIFY(viewer.hasFocus());
         type({"mousemove", "700", "500"});
@@ -628,7 +628,7 @@ private slots:
     void anglesAndSpinOutliveTheWindow()
     {
         Drawing drawing;
-        KytAtom* atom = drawing.atomAt(1000, 1000);
+        KytAtom* atom = drawing.atom(1000, 1000);
         KytI3dView view(drawing.canvas());
         QVERIFY(view.open());
         view.rotXAngle = 30;
@@ -652,7 +652,7 @@ private slots:
     void memoryStaysTheSameOverTwentyOpenings()
     {
         Drawing drawing;
-        drawing.join(drawing.atomAt(1000, 1000), drawing.atomAt(1100, 1000));
+        drawing.bond(drawing.atom(1000, 1000), drawing.atom(1100, 1000));
         KytI3dView view(drawing.canvas());
         long afterTheSixth = 0;
         for (int opening = 1; opening <= 20; ++opening) {

@@ -16,7 +16,7 @@ namespace {
 /// An atom like Drawing::atomAt, with its colour as texts of red, green and blue.
 KytAtom* atomIn(Drawing& drawing, double x, double y, float z = 0, const QStringList& colour = {"255", "0", "0"})
 {
-    KytAtom* atom = drawing.atomAt(x, y, z);
+    KytAtom* atom = drawing.atom(x, y, z);
     for (int i = 0; i < 3; ++i)
         atom->_atomColor[i] = colour[i];
     return atom;
@@ -162,7 +162,7 @@ private slots:
     void aSingleBondIsABlueStickBetweenTwoSpheres()
     {
         Drawing drawing;
-        drawing.join(atomIn(drawing, 1000, 1000), atomIn(drawing, 1100, 1000));
+        drawing.bond(atomIn(drawing, 1000, 1000), atomIn(drawing, 1100, 1000));
         OpenViewer viewer(drawing);
         const QImage picture = viewer.picture();
 
@@ -197,7 +197,7 @@ private slots:
     {
         QFETCH(QList<KytBondType>, kinds);
         Drawing drawing;
-        KytBond* bond = drawing.join(atomIn(drawing, 1000, 1000), atomIn(drawing, 1100, 1000), {});
+        KytBond* bond = drawing.bond(atomIn(drawing, 1000, 1000), atomIn(drawing, 1100, 1000), {});
         for (const KytBondType kind : kinds)
             bond->addBond(kind, 60);
         OpenViewer viewer(drawing);
@@ -219,7 +219,7 @@ private slots:
         Drawing drawing;
         KytAtom* from = atomIn(drawing, 1000, 1000);
         KytAtom* to = atomIn(drawing, 1000, 900);
-        drawing.join(from, to);
+        drawing.bond(from, to);
         to->setAtomZ(-60);
         OpenViewer viewer(drawing);
         QCOMPARE(viewer.view.pos[0], -30);
@@ -262,7 +262,7 @@ private slots:
         Drawing drawing;
         KytAtom* from = atomIn(drawing, 1000, 1000);
         KytAtom* to = atomIn(drawing, 1000, 900);
-        drawing.join(from, to, {kind}, angle);
+        drawing.bond(from, to, {kind}, angle);
         from->setAtomZ(0);
         to->setAtomZ(0);
         OpenViewer viewer(drawing);
@@ -287,8 +287,8 @@ private slots:
     void aBondLineThatIsNotThereDrawsNothing()
     {
         Drawing drawing;
-        drawing.join(atomIn(drawing, 1000, 1000), atomIn(drawing, 1100, 1000), {KYTBT_Double, KYTBT_Triple});
-        drawing.join(atomIn(drawing, 1000, 1100), atomIn(drawing, 1000, 1100)); // of length zero
+        drawing.bond(atomIn(drawing, 1000, 1000), atomIn(drawing, 1100, 1000), {KYTBT_Double, KYTBT_Triple});
+        drawing.bond(atomIn(drawing, 1000, 1100), atomIn(drawing, 1000, 1100)); // of length zero
         OpenViewer viewer(drawing);
         QVERIFY(viewer.hasFocus());
         const QImage picture = viewer.picture();
@@ -300,8 +300,8 @@ private slots:
     void twoMoleculesAreBothDrawnOnce()
     {
         Drawing drawing;
-        drawing.join(atomIn(drawing, 900, 900), atomIn(drawing, 1100, 900));
-        drawing.join(atomIn(drawing, 900, 1100), atomIn(drawing, 1100, 1100));
+        drawing.bond(atomIn(drawing, 900, 900), atomIn(drawing, 1100, 900));
+        drawing.bond(atomIn(drawing, 900, 1100), atomIn(drawing, 1100, 1100));
         OpenViewer viewer(drawing);
         QCOMPARE(viewer.view.totalAtomCount, 4);
         const QImage picture = viewer.picture();
@@ -321,8 +321,8 @@ private slots:
         KytAtom* first = atomIn(drawing, 1000, 1000);
         KytAtom* second = atomIn(drawing, 1100, 1000);
         KytAtom* third = atomIn(drawing, 1200, 1000);
-        drawing.join(first, second);
-        drawing.join(second, third);
+        drawing.bond(first, second);
+        drawing.bond(second, third);
         OpenViewer viewer(drawing);
         QCOMPARE(viewer.view.totalAtomCount, 4);
         QCOMPARE(viewer.view.atomsCount, 3); // the last one drawn
@@ -390,9 +390,9 @@ private slots:
         const QList<KytAtom*> hydrogens = {
             atomIn(drawing, 930, 960, 12), atomIn(drawing, 925, 1042, -30, {"255", "255", "255"}),
             atomIn(drawing, 1075, 961.5, 22), atomIn(drawing, 1070, 1040, 0, {"0", "0", "255"})};
-        drawing.join(left, right, {KYTBT_SingleBond, KYTBT_SingleBond});
+        drawing.bond(left, right, {KYTBT_SingleBond, KYTBT_SingleBond});
         for (int i = 0; i < 4; ++i)
-            drawing.join(i < 2 ? left : right, hydrogens[i]);
+            drawing.bond(i < 2 ? left : right, hydrogens[i]);
         OpenViewer viewer(drawing);
         viewer.view.rotXAngle = 17;
         viewer.view.rotYAngle = -23;

@@ -41,7 +41,7 @@ const QStringList names{"benzene", "cubane", "hexane", "megaphon", "prop", "wate
 /// A library molecule alone on a canvas.
 struct Loaded {
     explicit Loaded(const QString& name)
-        : read(drawing.doc.load("lib/" + name + ".kyf", true))
+        : read(drawing.doc->load("lib/" + name + ".kyf", true))
     {
         for (QCanvasItem* item : drawing.canvas()->allItems()) {
             if (item->rtti() == QCanvasItem::Rtti_Ellipse)
@@ -311,7 +311,7 @@ private slots:
         Loaded molecule(name);
         const QTemporaryDir folder;
         const QString copyName = folder.filePath("copy.kyf");
-        QVERIFY(molecule.drawing.doc.saveAs(copyName));
+        QVERIFY(molecule.drawing.doc->saveAs(copyName));
 
         QFile original("lib/" + name + ".kyf"), copy(copyName);
         QVERIFY(original.open(QIODevice::ReadOnly) && copy.open(QIODevice::ReadOnly));

@@ -17,12 +17,11 @@ private slots:
     {
         window = std::make_unique<TestWindow>();
         rules = std::make_unique<EditorRules>((*window)->view);
-        first = addAtom(*window, 50, 50);
-        second = addAtom(*window, 100, 60);
-        third = addAtom(*window, 150, 50);
-        lines = addBond(*window, first, second);
-        lines->addBond(KYTBT_DashedLine, 0);
-        wedge = addBond(*window, second, third, KYTBT_StereoUp);
+        first = window->atom(50, 50);
+        second = window->atom(100, 60);
+        third = window->atom(150, 50);
+        lines = window->bond(first, second, {KYTBT_SingleBond, KYTBT_DashedLine});
+        wedge = window->bond(second, third, {KYTBT_StereoUp});
     }
 
     void cleanup()
@@ -200,14 +199,14 @@ private slots:
 
     void kindsThatAreNotDrawnAreNoFault()
     {
-        addBond(*window, third, addAtom(*window, 200, 90), KYTBT_Triple);
+        window->bond(third, window->atom(200, 90), {KYTBT_Triple});
         emit(*window)->doc->documentChanged(); // as if it had been read
         QCOMPARE(fault(), QString());
     }
 
     void aLineThatIsLostIsFound()
     {
-        KytBond* odd = addBond(*window, third, addAtom(*window, 200, 90), KYTBT_Triple);
+        KytBond* odd = window->bond(third, window->atom(200, 90), {KYTBT_Triple});
         QVERIFY(!fault().isEmpty());
         delete odd;
     }

@@ -1,10 +1,6 @@
 #pragma once
 
-#include "bonds/KytBond.h"
-#include "bonds/KytBondLine.h"
-#include "bonds/KytStereoBond.h"
-#include "doc/kytstudiodoc.h"
-#include "model/KytAtom.h"
+#include "tests/support/Drawing.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
@@ -43,15 +39,12 @@ template <typename Modes> void addModeRows(const Modes& modes)
         QTest::newRow(names[mode]) << static_cast<int>(mode);
 }
 
-/// A document and a view onto its canvas, on the screen, with a hand at the mouse. All points are canvas pixels.
-class ViewFixture {
+/// A drawing and a view onto its canvas, on the screen, with a hand at the mouse.
+class ViewFixture : public Drawing {
 public:
     explicit ViewFixture(KytViewState mode = KYTVS_view)
     {
         QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight()); // out of the tests' way
-        doc = new KytStudioDoc;
-        doc->newDoc();
-        canvas = doc->canvas;
         view = new KytStudioView(nullptr, doc);
         view->canvasState = mode;
         QObject::connect(view, &KytStudioView::displayBondDetail,
@@ -70,52 +63,17 @@ public:
     ~ViewFixture()
     {
         delete view;
-        delete canvas;
-        delete doc;
         tempBond->hide();
     }
 
     ViewFixture(const ViewFixture&) = delete;
     ViewFixture& operator=(const ViewFixture&) = delete;
 
-    QPointer<KytStudioDoc> doc;
-    QPointer<QCanvas> canvas;
     QPointer<KytStudioView> view;
 
     QStringList texts;       ///< what displayBondDetail said
     QList<int> counts;       ///< what zigzagAtomValue said,
     QList<int> atomsAtCount; ///< and how many atoms there were when it did
-
-    // The drawing
-
-    KytAtom* atom(double x, double y, float z = 0, bool locked = false)
-    {
-        auto* made = new KytAtom(canvas, z, locked);
-        made->move(x, y);
-        made->show();
-        return made;
-    }
-
-    /// Bonds `from` to `to` as the drawing tools do; without a kind, nothing is drawn for it.
-    KytBond* bond(KytAtom* from, KytAtom* to, std::initializer_list<KytBondType> kinds = {KYTBT_SingleBond})
-    {
-        auto* made = new KytBond(from, to, doc);
-        for (const KytBondType kind : kinds)
-            made->addBond(kind, 60.0F);
-        to->setMolecule(from->getMolecule());
-        return made;
-    }
-
-    QList<KytAtom*> atoms() const { return items<KytAtom>(QCanvasItem::Rtti_Ellipse); }
-    QList<KytStereoBond*> wedges() const { return items<KytStereoBond>(QCanvasItem::Rtti_Polygon); }
-    QList<QCanvasText*> labels() const { return items<QCanvasText>(QCanvasItem::Rtti_Text); }
-    /// The lines of bonds, without the rubber band.
-    QList<KytBondLine*> lines() const { return items<KytBondLine>(QCanvasItem::Rtti_Line); }
-
-    bool isOnCanvas(const QCanvasItem* item) const
-    {
-        return canvas && canvas->allItems().contains(const_cast<QCanvasItem*>(item));
-    }
 
     /// A pixel in the label of `owner` that neither the atom nor a bond to its left, right or top reaches.
     static QPoint onLabel(const KytAtom* owner)
@@ -199,17 +157,6 @@ public:
     QPoint onViewport(QPoint p) const { return p - scrolled(); }
 
 private:
-    template <typename Item> QList<Item*> items(int rtti) const
-    {
-        QList<Item*> found;
-        if (!canvas)
-            return found;
-        for (QCanvasItem* item : canvas->allItems())
-            if (item != tempBond && item->rtti() == rtti)
-                found.append(static_cast<Item*>(item));
-        return found;
-    }
-
     void send(QEvent::Type type, QPoint p, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
     {
         QWidget* viewport = view->viewport();

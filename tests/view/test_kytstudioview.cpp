@@ -1,30 +1,10 @@
 #include "ViewFixture.h"
-#include "app/kytstudio.h"
-#include "i3d/KytI3dView.h"
+#include "tests/app/TestWindow.h"
 
 #include <functional>
 
 using Destroyer = std::function<void(ViewFixture&, KytAtom*)>;
 Q_DECLARE_METATYPE(Destroyer)
-
-namespace {
-
-/// A main window whose parts that it leaves to others go with it.
-class Window {
-public:
-    ~Window()
-    {
-        KytStudioDoc* doc = app->doc;
-        KytI3dView* viewer = app->i3dviewer;
-        delete app;
-        delete viewer;
-        delete doc->canvas;
-        delete doc;
-    }
-    KytStudioApp* app = new KytStudioApp;
-};
-
-} // namespace
 
 /// State, construction, hover and depth.
 class test_kytstudioview : public QObject {
@@ -56,7 +36,7 @@ private slots:
     void aNewViewLooksLikeADrawingBoard()
     {
         ViewFixture f;
-        QCOMPARE(f.view->canvas(), f.canvas.data());
+        QCOMPARE(f.view->canvas(), f.canvas());
         QCOMPARE(f.view->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
         QCOMPARE(f.view->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
         QVERIFY(f.view->verticalScrollBar()->isVisible());
@@ -78,7 +58,7 @@ private slots:
     void rubberBandLiesUnderTheDrawing()
     {
         ViewFixture f;
-        QCOMPARE(tempBond->canvas(), f.canvas.data());
+        QCOMPARE(tempBond->canvas(), f.canvas());
         QVERIFY(f.isOnCanvas(tempBond));
         QVERIFY(tempBond->z() == 0.0);
         QCOMPARE(tempBond->rtti(), static_cast<int>(QCanvasItem::Rtti_Line));
@@ -91,14 +71,14 @@ private slots:
         {
             ViewFixture second;
             QCOMPARE(tempBond, band);
-            QCOMPARE(tempBond->canvas(), second.canvas.data());
+            QCOMPARE(tempBond->canvas(), second.canvas());
             QVERIFY(!first.isOnCanvas(tempBond));
-            delete first.canvas;
-            QCOMPARE(tempBond->canvas(), second.canvas.data());
+            delete first.canvas();
+            QCOMPARE(tempBond->canvas(), second.canvas());
         }
         QVERIFY(!tempBond->canvas());
         ViewFixture third;
-        QCOMPARE(tempBond->canvas(), third.canvas.data());
+        QCOMPARE(tempBond->canvas(), third.canvas());
     }
 
     void rubberBandOutlivesItsCanvas()
@@ -108,7 +88,7 @@ private slots:
             f.click({200, 200});
             f.move({260, 230});
             QVERIFY(tempBond->isVisible());
-            delete f.canvas;
+            delete f.canvas();
             QVERIFY(!tempBond->canvas());
             QVERIFY(!tempBond->isVisible());
             QCOMPARE(tempBond->rtti(), static_cast<int>(QCanvasItem::Rtti_Line));
@@ -151,7 +131,7 @@ private slots:
 
     void selectingAModeTwiceLeavesItSelected()
     {
-        Window window;
+        const TestWindow window;
         const std::pair<void (KytStudioApp::*)(), KytViewState> commands[] = {
             {&KytStudioApp::slotSelectViewMode, KYTVS_view},
             {&KytStudioApp::slotSelectRotateMode, KYTVS_rotate},
@@ -163,26 +143,26 @@ private slots:
             {&KytStudioApp::slotZigzagStructure, KYTVS_zigzag},
         };
         for (const auto& [select, mode] : commands) {
-            (window.app->*select)();
-            QCOMPARE(window.app->view->canvasState, mode);
-            (window.app->*select)();
-            QCOMPARE(window.app->view->canvasState, mode);
+            (window.get()->*select)();
+            QCOMPARE(window->view->canvasState, mode);
+            (window.get()->*select)();
+            QCOMPARE(window->view->canvasState, mode);
         }
     }
 
     void selectingFixedLengthTwiceSwitchesItOff()
     {
-        Window window;
-        KytStudioView* view = window.app->view;
-        window.app->slotSelectFixedLength();
+        const TestWindow window;
+        KytStudioView* view = window->view;
+        window->slotSelectFixedLength();
         QCOMPARE(view->fixedLengthFlag, 1);
         QCOMPARE(view->fixedAngleFlag, 0);
-        window.app->slotSelectFixedAngle();
+        window->slotSelectFixedAngle();
         QCOMPARE(view->fixedAngleFlag, 1);
-        window.app->slotSelectFixedLength();
+        window->slotSelectFixedLength();
         QCOMPARE(view->fixedLengthFlag, 0);
         QCOMPARE(view->fixedAngleFlag, 1);
-        window.app->slotSelectFixedAngle();
+        window->slotSelectFixedAngle();
         QCOMPARE(view->fixedAngleFlag, 0);
     }
 
@@ -557,8 +537,8 @@ private slots:
             {"atom", {200, 200}}, {"line", {250, 200}}, {"wedge", {200, 270}}, {"label", {0, 0}}};
         const std::pair<const char*, Destroyer> ways[] = {
             {"with its atom", [](ViewFixture&, KytAtom* atom) { delete atom; }},
-            {"with all atoms", [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); }},
-            {"with the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas; }},
+            {"with all atoms", [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); }},
+            {"with the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas(); }},
         };
         for (const auto& [what, place] : places)
             for (const auto& [how, destroy] : ways)
@@ -614,7 +594,7 @@ private slots:
     {
         ViewFixture f;
         f.bond(f.atom(200, 200), f.atom(300, 200));
-        delete f.canvas;
+        delete f.canvas();
         QVERIFY(!f.view->canvas());
         for (const KytViewState mode : everyMode) {
             f.view->canvasState = mode;
@@ -663,7 +643,7 @@ private slots:
             if (part == "view")
                 delete f.view;
             else if (part == "canvas")
-                delete f.canvas;
+                delete f.canvas();
             else
                 delete f.doc;
             QCoreApplication::processEvents();

@@ -1130,7 +1130,7 @@ private slots:
             f.click({200, 200});
             f.move({300, 240});
             if (withAll)
-                f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse);
+                f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse);
             else
                 delete f.view->lastAtom;
             QVERIFY(!f.view->lastAtom);
@@ -1156,7 +1156,7 @@ private slots:
         ViewFixture f(static_cast<KytViewState>(mode));
         f.click({200, 200});
         f.move({300, 240});
-        delete f.canvas;
+        delete f.canvas();
         QVERIFY(!f.view->lastAtom);
         QCOMPARE(f.view->isLastAtom, 0);
         QVERIFY(!tempBond->isVisible());

@@ -1233,8 +1233,8 @@ private slots:
             {"atom", {200, 200}}, {"line", {250, 200}}, {"wedge", {200, 270}}, {"label", {206, 209}}};
         const std::pair<const char*, Destroyer> ways[] = {
             {"with its atom", [](ViewFixture&, KytAtom* atom) { delete atom; }},
-            {"with all atoms", [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); }},
-            {"with the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas; }},
+            {"with all atoms", [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); }},
+            {"with the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas(); }},
         };
         for (const auto& [what, grip] : grips)
             for (const auto& [how, destroy] : ways)
@@ -1271,8 +1271,8 @@ private slots:
         QTest::addColumn<Destroyer>("destroy");
         QTest::newRow("atom") << Destroyer([](ViewFixture&, KytAtom* atom) { delete atom; });
         QTest::newRow("all atoms") << Destroyer(
-            [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
-        QTest::newRow("canvas") << Destroyer([](ViewFixture& f, KytAtom*) { delete f.canvas; });
+            [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); });
+        QTest::newRow("canvas") << Destroyer([](ViewFixture& f, KytAtom*) { delete f.canvas(); });
     }
 
     void pivotIsForgottenWhenItGoes()

@@ -438,8 +438,8 @@ private slots:
         QTest::addColumn<Answer>("leave");
         const std::pair<const char*, Destroyer> ways[] = {
             {"the atom", [](ViewFixture&, KytAtom* atom) { delete atom; }},
-            {"all atoms", [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); }},
-            {"the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas; }},
+            {"all atoms", [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); }},
+            {"the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas(); }},
         };
         const std::pair<const char*, Answer> answers[] = {
             {"ok", Answer(&ok)}, {"cancel", Answer(&cancel)}, {"close", Answer(&closeWindow)}};
@@ -496,8 +496,8 @@ private slots:
         QTest::newRow("with its end atom") << Destroyer([](ViewFixture&, KytAtom* end) { delete end; });
         QTest::newRow("with its bond") << Destroyer([](ViewFixture& f, KytAtom*) { f.wedges().first()->deleteBond(); });
         QTest::newRow("with all atoms") << Destroyer(
-            [](ViewFixture& f, KytAtom*) { f.canvas->deleteItems(QCanvasItem::Rtti_Ellipse); });
-        QTest::newRow("with the canvas") << Destroyer([](ViewFixture& f, KytAtom*) { delete f.canvas; });
+            [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); });
+        QTest::newRow("with the canvas") << Destroyer([](ViewFixture& f, KytAtom*) { delete f.canvas(); });
     }
 
     void wedgeDestroyedWhileTheDialogAboveIsOpen()
@@ -678,7 +678,7 @@ private slots:
         f.bond(f.atom(150, 210), f.atom(300, 210));
         KytAtom* atom = f.atom(200, 200); // its label lies on the line and was made later
         const QPoint p(static_cast<int>(atom->canvasSymbol->boundingRect().center().x()), 209);
-        QCOMPARE(f.canvas->collisions(p).first(), atom->canvasSymbol);
+        QCOMPARE(f.canvas()->collisions(p).first(), atom->canvasSymbol);
         f.click(p);
         QCOMPARE(f.atoms().size(), 3);
         QCOMPARE(f.lines().size(), 1);
@@ -711,10 +711,10 @@ private slots:
     {
         ViewFixture f(KYTVS_deleteItem);
         f.bond(f.atom(200, 200), f.atom(300, 200));
-        const QCanvasItemList before = f.canvas->allItems();
+        const QCanvasItemList before = f.canvas()->allItems();
         f.click({250, 300});
         f.doubleClick({0, 0});
-        QCOMPARE(f.canvas->allItems(), before);
+        QCOMPARE(f.canvas()->allItems(), before);
     }
 
     void highlightedAtomIsWhatIsDeleted()
@@ -991,7 +991,7 @@ private slots:
         KytAtom* atom = f.atom(200, 200);
         KytBondLine* line = f.bond(f.atom(150, 200), f.atom(250, 200))->bond1;
         line->setZ(3);
-        QCOMPARE(f.canvas->collisions({200, 200}).first(), line);
+        QCOMPARE(f.canvas()->collisions({200, 200}).first(), line);
         f.click({200, 200});
         QCOMPARE(f.view->lastAtom, atom);
         QCOMPARE(f.atoms().size(), 3);
@@ -1354,7 +1354,7 @@ private slots:
         KytAtom* atom = f.atom(200, 200);
         KytBondLine* line = f.bond(f.atom(150, 200), f.atom(250, 200))->bond1;
         line->setZ(3);
-        QCOMPARE(f.canvas->collisions({200, 200}).first(), line);
+        QCOMPARE(f.canvas()->collisions({200, 200}).first(), line);
         f.press({200, 200});
         QCOMPARE(f.view->moving, atom);
     }

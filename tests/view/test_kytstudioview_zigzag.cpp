@@ -646,7 +646,7 @@ private slots:
         f.click({100, 100});
         f.click({160, 100}, Qt::ControlModifier);
         f.move({250, 100});
-        delete f.canvas;
+        delete f.canvas();
         QVERIFY(!f.view->lastAtom);
         QCOMPARE(f.view->isLastAtom, 0);
         f.move({260, 100});
