@@ -3,12 +3,12 @@
 #include "app/kytstudio.h"
 #include "i3d/KytI3dView.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Files.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
-#include <QFile>
 #include <QFont>
 #include <QImage>
 #include <QStatusBar>
@@ -122,18 +122,6 @@ private:
     QString before;
     QTemporaryDir folder;
 };
-
-inline bool writeFile(const QString& name, const QByteArray& contents)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
-}
-
-inline QByteArray readFile(const QString& name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<cannot be read>");
-}
 
 /// A workspace with one molecule of `count` lone atoms with the symbol `symbol`, in a row at height `y`.
 inline QByteArray atomsInAFile(int count, const QByteArray& symbol = "C", int y = 100)

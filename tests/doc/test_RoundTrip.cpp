@@ -1,8 +1,8 @@
 #include "bonds/BondUpdate.h"
+#include "tests/support/Files.h"
 #include "tests/support/RoundTrip.h"
 
 #include <QDir>
-#include <QFile>
 #include <QRandomGenerator>
 #include <QTest>
 
@@ -187,12 +187,6 @@ private:
     bool plain;
 };
 
-QByteArray contents(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QStringList sampleFiles()
 {
     QStringList names;
@@ -255,7 +249,7 @@ private slots:
         QVERIFY(names.size() >= 8);
         Drawing together;
         for (const QString& name : names) {
-            const QByteArray bytes = contents(name);
+            const QByteArray bytes = readFile(name);
             Drawing alone;
             QVERIFY2(addWorkspace(bytes, alone), qPrintable(name));
             QCOMPARE(roundTripFault(alone.canvas()), QString());
@@ -263,7 +257,7 @@ private slots:
             QVERIFY(addWorkspace(bytes, together, true));
         }
         QCOMPARE(roundTripFault(together.canvas()), QString());
-        const QList<KytAtom*> atoms = atomsOf(*together.canvas());
+        const QList<KytAtom*> atoms = together.atoms();
         for (qsizetype i = 0; i + 5 < atoms.size(); i += 5)
             if (atoms[i]->combine(atoms[i + 2]))
                 delete atoms[i + 2];
@@ -285,7 +279,7 @@ private slots:
             QVERIFY(to->getAtomZ() > 0);
             Drawing read;
             QVERIFY(addWorkspace(writtenWorkspace(drawing.canvas()), read));
-            const KytStereoBond* wedge = atomsOf(*read.canvas()).first()->outList.first()->stereoBond;
+            const KytStereoBond* wedge = read.atoms().first()->outList.first()->stereoBond;
             QVERIFY(std::fabs(wedge->getAngle() - angle) < 1e-3);
             QCOMPARE(wedge->bondType, kind);
         }
@@ -306,7 +300,7 @@ private slots:
     {
         QTest::addColumn<Change>("change");
         const auto add = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
-        const auto atom = [](const Drawing& drawing, int place) { return atomsOf(*drawing.canvas())[place]; };
+        const auto atom = [](const Drawing& drawing, int place) { return drawing.atoms()[place]; };
         const auto bond = [atom](const Drawing& drawing, int place) { return atom(drawing, place)->outList.first(); };
         add("x", [=](Drawing& after) { atom(after, 0)->moveBy(0.001, 0); });
         add("y", [=](Drawing& after) { atom(after, 1)->moveBy(0, -0.001); });

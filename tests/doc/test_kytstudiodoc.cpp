@@ -1,4 +1,5 @@
 #include "tests/doc/WorkspaceDrawing.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QPointer>
@@ -57,8 +58,7 @@ private:
 
 QString contents(const QString& name)
 {
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString("(cannot be read)");
+    return QString::fromUtf8(readFile(name));
 }
 
 struct stat statusOf(const QString& name)

@@ -29,7 +29,7 @@ QByteArray writtenTree(KytAtom* start)
 bool hasPlainCoordinates(const Drawing& drawing)
 {
     constexpr double sixDigits = 999999;
-    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    const QList<KytAtom*> atoms = drawing.atoms();
     return std::all_of(atoms.begin(), atoms.end(), [](const KytAtom* atom) {
         return std::fabs(atom->x()) <= sixDigits && std::fabs(atom->y()) <= sixDigits;
     });

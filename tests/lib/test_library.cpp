@@ -42,11 +42,8 @@ const QStringList names{"benzene", "cubane", "hexane", "megaphon", "prop", "wate
 struct Loaded {
     explicit Loaded(const QString& name)
         : read(drawing.doc->load("lib/" + name + ".kyf", true))
+        , atoms(drawing.atoms())
     {
-        for (QCanvasItem* item : drawing.canvas()->allItems()) {
-            if (item->rtti() == QCanvasItem::Rtti_Ellipse)
-                atoms.append(static_cast<KytAtom*>(item));
-        }
         for (KytAtom* atom : atoms)
             bonds.append(*atom->getOutList());
     }

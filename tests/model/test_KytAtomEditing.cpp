@@ -1042,7 +1042,7 @@ private slots:
             std::mt19937 random(seed);
             Drawing d;
             for (int step = 0; step < 150; ++step) {
-                const QList<KytAtom*> atoms = atomsOf(*d.canvas());
+                const QList<KytAtom*> atoms = d.atoms();
                 const auto any = [&] { return atoms[random() % atoms.size()]; };
                 const unsigned what = random() % 12;
                 if (atoms.size() < 3 || what < 2) {
