@@ -53,8 +53,7 @@ private slots:
     void aBondStandsInTheRowOfItsStartAndTheColumnOfItsEnd()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         KytBond* bond = d.looseBond(b, a);
         QVERIFY(areSame(bondTable({a, b}), {{1, 0, bond}}));
         QVERIFY(areSame(bondTable({b, a}), {{0, 1, bond}}));
@@ -63,9 +62,7 @@ private slots:
     void cellsComeRowByRow()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         KytBond* cb = d.looseBond(c, b);
         KytBond* ca = d.looseBond(c, a);
         KytBond* ac = d.looseBond(a, c);
@@ -77,8 +74,7 @@ private slots:
     void ofParallelBondsTheLastMetFillsTheCell()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         d.looseBond(a, b);
         KytBond* second = d.looseBond(a, b);
         QVERIFY(areSame(bondTable({a, b}), {{0, 1, second}}));
@@ -88,8 +84,7 @@ private slots:
     void aBondToItselfStandsOnTheDiagonal()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         KytBond* loop = d.looseBond(b, b);
         QVERIFY(areSame(bondTable({a, b}), {{1, 1, loop}}));
     }
@@ -97,9 +92,7 @@ private slots:
     void anEndThatIsNotAmongTheAtomsCountsAsTheFirst()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* stranger = d.atom(60, 0);
+        const auto [a, b, stranger] = d.row<3>();
         KytBond* out = d.looseBond(b, stranger);
         KytBond* in = d.looseBond(stranger, b);
         QVERIFY(areSame(bondTable({a, b}), {{0, 1, in}, {1, 0, out}}));

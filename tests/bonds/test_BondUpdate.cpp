@@ -842,9 +842,7 @@ private slots:
     {
         QFETCH(qint64, steps);
         Drawing d;
-        KytAtom* a = d.atom(100, 100);
-        KytAtom* b = d.atom(200, 100);
-        KytAtom* c = d.atom(300, 100);
+        const auto [a, b, c] = d.row<3>(100, 100, 100);
         KytBond* bond = d.bond(a, b, {KYTBT_StereoUp}, 45);
         KytBond* other = d.bond(b, c);
         KytBond* untouched = d.looseBond(a, d.atom(0, 0));
@@ -903,9 +901,7 @@ private slots:
     void putOffDepthTravelsOnToAtomsThatStay()
     {
         Drawing d;
-        KytAtom* moved = d.atom(100, 100);
-        KytAtom* lifted = d.atom(200, 100);
-        KytAtom* behind = d.atom(300, 100);
+        const auto [moved, lifted, behind] = d.row<3>(100, 100, 100);
         KytAtom* locked = d.atom(400, 100, 0, true);
         d.bond(moved, lifted, {KYTBT_StereoUp}, 45);
         d.bond(lifted, behind);

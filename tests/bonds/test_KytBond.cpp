@@ -945,8 +945,7 @@ private slots:
     {
         QFETCH(bool, back);
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         KytAtom* c = d.atom(15, 30);
         KytBond* direct = d.bond(a, b);
         back ? d.bond(b, c) : d.bond(a, c);
@@ -960,8 +959,7 @@ private slots:
     void aWayThatChangesDirectionMovesAllToANewMolecule()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         KytAtom* c = d.atom(15, 30);
         KytBond* direct = d.bond(a, b);
         d.bond(a, c);
@@ -1008,8 +1006,7 @@ private slots:
     void deletingOneOfTwoParallelBondsKeepsTheMolecule()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         KytBond* one = d.bond(a, b);
         KytBond* two = d.bond(a, b);
         KytMolecule* molecule = a->getMolecule();

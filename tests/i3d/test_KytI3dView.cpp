@@ -215,9 +215,7 @@ private slots:
     {
         Drawing drawing;
         KytI3dView view(drawing.canvas());
-        KytAtom* first = drawing.atom(0, 0);
-        KytAtom* second = drawing.atom(10, 0);
-        KytAtom* third = drawing.atom(20, 0);
+        const auto [first, second, third] = drawing.row<3>(0, 0, 10);
         view.atomsArr = {first, second, third};
         view.atomsCount = 2;
         QCOMPARE(view.getIndex(first), 0);

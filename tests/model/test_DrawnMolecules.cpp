@@ -39,9 +39,7 @@ private slots:
     void linesWedgesAndLabelsAreNoAtoms()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.bond(a, b, {1, 0, 1});
         d.bond(b, c, {KYTBT_StereoUp});
         QCOMPARE(drawnAtoms(*d.canvas()).size(), 3);
@@ -50,9 +48,7 @@ private slots:
     void aMoleculesAtomsAreTheOnesThatPointToIt()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.bond(c, a);
         QCOMPARE(drawnAtoms(*d.canvas(), c->getMolecule()), (QList<KytAtom*>{a, c}));
         QCOMPARE(drawnAtoms(*d.canvas(), b->getMolecule()), (QList<KytAtom*>{b}));
@@ -62,10 +58,7 @@ private slots:
     void moleculesComeInTheOrderOfTheirFirstAtoms()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
-        KytAtom* e = d.atom(90, 0);
+        const auto [a, b, c, e] = d.row<4>();
         d.bond(e, a); // a and e share the molecule of e
         d.bond(c, b);
         const std::vector<DrawnMolecule> molecules = drawnMolecules(*d.canvas());
@@ -79,9 +72,7 @@ private slots:
     void bondsAreCountedOnceAlthoughBothEndsKnowThem()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.bond(a, b);
         d.bond(a, b);
         d.bond(c, b);
@@ -91,9 +82,7 @@ private slots:
     void aBondThatLeavesTheListCountsHalfRoundedDown()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.looseBond(a, b);
         QCOMPARE(bondsAmong({a}), 0);
         d.looseBond(a, c);

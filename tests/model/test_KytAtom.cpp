@@ -227,9 +227,7 @@ private slots:
     void theBondCountTakesInBothLists()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.looseBond(a, b);
         d.looseBond(b, c);
         QCOMPARE(a->getBondCount(), 1);
@@ -295,10 +293,7 @@ private slots:
     void theFirstConnectedAtomIsTheOneOfTheFirstIncomingBond()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
-        KytAtom* e = d.atom(90, 0);
+        const auto [a, b, c, e] = d.row<4>();
         d.looseBond(a, b);
         QCOMPARE(a->getFirstConnectedAtom(), b);
         d.looseBond(a, e);
@@ -313,9 +308,7 @@ private slots:
     void directConnectionsAreFoundInBothDirections()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         KytBond* ab = d.looseBond(a, b);
         KytBond* bc = d.looseBond(b, c);
         QCOMPARE(a->isConnected(b), ab);
@@ -330,8 +323,7 @@ private slots:
     void amongSeveralDirectBondsAnIncomingOneIsFoundFirst()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         KytBond* out1 = d.looseBond(a, b);
         KytBond* out2 = d.looseBond(a, b);
         QCOMPARE(a->isConnected(b), out1);
@@ -356,8 +348,7 @@ private slots:
     void nothingIsConnectedToNull()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         QVERIFY(!a->isAnyhowConnected(nullptr));
         QVERIFY(!a->isInListConnected(nullptr));
         QVERIFY(!a->isOutListConnected(nullptr));
@@ -371,9 +362,7 @@ private slots:
     void aChainIsConnectedAlongItsDirection()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.looseBond(a, b);
         d.looseBond(b, c);
         QVERIFY(a->isOutListConnected(c));
@@ -388,9 +377,7 @@ private slots:
     void aPathThatChangesDirectionDoesNotConnect()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.looseBond(a, b);
         d.looseBond(c, b);
         QVERIFY(!a->isAnyhowConnected(c));
@@ -406,10 +393,7 @@ private slots:
     void aRingEndsTheWalkForAnAtomOutsideIt()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
-        KytAtom* outside = d.atom(90, 0);
+        const auto [a, b, c, outside] = d.row<4>();
         d.looseBond(a, b);
         d.looseBond(b, c);
         d.looseBond(c, a);
@@ -426,9 +410,7 @@ private slots:
     void walksPassOverBondsWithoutAnEnd()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         KytBond* open = d.looseBond(a, b);
         d.looseBond(a, c);
         open->setToAtom(nullptr);
@@ -446,9 +428,7 @@ private slots:
     void aWalkDoesNotEnterAnAtomThatIsMarked()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.looseBond(a, b);
         d.looseBond(b, c);
         b->flag = 1;
@@ -548,11 +528,7 @@ private slots:
     void aMoleculeSpreadsAlongBondsInBothDirections()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
-        KytAtom* e = d.atom(90, 0);
-        KytAtom* apart = d.atom(120, 0);
+        const auto [a, b, c, e, apart] = d.row<5>();
         d.looseBond(a, b);
         d.looseBond(c, b);
         d.looseBond(c, e);
@@ -568,9 +544,7 @@ private slots:
     void spreadingStopsAtAtomsThatHaveTheMoleculeAlready()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         auto* molecule = new KytMolecule;
         b->setMolecule(molecule);
         d.looseBond(a, b);
@@ -586,9 +560,7 @@ private slots:
     void spreadingTheOwnMoleculeGoesBeyondAtomsThatHaveIt()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         auto* molecule = new KytMolecule;
         a->setMolecule(molecule);
         b->setMolecule(molecule);

@@ -352,9 +352,7 @@ private slots:
     void takingOneOfTwoBondsOutLeavesTheAtomBonded()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         KytBond* first = d.looseBond(a, b);
         KytBond* second = d.looseBond(c, a);
         QVERIFY(!a->deleteBond(first));
@@ -370,9 +368,7 @@ private slots:
     void takingAStrangeBondOutTellsWhetherTheAtomHasAny()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         KytBond* bond = d.looseBond(a, b);
         QVERIFY(c->deleteBond(bond));
         d.looseBond(c, a);
@@ -384,8 +380,7 @@ private slots:
     void aBondListedSeveralTimesIsTakenOutEverywhere()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         KytBond* bond = d.looseBond(a, b);
         a->addOutBond(bond);
         a->addInBond(bond);
@@ -532,8 +527,7 @@ private slots:
         QFETCH(int, toDropped);
         QFETCH(int, fromDropped);
         Drawing d;
-        KytAtom* q = d.atom(0, 0);
-        KytAtom* p = d.atom(30, 0);
+        const auto [q, p] = d.row<2>();
         for (int i = 0; i < toDropped; ++i)
             d.bond(q, p);
         for (int i = 0; i < fromDropped; ++i)
@@ -718,9 +712,7 @@ private slots:
         QFETCH(bool, toDropped);
         QFETCH(bool, neighbourOfDropped);
         Drawing d;
-        KytAtom* q = d.atom(0, 0);
-        KytAtom* p = d.atom(30, 0);
-        KytAtom* r = d.atom(60, 0);
+        const auto [q, p, r] = d.row<3>();
         toDropped ? d.bond(q, p, {1, 1}) : d.bond(p, q, {1, 1});
         d.bond(neighbourOfDropped ? p : q, r);
         QVERIFY(!q->combine(p));
@@ -736,9 +728,7 @@ private slots:
     void bondsBothWaysBetweenMergedAtomsGo()
     {
         Drawing d;
-        KytAtom* q = d.atom(0, 0);
-        KytAtom* p = d.atom(30, 0);
-        KytAtom* r = d.atom(60, 0);
+        const auto [q, p, r] = d.row<3>();
         d.bond(q, p);
         d.bond(p, q);
         d.bond(p, r);
@@ -751,8 +741,7 @@ private slots:
     void aBondOfOneAtomToItselfCountsAsANeighbourElsewhere()
     {
         Drawing d;
-        KytAtom* q = d.atom(0, 0);
-        KytAtom* p = d.atom(30, 0);
+        const auto [q, p] = d.row<2>();
         d.looseBond(q, q);
         QVERIFY(!q->combine(p));
         QCOMPARE(d.atoms().size(), 1);
@@ -763,9 +752,7 @@ private slots:
     void anAtomDroppedWithABondToItselfLosesIt()
     {
         Drawing d;
-        KytAtom* q = d.atom(0, 0);
-        KytAtom* p = d.atom(30, 0);
-        KytAtom* r = d.atom(60, 0);
+        const auto [q, p, r] = d.row<3>();
         d.bond(q, r);
         d.looseBond(p, p);
         QVERIFY(!q->combine(p));
@@ -876,9 +863,7 @@ private slots:
         QFETCH(bool, firstIntoMiddle);
         QFETCH(bool, lastIntoMiddle);
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         firstIntoMiddle ? d.bond(a, b) : d.bond(b, a);
         lastIntoMiddle ? d.bond(c, b) : d.bond(b, c);
         a->spreadMolecule();
@@ -944,9 +929,7 @@ private slots:
     void deletingAnAtomOutsideLeavesOtherMoleculesAlone()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        KytAtom* c = d.atom(60, 0);
+        const auto [a, b, c] = d.row<3>();
         d.bond(a, b);
         KytMolecule* molecule = a->getMolecule();
         const int counter = molecule->atomsCount;
@@ -959,8 +942,7 @@ private slots:
     void deletingAnAtomWithABondToItself()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
+        const auto [a, b] = d.row<2>();
         d.looseBond(a, a, {1, 1});
         d.bond(a, b);
         d.looseBond(a, a, {KYTBT_StereoUp});
@@ -975,9 +957,7 @@ private slots:
     void deletingAnAtomWithParallelBonds()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        d.bond(a, b);
+        const auto [a, b] = d.chain<2>();
         d.bond(a, b, {1, 1});
         d.bond(b, a, {KYTBT_StereoUp});
         delete b;

@@ -266,9 +266,7 @@ private slots:
     void deletingTheSecondAtomOfADrawnBondLeavesTheFirstAMoleculeOfItsOwn()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        d.bond(a, b);
+        const auto [a, b] = d.chain<2>();
         KytMolecule* shared = a->getMolecule();
         QCOMPARE(shared->atomsCount, 1);
         shared->setMoleculeName(QStringLiteral("shared"));
@@ -284,9 +282,7 @@ private slots:
     void deletingTheFirstAtomOfADrawnBondLeavesTheSecondAMoleculeOfItsOwn()
     {
         Drawing d;
-        KytAtom* a = d.atom(0, 0);
-        KytAtom* b = d.atom(30, 0);
-        d.bond(a, b);
+        const auto [a, b] = d.chain<2>();
         watch(a->getMolecule());
         a->getMolecule()->setMoleculeName(QStringLiteral("shared"));
         delete a;

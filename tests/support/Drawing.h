@@ -14,6 +14,7 @@
 #include <QSet>
 #include <QString>
 
+#include <array>
 #include <cmath>
 #include <initializer_list>
 
@@ -51,6 +52,24 @@ public:
         auto* made = new KytAtom(canvas(), z, locked);
         made->move(x, y);
         made->show();
+        return made;
+    }
+
+    /// So many atoms side by side, the first at (x, y), each `step` pixels to the right of the one before it.
+    template <std::size_t count> std::array<KytAtom*, count> row(double x = 0, double y = 0, double step = 30) const
+    {
+        std::array<KytAtom*, count> made;
+        for (std::size_t i = 0; i < count; ++i)
+            made[i] = atom(x + double(i) * step, y);
+        return made;
+    }
+
+    /// The same, each bonded to the next.
+    template <std::size_t count> std::array<KytAtom*, count> chain(double x = 0, double y = 0, double step = 30) const
+    {
+        const std::array<KytAtom*, count> made = row<count>(x, y, step);
+        for (std::size_t i = 1; i < count; ++i)
+            bond(made[i - 1], made[i]);
         return made;
     }
 

@@ -87,9 +87,7 @@ private slots:
     void draggingAnAtomMovesItAndStretchesItsBonds()
     {
         ViewFixture f;
-        KytAtom* left = f.atom(100, 200);
-        KytAtom* middle = f.atom(200, 200);
-        KytAtom* right = f.atom(300, 200);
+        const auto [left, middle, right] = f.row<3>(100, 200, 100);
         KytBond* in = f.bond(left, middle);
         KytBond* out = f.bond(middle, right);
         f.press({200, 200});
@@ -138,9 +136,7 @@ private slots:
         ViewFixture f;
         KytAtom* a = f.atom(100, 200);
         f.bond(a, f.atom(200, 200));
-        KytAtom* other = f.atom(100, 300);
-        KytAtom* otherEnd = f.atom(200, 300);
-        f.bond(other, otherEnd);
+        const auto [other, otherEnd] = f.chain<2>(100, 300, 100);
         f.drag({100, 200}, {110, 230}, Qt::ControlModifier);
         QCOMPARE(placeOf(other), QPointF(100, 300));
         QCOMPARE(placeOf(otherEnd), QPointF(200, 300));
@@ -149,9 +145,7 @@ private slots:
     void controlCountsStepByStep()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(100, 200);
-        KytAtom* b = f.atom(200, 200);
-        f.bond(a, b);
+        const auto [a, b] = f.chain<2>(100, 200, 100);
         f.press({100, 200}, Qt::ControlModifier);
         f.move({110, 200});
         QCOMPARE(placeOf(a), QPointF(110, 200));
@@ -167,9 +161,7 @@ private slots:
     void otherModifiersDragOneAtom()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(100, 200);
-        KytAtom* b = f.atom(200, 200);
-        f.bond(a, b);
+        const auto [a, b] = f.chain<2>(100, 200, 100);
         f.drag({100, 200}, {100, 240}, Qt::ShiftModifier | Qt::AltModifier);
         QCOMPARE(placeOf(a), QPointF(100, 240));
         QCOMPARE(placeOf(b), QPointF(200, 200));
@@ -254,9 +246,7 @@ private slots:
     void draggingALineMovesItsBond()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(100, 200);
-        KytAtom* b = f.atom(200, 200);
-        KytAtom* c = f.atom(300, 200);
+        const auto [a, b, c] = f.row<3>(100, 200, 100);
         KytBond* ab = f.bond(a, b);
         KytBond* bc = f.bond(b, c);
         f.drag({150, 200}, {160, 240});
@@ -288,11 +278,7 @@ private slots:
     void draggingALineWithControlMovesTheWholeMolecule()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(100, 200);
-        KytAtom* b = f.atom(200, 200);
-        KytAtom* c = f.atom(300, 200);
-        f.bond(a, b);
-        f.bond(b, c);
+        const auto [a, b, c] = f.chain<3>(100, 200, 100);
         f.drag({150, 200}, {160, 240}, Qt::ControlModifier);
         QCOMPARE(placeOf(a), QPointF(110, 240));
         QCOMPARE(placeOf(b), QPointF(210, 240));
@@ -331,9 +317,7 @@ private slots:
     {
         for (const KytBondType kind : {KYTBT_StereoUp, KYTBT_StereoDown}) {
             ViewFixture f;
-            KytAtom* a = f.atom(100, 200);
-            KytAtom* b = f.atom(200, 200);
-            KytAtom* c = f.atom(300, 200);
+            const auto [a, b, c] = f.row<3>(100, 200, 100);
             KytBond* ab = f.bond(a, b, {kind});
             f.bond(b, c);
             f.drag({170, 200}, {180, 240});
@@ -348,9 +332,7 @@ private slots:
     void draggingAWedgeWithControlMovesTheWholeMolecule()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(100, 200);
-        KytAtom* b = f.atom(200, 200);
-        KytAtom* c = f.atom(300, 200);
+        const auto [a, b, c] = f.row<3>(100, 200, 100);
         f.bond(a, b, {KYTBT_StereoUp});
         f.bond(b, c);
         f.drag({170, 200}, {180, 240}, Qt::ControlModifier);
@@ -435,9 +417,7 @@ private slots:
     void draggingAfterScrolling()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(800, 900);
-        KytAtom* b = f.atom(900, 900);
-        f.bond(a, b);
+        const auto [a, b] = f.chain<2>(800, 900, 100);
         f.scrollTo({456, 789});
         f.drag({800, 900}, {850, 1000});
         QCOMPARE(placeOf(a), QPointF(850, 1000));
@@ -505,9 +485,7 @@ private slots:
     {
         QFETCH(int, mode);
         ViewFixture f(static_cast<KytViewState>(mode));
-        KytAtom* a = f.atom(200, 200);
-        KytAtom* b = f.atom(300, 200);
-        f.bond(a, b);
+        const auto [a, b] = f.chain<2>(200, 200, 100);
         for (const QPoint p : {QPoint(200, 200), QPoint(230, 220), QPoint(250, 200), QPoint(400, 300)})
             for (const Qt::KeyboardModifier modifier : {Qt::NoModifier, Qt::ControlModifier})
                 f.move(p, modifier);
@@ -530,9 +508,7 @@ private slots:
     {
         QFETCH(int, mode);
         ViewFixture f;
-        KytAtom* a = f.atom(200, 200);
-        KytAtom* b = f.atom(300, 200);
-        f.bond(a, b);
+        const auto [a, b] = f.chain<2>(200, 200, 100);
         f.press({200, 200});
         f.view->canvasState = static_cast<KytViewState>(mode);
         f.move({240, 260});
@@ -570,9 +546,7 @@ private slots:
     void rotationTurnsByATenthPerPixel()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(300, 300);
-        KytAtom* other = f.atom(400, 300);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(300, 300, 100);
         f.press({300, 300});
         f.move({310, 300});
         STANDS_AT(other, 300 + 100 * std::cos(1.0), 300 + 100 * std::sin(1.0));
@@ -585,9 +559,7 @@ private slots:
     void rotationAddsUpStepByStep()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(300, 300);
-        KytAtom* other = f.atom(400, 300);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(300, 300, 100);
         f.press({300, 300});
         for (int x = 301; x <= 310; ++x) {
             f.move({x, 300});
@@ -600,9 +572,7 @@ private slots:
     void rotationMeasuresItsFirstStepFromThePivot()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(300, 300);
-        KytAtom* other = f.atom(400, 300);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(300, 300, 100);
         f.press({302, 299});
         f.move({305, 299});
         f.release({305, 299});
@@ -628,9 +598,7 @@ private slots:
         ViewFixture f(KYTVS_rotate);
         KytAtom* pivot = f.atom(300, 300);
         f.bond(pivot, f.atom(400, 300));
-        KytAtom* stranger = f.atom(400, 400);
-        KytAtom* strangersEnd = f.atom(450, 400);
-        f.bond(stranger, strangersEnd);
+        const auto [stranger, strangersEnd] = f.chain<2>(400, 400, 50);
         f.drag({300, 300}, {360, 340});
         QCOMPARE(placeOf(pivot), QPointF(300, 300));
         QCOMPARE(placeOf(stranger), QPointF(400, 400));
@@ -664,9 +632,7 @@ private slots:
     void rotationTurnsTheOtherWayToTheLeft()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(300, 300);
-        KytAtom* other = f.atom(400, 300);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(300, 300, 100);
         f.press({300, 300});
         f.move({290, 300});
         STANDS_AT(other, 300 + 100 * std::cos(1.0), 300 - 100 * std::sin(1.0));
@@ -690,9 +656,7 @@ private slots:
     void rotationIgnoresControl()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(300, 300);
-        KytAtom* other = f.atom(400, 300);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(300, 300, 100);
         f.drag({300, 300}, {310, 300}, Qt::ControlModifier);
         STANDS_AT(other, 354.0302306, 384.1470985);
         QCOMPARE(placeOf(pivot), QPointF(300, 300));
@@ -729,9 +693,7 @@ private slots:
     void rotationEndsAtTheRelease()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(300, 300);
-        KytAtom* other = f.atom(400, 300);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(300, 300, 100);
         f.drag({300, 300}, {310, 300});
         QVERIFY(!f.view->moving);
         const QPointF place = placeOf(other);
@@ -742,9 +704,7 @@ private slots:
     void rotationAfterScrolling()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(900, 900);
-        KytAtom* other = f.atom(1000, 900);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(900, 900, 100);
         f.scrollTo({600, 700});
         f.drag({900, 900}, {910, 880});
         STANDS_AT(other, 900 + 100 * std::cos(1.0), 900 + 100 * std::sin(1.0));
@@ -763,9 +723,7 @@ private slots:
     void rotationWithoutAPivotTurnsNothing()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* a = f.atom(300, 300);
-        KytAtom* b = f.atom(400, 300);
-        f.bond(a, b);
+        const auto [a, b] = f.chain<2>(300, 300, 100);
         f.drag({350, 300}, {380, 300});
         f.drag({350, 400}, {380, 420});
         QCOMPARE(placeOf(a), QPointF(300, 300));
@@ -904,13 +862,7 @@ private slots:
     void droppingTheThirdAtomOfAChainOnTheFirst()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(100, 200);
-        KytAtom* b = f.atom(200, 200);
-        KytAtom* c = f.atom(300, 200);
-        KytAtom* d = f.atom(400, 200);
-        f.bond(a, b);
-        f.bond(b, c);
-        f.bond(c, d);
+        const auto [a, b, c, d] = f.chain<4>(100, 200, 100);
         f.drag({300, 200}, {100, 200});
         QCOMPARE(f.atoms(), (QList<KytAtom*>{a, b, d}));
         QCOMPARE(bondsBetween(a, b), 1);
@@ -1279,9 +1231,7 @@ private slots:
     {
         QFETCH(Destroyer, destroy);
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(200, 200);
-        KytAtom* other = f.atom(300, 200);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(200, 200, 100);
         f.press({200, 200});
         f.move({205, 200});
         const QPointF place = placeOf(other);
@@ -1310,11 +1260,7 @@ private slots:
     void otherAtomsMayGoDuringADrag()
     {
         ViewFixture f;
-        KytAtom* a = f.atom(100, 200);
-        KytAtom* b = f.atom(200, 200);
-        KytAtom* c = f.atom(300, 200);
-        f.bond(a, b);
-        f.bond(b, c);
+        const auto [a, b, c] = f.chain<3>(100, 200, 100);
         f.press({100, 200}, Qt::ControlModifier);
         f.move({110, 200}, Qt::ControlModifier);
         delete b;

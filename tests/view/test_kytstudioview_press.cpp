@@ -403,9 +403,7 @@ private slots:
     void rightClickEndsARotation()
     {
         ViewFixture f(KYTVS_rotate);
-        KytAtom* pivot = f.atom(200, 200);
-        KytAtom* other = f.atom(300, 200);
-        f.bond(pivot, other);
+        const auto [pivot, other] = f.chain<2>(200, 200, 100);
         DialogAnswers answers;
         f.press({200, 200});
         QCOMPARE(f.view->moving, pivot);
@@ -603,9 +601,7 @@ private slots:
     void deletingAnAtomTakesItsBonds()
     {
         ViewFixture f(KYTVS_deleteItem);
-        KytAtom* left = f.atom(100, 200);
-        KytAtom* middle = f.atom(200, 200);
-        KytAtom* right = f.atom(300, 200);
+        const auto [left, middle, right] = f.row<3>(100, 200, 100);
         f.bond(left, middle);
         f.bond(middle, right, {KYTBT_StereoUp});
         f.click({200, 200});
@@ -620,9 +616,7 @@ private slots:
     void deletingALineTakesItsBond()
     {
         ViewFixture f(KYTVS_deleteItem);
-        KytAtom* left = f.atom(200, 200);
-        KytAtom* right = f.atom(300, 200);
-        f.bond(left, right);
+        const auto [left, right] = f.chain<2>(200, 200, 100);
         f.click({250, 200});
         QVERIFY(f.lines().isEmpty());
         QCOMPARE(f.atoms().size(), 2);
