@@ -831,8 +831,8 @@ private slots:
             QCOMPARE(box->button(QMessageBox::No)->text(), QString("Discard"));
             QVERIFY(box->button(QMessageBox::Cancel));
             QCOMPARE(box->button(QMessageBox::Cancel)->text().remove('&'), QString("Cancel"));
-            QVERIFY(box->defaultButton() == box->button(QMessageBox::Yes));
-            QVERIFY(box->escapeButton() == box->button(QMessageBox::Cancel));
+            QCOMPARE(box->defaultButton(), box->button(QMessageBox::Yes));
+            QCOMPARE(box->escapeButton(), box->button(QMessageBox::Cancel));
             QTest::mouseClick(box->button(QMessageBox::Cancel), Qt::LeftButton);
         });
         window->fileClose->trigger();

@@ -144,8 +144,10 @@ private slots:
         }
         const std::vector<BondCell> table = bondTable(atoms);
         QCOMPARE(int(table.size()), 59999);
-        for (int i = 0; i < 59999; ++i)
-            QVERIFY(table[std::size_t(i)].row == i && table[std::size_t(i)].column == i + 1);
+        for (int i = 0; i < 59999; ++i) {
+            QCOMPARE(table[std::size_t(i)].row, i);
+            QCOMPARE(table[std::size_t(i)].column, i + 1);
+        }
     }
 };
 

@@ -2,6 +2,7 @@
 #include "model/MoleculeMotion.h"
 #include "tests/support/DepthByRecursion.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -740,7 +741,7 @@ private slots:
         }
         centre->setAtomZ(4);
         for (const KytAtom* leaf : leaves)
-            QVERIFY(leaf->atomZ == 4);
+            EXACTLY(leaf->atomZ, 4);
         centre->moveBy(1, 1);
         leaves.first()->setAtomZ(1);
         QCOMPARE(centre->getAtomZ(), 4.0F);
@@ -771,10 +772,10 @@ private slots:
         const auto expected = [&](int i, double start) { return wedgeLater ? start + i * std::hypot(10, 10) : start; };
         corners.first()->setAtomZ(10);
         for (int i = 0; i <= 60; ++i)
-            QVERIFY(std::abs(corners[i]->atomZ - expected(i, 10)) < 1e-2);
+            NEAR(corners[i]->atomZ, expected(i, 10), 1e-2);
         corners.first()->setAtomZ(-10);
         for (int i = 0; i <= 60; ++i)
-            QVERIFY(std::abs(corners[i]->atomZ - expected(i, -10)) < 1e-2);
+            NEAR(corners[i]->atomZ, expected(i, -10), 1e-2);
         corners.first()->moveBy(0, 0.5);
         corners[20]->moveBy(1, 0);
         for (const KytAtom* corner : corners)

@@ -1,5 +1,6 @@
 #include "bonds/KytBond.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -568,7 +569,7 @@ private slots:
         QVERIFY(runs(bond->bond1, {0, 0}, {150, 0}));
         bond->setLength(QStringLiteral("30"));
         QVERIFY(isNear(b->x(), 30));
-        QVERIFY(bond->bondlength == 30.0F);
+        EXACTLY(bond->bondlength, 30.0F);
     }
 
     void aTypedLengthKeepsTheDirection()
@@ -592,7 +593,7 @@ private slots:
         Drawing d;
         KytBond* bond = d.looseBond(d.atom(0, 0), d.atom(7, 3));
         bond->setLength(QStringLiteral("33.3"));
-        QVERIFY(bond->bondlength == 33.3F);
+        EXACTLY(bond->bondlength, 33.3F);
         QCOMPARE(bond->getLength(), QString::number(double(33.3F), 'f', 6));
     }
 
@@ -727,7 +728,7 @@ private slots:
         d.looseBond(a, b, {KYTBT_StereoUp})->setBond();
         d.looseBond(a, c, {KYTBT_StereoUp})->setBond();
         QVERIFY(std::isfinite(b->getAtomZ()));
-        QVERIFY(c->getAtomZ() == FLT_MAX);
+        EXACTLY(c->getAtomZ(), FLT_MAX);
     }
 
     // Moving

@@ -1,5 +1,6 @@
 #include "bonds/KytStereoBond.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -183,7 +184,7 @@ private slots:
         for (const int kind : {KYTBT_StereoUp, KYTBT_StereoDown}) {
             Wedge w(kind);
             w.wedge->setAngle(angle);
-            QVERIFY(w.wedge->getAngle() == stored);
+            EXACTLY(w.wedge->getAngle(), stored);
             const double sign = kind == KYTBT_StereoUp ? 1 : -1;
             QCOMPARE(w.end->getAtomZ(), float(7 + std::tan(double(stored)) * 100 * sign));
             QCOMPARE(w.start->getAtomZ(), 7.0F);

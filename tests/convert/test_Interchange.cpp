@@ -2,6 +2,7 @@
 #include "convert/Conversion.h"
 #include "convert/Placement.h"
 #include "convert/Symbols.h"
+#include "tests/support/Near.h"
 
 #include <GraphMol/FileParsers/FileParsers.h>
 #include <GraphMol/SmilesParse/SmilesParse.h>
@@ -244,8 +245,7 @@ private slots:
         QFETCH(int, neighbour);
         QFETCH(QString, kind);
         const QString readme = QString::fromUtf8(contentsOf("lib/README.md"));
-        const QRegularExpressionMatch row =
-            QRegularExpression("\\| " + kind + " \\| ([0-9.]+) Å \\|").match(readme);
+        const QRegularExpressionMatch row = QRegularExpression("\\| " + kind + " \\| ([0-9.]+) Å \\|").match(readme);
         QVERIFY(row.hasMatch());
         const double length = row.captured(1).toDouble();
 
@@ -259,7 +259,7 @@ private slots:
             ++found;
             const auto& places = read->getConformer();
             const auto between = places.getAtomPos(bond->getBeginAtomIdx()) - places.getAtomPos(bond->getEndAtomIdx());
-            QVERIFY(std::fabs(between.length() - length) < 0.001);
+            NEAR(between.length(), length, 0.001);
         }
         QVERIFY(found > 1);
     }
@@ -495,7 +495,7 @@ private slots:
         for (const SketchBond& bond : sketches[0].molecules[0].bonds) {
             const SketchAtom& from = sketches[0].molecules[0].atoms[bond.from];
             const SketchAtom& to = sketches[0].molecules[0].atoms[bond.to];
-            QVERIFY(std::fabs(std::hypot(from.x - to.x, from.y - to.y) - 30) < 1);
+            NEAR(std::hypot(from.x - to.x, from.y - to.y), 30, 1);
         }
     }
 
@@ -701,7 +701,7 @@ private slots:
         QVERIFY(found != known.end());
         const MoleculeInfo info = infoOf(read(found->smiles.toUtf8(), Format::Smiles)[0].molecules[0]);
         QTEST(info.formula, "formula");
-        QVERIFY2(std::fabs(info.weight - weight) < 0.02, qPrintable(QString::number(info.weight)));
+        NEAR(info.weight, weight, 0.02);
         QTEST(info.rings, "rings");
         QCOMPARE(info.complaints, QStringList());
     }

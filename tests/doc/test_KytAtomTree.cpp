@@ -747,7 +747,7 @@ private slots:
         TreeReading reading(text);
         QCOMPARE(reading.drawing.atoms().size(), 100000);
         QCOMPARE(reading.molecule->getAtomsCount(), 100000);
-        QVERIFY(tree(reading.start) == text);
+        QCOMPARE(tree(reading.start), text);
     }
 
     void longChainWithoutItsEndsIsRead_data() { longChainIsWrittenAndReadBack_data(); }
@@ -758,7 +758,7 @@ private slots:
         TreeReading reading(chainText(20000, keyword, false));
         QCOMPARE(reading.drawing.atoms().size(), 20000);
         QCOMPARE(reading.drawing.bonds().size(), 19999);
-        QVERIFY(tree(reading.start) == chainText(20000, keyword, true));
+        QCOMPARE(tree(reading.start), chainText(20000, keyword, true));
     }
 
     void longRingIsWrittenAndReadBack()
@@ -779,7 +779,7 @@ private slots:
         text += "END\n";
         TreeReading reading(text);
         QCOMPARE(reading.start->outList.size(), 20000);
-        QVERIFY(tree(reading.start) == text);
+        QCOMPARE(tree(reading.start), text);
     }
 
     void longLadderOfFusedRingsIsWritten()

@@ -1,4 +1,5 @@
 #include "tests/doc/WorkspaceDrawing.h"
+#include "tests/support/Near.h"
 
 #include "bonds/KytBondLine.h"
 #include "bonds/KytStereoBond.h"
@@ -246,7 +247,8 @@ private slots:
         KytAtom* a = drawing.atom(0, 0);
         KytAtom* b = drawing.atom(30, 0);
         drawing.bond(a, b);
-        QVERIFY(a->outList.size() == 1 && b->inList.size() == 1);
+        QCOMPARE(a->outList.size(), 1);
+        QCOMPARE(b->inList.size(), 1);
         QCOMPARE(drawing.written().count("BOND"), 1);
     }
 
@@ -1463,7 +1465,7 @@ private slots:
         QVERIFY(first.contains(" MOLECULE 4 6\n"));
         QCOMPARE(second, QString(first).replace(" MOLECULE 4 6\n", " MOLECULE 4 5\n"));
         for (qsizetype i = 0; i < 9; ++i) {
-            QVERIFY(std::abs(read.atoms().at(i)->getAtomZ() - drawing.atoms().at(i)->getAtomZ()) < 1e-4);
+            NEAR(read.atoms().at(i)->getAtomZ(), drawing.atoms().at(i)->getAtomZ(), 1e-4);
             QCOMPARE(readAgain.atoms().at(i)->x(), read.atoms().at(i)->x());
             QCOMPARE(readAgain.atoms().at(i)->getAtomZ(), read.atoms().at(i)->getAtomZ());
         }
@@ -1573,7 +1575,7 @@ private slots:
                                        + marker)));
         QCOMPARE(drawing.symbols(), (QStringList{longWord, "N", "Marker"}));
         QCOMPARE(drawing.atoms().first()->x(), 0.0);
-        QVERIFY(drawing.atoms().first()->_atomColor[0] == huge);
+        QCOMPARE(drawing.atoms().first()->_atomColor[0], huge);
         QCOMPARE(drawing.bondTexts(), QStringList("0-1:0"));
         WorkspaceDrawing none;
         QVERIFY(!none.read(huge + huge));
@@ -1688,7 +1690,7 @@ private slots:
         QVERIFY(drawing.read(text));
         QVERIFY(LoggedMessages::lines().isEmpty());
         const qint64 before = peakMemory();
-        QVERIFY(drawing.written() == text);
+        QCOMPARE(drawing.written(), text);
         QVERIFY2(peakMemory() - before < 500 * 1024, qPrintable(QString("%1 KiB").arg(peakMemory() - before)));
         QCOMPARE(drawing.atoms().first()->getMolecule()->getAtomsCount(), size);
     }
@@ -1701,7 +1703,7 @@ private slots:
         text = workspace(text.chopped(1));
         WorkspaceDrawing drawing;
         QVERIFY(drawing.read(text));
-        QVERIFY(drawing.written() == text);
+        QCOMPARE(drawing.written(), text);
     }
 
     void manyBondsOnOneAtomComeBack()
@@ -1717,7 +1719,7 @@ private slots:
         text = workspace(text + " END_MOLECULE");
         WorkspaceDrawing drawing;
         QVERIFY(drawing.read(text));
-        QVERIFY(drawing.written() == text);
+        QCOMPARE(drawing.written(), text);
     }
 
     void manyBondsInOneCellAreRead()

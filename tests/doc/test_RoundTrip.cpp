@@ -1,5 +1,6 @@
 #include "bonds/BondUpdate.h"
 #include "tests/support/Files.h"
+#include "tests/support/Near.h"
 #include "tests/support/RoundTrip.h"
 
 #include <QDir>
@@ -280,7 +281,7 @@ private slots:
             Drawing read;
             QVERIFY(addWorkspace(writtenWorkspace(drawing.canvas()), read));
             const KytStereoBond* wedge = read.atoms().first()->outList.first()->stereoBond;
-            QVERIFY(std::fabs(wedge->getAngle() - angle) < 1e-3);
+            NEAR(wedge->getAngle(), angle, 1e-3);
             QCOMPARE(wedge->bondType, kind);
         }
     }

@@ -1,5 +1,6 @@
 #include "tests/doc/WorkspaceDrawing.h"
 #include "tests/support/Files.h"
+#include "tests/support/Near.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -82,12 +83,12 @@ private slots:
         KytAtom* nitrogen = atoms[4];
         KytAtom* hydrogen = atoms[5];
         QCOMPARE(nitrogen->getSymbol(), QString("N"));
-        QVERIFY(carbon->getMolecule() == oxygen->getMolecule());
+        QCOMPARE(carbon->getMolecule(), oxygen->getMolecule());
         QVERIFY(carbon->getMolecule() != nitrogen->getMolecule());
         const KytBond* wedge = nitrogen->isConnected(hydrogen);
         QVERIFY(wedge && wedge->stereoBond);
         QCOMPARE(wedge->bond1Type, KYTBT_StereoUp);
-        QVERIFY(std::abs(wedge->stereoBond->getAngle() - 45) < 0.001);
+        NEAR(wedge->stereoBond->getAngle(), 45, 0.001);
         QCOMPARE(hydrogen->x() - nitrogen->x(), 30.0);
         QCOMPARE(hydrogen->getAtomZ(), 30.0F);
     }

@@ -2,6 +2,7 @@
 
 #include "tests/i3d/OpenViewer.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QtTest>
 
@@ -522,7 +523,7 @@ private slots:
         const double elapsed = viewer.view.rotYAngle / 0.05;
         QVERIFY(elapsed >= 100); // what passes between the two looks at the clock in a frame is lost
         QVERIFY(elapsed <= end - start + 1);
-        QVERIFY(std::fabs(viewer.view.rotXAngle - viewer.view.rotYAngle * 0.6) < 0.01);
+        NEAR(viewer.view.rotXAngle, viewer.view.rotYAngle * 0.6, 0.01);
 
         viewer.view.rotation[0] = false;
         const float stopped = viewer.view.rotYAngle;
@@ -549,8 +550,8 @@ private slots:
         viewer.view.rotYAngle = 90;
         const Spot disc(viewer.picture());
         const double shift = -100 * pixelsPerUnit;
-        QVERIFY(std::fabs(disc.middle.x() - (pictureCentre.x() + shift)) < 3);
-        QVERIFY(std::fabs(disc.middle.y() - pictureCentre.y()) < 3);
+        NEAR(disc.middle.x(), pictureCentre.x() + shift, 3);
+        NEAR(disc.middle.y(), pictureCentre.y(), 3);
     }
 
     void byHandTheModelTurnsAboutTheTarget()
@@ -562,7 +563,7 @@ private slots:
         viewer.view.eye[1] += 100;
         viewer.view.rotYAngle = 180;
         const Spot disc(viewer.picture());
-        QVERIFY(std::fabs(disc.middle.x() - (pictureCentre.x() + 100 * pixelsPerUnit)) < 3);
+        NEAR(disc.middle.x(), pictureCentre.x() + 100 * pixelsPerUnit, 3);
     }
 
     void theViewIsReset()

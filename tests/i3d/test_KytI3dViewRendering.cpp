@@ -4,6 +4,7 @@
 #include "model/DrawnMolecules.h"
 #include "tests/i3d/OpenViewer.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QtTest>
 
@@ -77,9 +78,9 @@ private slots:
 
         const Spot disc(picture);
         const double radius = pixelsPerTangent * std::tan(std::asin(8 / startDistance));
-        QVERIFY2(std::fabs(disc.radius() - radius) < 0.7, qPrintable(QString::number(disc.radius())));
-        QVERIFY(std::fabs(disc.middle.x() - pictureCentre.x()) < 1.5);
-        QVERIFY(std::fabs(disc.middle.y() - pictureCentre.y()) < 1.5);
+        NEAR(disc.radius(), radius, 0.7);
+        NEAR(disc.middle.x(), pictureCentre.x(), 1.5);
+        NEAR(disc.middle.y(), pictureCentre.y(), 1.5);
         QVERIFY(std::abs(disc.bounds.width() - disc.bounds.height()) <= 2);
 
         const QRgb highlight = picture.pixel(pictureCentre);
@@ -125,7 +126,7 @@ private slots:
         const int components[] = {qRed(pixel), qGreen(pixel), qBlue(pixel)};
         const double full = std::max({sameAs[0].toInt(), sameAs[1].toInt(), sameAs[2].toInt()});
         for (int i = 0; i < 3; ++i)
-            QVERIFY(std::fabs(components[i] - strongest * sameAs[i].toInt() / full) < 6);
+            NEAR(components[i], strongest * sameAs[i].toInt() / full, 6);
     }
 
     void atomsLieAsOnTheCanvas()
@@ -170,7 +171,7 @@ private slots:
         for (const int side : {-1, 1}) {
             const QPoint middle = pictureCentre + QPoint(side * half, 0);
             const Spot sphere(picture, QRect(middle - QPoint(40, 40), QSize(81, 81)));
-            QVERIFY(std::abs(sphere.bounds.height() / 2.0 - 17.2) < 1.5);
+            NEAR(sphere.bounds.height() / 2.0, 17.2, 1.5);
             QVERIFY(isReddish(picture.pixel(middle + QPoint(0, 10))));
             QVERIFY(isReddish(picture.pixel(middle - QPoint(0, 10))));
             QVERIFY(isBlack(picture.pixel(middle + QPoint(side * 21, 0))));
@@ -273,7 +274,7 @@ private slots:
         const double depth = std::sqrt(length * length - 100.0 * 100.0);
         const double sign = kind == KYTBT_StereoUp ? 1 : -1;
         const QPointF stick(sign * depth * pixelsPerUnit, -100 * pixelsPerUnit);
-        QVERIFY(std::fabs(std::hypot(stick.x(), stick.y()) - length * pixelsPerUnit) < 1e-6);
+        NEAR(std::hypot(stick.x(), stick.y()), length * pixelsPerUnit, 1e-6);
         const QPointF across = QPointF(stick.y(), -stick.x()) / std::hypot(stick.x(), stick.y());
         const bool endsInASphere = depth == 0;
         for (double share = 0.2; share < (endsInASphere ? 0.9 : 0.99); share += 0.01)

@@ -1,4 +1,5 @@
 #include "i3d/SceneGeometry.h"
+#include "tests/support/Near.h"
 
 #include <QtTest>
 
@@ -224,7 +225,7 @@ private slots:
     {
         const auto stick = wedgeStick({1000, 1000}, {1100, 1000}, 0, 89.5);
         QVERIFY(stick);
-        QVERIFY(std::fabs(stick->length - 11459.3013) < 0.001);
+        NEAR(stick->length, 11459.3013, 0.001);
     }
 
     void aWedgeStartsAtTheDepthOfItsStartAtom()

@@ -1,4 +1,5 @@
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QDir>
 #include <QFile>
@@ -210,7 +211,7 @@ private slots:
         for (KytBond* bond : molecule.bonds) {
             const double length = distanceInSpace(bond->getFromAtom(), bond->getToAtom());
             const double expected = isBetween(bond, "C") ? betweenCarbons : toHydrogen;
-            QVERIFY2(std::abs(length - expected) < lengthTolerance, qPrintable(QString::number(length)));
+            NEAR(length, expected, lengthTolerance);
         }
     }
 
@@ -349,7 +350,7 @@ private slots:
         for (KytAtom* atom : benzene.atoms) {
             const double radius = std::hypot(atom->x() - middle.x(), atom->y() - middle.y());
             const double expected = atom->symbol == "C" ? aromatic : aromatic + carbonHydrogen;
-            QVERIFY2(std::abs(radius - expected) < lengthTolerance, qPrintable(QString::number(radius)));
+            NEAR(radius, expected, lengthTolerance);
         }
     }
 

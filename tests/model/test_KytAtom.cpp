@@ -1,5 +1,6 @@
 #include "model/KytAtom.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -684,11 +685,11 @@ private slots:
         KytAtom* b = d.atom(30, 0, 3);
         d.looseBond(a, b);
         a->setAtomZ(std::numeric_limits<float>::infinity());
-        QVERIFY(a->getAtomZ() == FLT_MAX);
-        QVERIFY(b->getAtomZ() == FLT_MAX);
+        EXACTLY(a->getAtomZ(), FLT_MAX);
+        EXACTLY(b->getAtomZ(), FLT_MAX);
         a->setAtomZ(-std::numeric_limits<float>::infinity());
-        QVERIFY(a->getAtomZ() == -FLT_MAX);
-        QVERIFY(b->getAtomZ() == -FLT_MAX);
+        EXACTLY(a->getAtomZ(), -FLT_MAX);
+        EXACTLY(b->getAtomZ(), -FLT_MAX);
     }
 };
 

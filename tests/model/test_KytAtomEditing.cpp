@@ -1,6 +1,7 @@
 #include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -281,7 +282,7 @@ private slots:
         QFETCH(double, x2);
         QFETCH(double, y2);
         QFETCH(double, angle);
-        QVERIFY(std::abs(findinclination(x1, y1, x2, y2) - angle) < 1e-14);
+        NEAR(findinclination(x1, y1, x2, y2), angle, 1e-14);
     }
 
     void aQuarterTurnAboutTheOrigin()
@@ -289,8 +290,8 @@ private slots:
         Drawing d;
         KytAtom* atom = d.atom(10, 0);
         atom->rotateAbout(0, 0, float(pi / 2));
-        QVERIFY(std::abs(atom->x()) < 1e-5);
-        QVERIFY(std::abs(atom->y() - 10) < 1e-5);
+        NEAR(atom->x(), 0, 1e-5);
+        NEAR(atom->y(), 10, 1e-5);
         QVERIFY(isAt(atom->canvasSymbol, atom->x(), atom->y()));
     }
 
@@ -304,8 +305,8 @@ private slots:
         for (int step = 1; step <= 3; ++step) {
             atom->rotateAbout(100, 100, 0.25F);
             const double angle = start + 0.25 * step;
-            QVERIFY(std::abs(atom->x() - (100 + 50 * std::cos(angle))) < 1e-9);
-            QVERIFY(std::abs(atom->y() - (100 + 50 * std::sin(angle))) < 1e-9);
+            NEAR(atom->x(), 100 + 50 * std::cos(angle), 1e-9);
+            NEAR(atom->y(), 100 + 50 * std::sin(angle), 1e-9);
         }
         QCOMPARE(bond->bond1->getEndPoint(), QPoint(int(atom->x()), int(atom->y())));
         QCOMPARE(bond->bondlength, 50.0F);
@@ -316,8 +317,8 @@ private slots:
         Drawing d;
         KytAtom* atom = d.atom(100, 60);
         atom->rotateAbout(100, 100, 0);
-        QVERIFY(std::abs(atom->x() - 100) < 1e-9);
-        QVERIFY(std::abs(atom->y() - 140) < 1e-9);
+        NEAR(atom->x(), 100, 1e-9);
+        NEAR(atom->y(), 140, 1e-9);
     }
 
     void anAtomStraightLeftOfTheCentreJumpsToTheRight()
@@ -374,7 +375,7 @@ private slots:
         d.looseBond(c, a);
         QVERIFY(!c->deleteBond(bond));
         QCOMPARE(c->getBondCount(), 1);
-        QVERIFY(c->deleteBond(nullptr) == false);
+        QCOMPARE(c->deleteBond(nullptr), false);
     }
 
     void aBondListedSeveralTimesIsTakenOutEverywhere()
@@ -1179,7 +1180,7 @@ private slots:
         const QList<KytAtom*> atoms = chain(d, 100000);
         atoms.first()->setAtomZ(12);
         for (const KytAtom* atom : atoms)
-            QVERIFY(atom->atomZ == 12.0F);
+            EXACTLY(atom->atomZ, 12.0F);
         atoms.first()->moveBy(1, 1);
         QVERIFY(atoms.first()->isOutListConnected(atoms.last()));
         QVERIFY(atoms.last()->isAnyhowConnected(atoms.first()));
@@ -1246,7 +1247,7 @@ private slots:
         QSet<KytMolecule*> molecules;
         for (const KytAtom* leaf : atoms) {
             QVERIFY(leaf->inList.isEmpty() && leaf->outList.isEmpty());
-            QVERIFY(leaf->molecule->getAtomsCount() == 1);
+            QCOMPARE(leaf->molecule->getAtomsCount(), 1);
             molecules.insert(leaf->molecule);
         }
         QCOMPARE(molecules.size(), 50000);
@@ -1283,7 +1284,7 @@ private slots:
         corners.first()->setAtomZ(10);
         const double rise = std::tan(30.0F * pi / 180) * std::hypot(15, 15);
         for (int i = 0; i <= 60; ++i) // the wedge is the later bond of each corner
-            QVERIFY(std::abs(corners[i]->atomZ - (10 + i * rise)) < 1e-2);
+            NEAR(corners[i]->atomZ, 10 + i * rise, 1e-2);
         corners.first()->moveBy(0, 1);
         corners[30]->moveBy(1, 0);
         delete corners[30];

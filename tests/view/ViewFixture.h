@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
@@ -13,17 +14,6 @@
 
 #include <array>
 #include <cmath>
-
-/// The difference of two numbers is below `tolerance`; says both when it is not. A NaN never passes.
-#define NEAR(actual, expected, tolerance)                                                                              \
-    do {                                                                                                               \
-        const double actualValue = (actual);                                                                           \
-        const double expectedValue = (expected);                                                                       \
-        QVERIFY2(std::abs(actualValue - expectedValue) < (tolerance),                                                  \
-                 qPrintable(QStringLiteral(#actual " is %1, expected %2")                                              \
-                                .arg(actualValue, 0, 'g', 12)                                                          \
-                                .arg(expectedValue, 0, 'g', 12)));                                                     \
-    } while (false)
 
 constexpr std::array<KytViewState, 8> everyMode = {KYTVS_view,           KYTVS_rotate,       KYTVS_drawSimpleBond,
                                                    KYTVS_drawDashedBond, KYTVS_drawStereoUp, KYTVS_drawStereoDown,

@@ -2,6 +2,7 @@
 #include "tests/support/Drawing.h"
 #include "tests/support/LargeDrawings.h"
 #include "tests/support/LargeGestures.h"
+#include "tests/support/Near.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -114,7 +115,7 @@ private slots:
         atoms.first()->setAtomZ(before);
         QVERIFY(atoms.last()->atomZ > before * 1.9F);
         atoms.first()->setAtomZ(0);
-        QVERIFY(std::abs(atoms.last()->atomZ / before - 1) < 1e-2);
+        NEAR(atoms.last()->atomZ / before, 1, 1e-2);
     }
 
     void aSheetCutInTwoIsTwoMolecules()

@@ -1,3 +1,4 @@
+#include "tests/support/Near.h"
 #include "view/DrawingGeometry.h"
 
 #include "view/kytstudioview.h"
@@ -86,9 +87,9 @@ private slots:
 
     void directionIsTheFloatNearestToAQuarterTurnOnTheVertical()
     {
-        QVERIFY(direction(100, 100, 100, 40) == 1.5707964F);
-        QVERIFY(direction(100, 100, 100, 160) == 1.5707964F);
-        QVERIFY(direction(100, 100, 160, 100) == 0.0F);
+        EXACTLY(direction(100, 100, 100, 40), 1.5707964F);
+        EXACTLY(direction(100, 100, 100, 160), 1.5707964F);
+        EXACTLY(direction(100, 100, 160, 100), 0.0F);
     }
 
     void theViewMeasuresDirectionsTheSameWay()
@@ -131,11 +132,11 @@ private slots:
 
     void halfAStepSnapsAwayFromTheReference()
     {
-        QVERIFY(snappedAngle(0.25F, 0.0F, 0.5F) == 0.5F);
-        QVERIFY(snappedAngle(0.75F, 0.0F, 0.5F) == 1.0F);
-        QVERIFY(snappedAngle(1.25F, 0.0F, 0.5F) == 1.5F);
-        QVERIFY(snappedAngle(1.75F, 2.0F, 0.5F) == 1.5F);
-        QVERIFY(snappedAngle(1.25F, 2.0F, 0.5F) == 1.0F);
+        EXACTLY(snappedAngle(0.25F, 0.0F, 0.5F), 0.5F);
+        EXACTLY(snappedAngle(0.75F, 0.0F, 0.5F), 1.0F);
+        EXACTLY(snappedAngle(1.25F, 0.0F, 0.5F), 1.5F);
+        EXACTLY(snappedAngle(1.75F, 2.0F, 0.5F), 1.5F);
+        EXACTLY(snappedAngle(1.25F, 2.0F, 0.5F), 1.0F);
     }
 
     void thirtySixStepsFallShortOfAFullTurn()

@@ -18,12 +18,12 @@ private slots:
         ViewFixture f;
         QCOMPARE(f.view->doc, f.doc.data());
         QCOMPARE(f.view->canvasState, KYTVS_view);
-        QVERIFY(f.view->fixedAngleValue == 0.17453292F);
-        QVERIFY(f.view->fixedLengthValue == 30.0F);
+        EXACTLY(f.view->fixedAngleValue, 0.17453292F);
+        EXACTLY(f.view->fixedLengthValue, 30.0F);
         QCOMPARE(f.view->fixedAngleFlag, 0);
         QCOMPARE(f.view->fixedLengthFlag, 0);
-        QVERIFY(f.view->newx == 0.0F);
-        QVERIFY(f.view->newy == 0.0F);
+        EXACTLY(f.view->newx, 0.0F);
+        EXACTLY(f.view->newy, 0.0F);
         QVERIFY(!f.view->lastAtom);
         QCOMPARE(f.view->isLastAtom, 0);
         QVERIFY(!f.view->moving);
@@ -60,7 +60,7 @@ private slots:
         ViewFixture f;
         QCOMPARE(tempBond->canvas(), f.canvas());
         QVERIFY(f.isOnCanvas(tempBond));
-        QVERIFY(tempBond->z() == 0.0);
+        EXACTLY(tempBond->z(), 0.0);
         QCOMPARE(tempBond->rtti(), static_cast<int>(QCanvasItem::Rtti_Line));
     }
 
@@ -677,11 +677,11 @@ private slots:
         f.view->lastAtom = f.atom(200, 200);
         f.view->newx = 210;
         f.view->newy = 200;
-        QVERIFY(f.view->getZplane() == 17.3205081F);
+        EXACTLY(f.view->getZplane(), 17.3205081F);
         f.view->canvasState = KYTVS_drawStereoDown;
-        QVERIFY(f.view->getZplane() == -17.3205081F);
+        EXACTLY(f.view->getZplane(), -17.3205081F);
         f.view->canvasState = KYTVS_drawSimpleBond;
-        QVERIFY(f.view->getZplane() == 0.0F);
+        EXACTLY(f.view->getZplane(), 0.0F);
     }
 
     void depthOfAWedgeOfThirtyPixels()
@@ -690,16 +690,16 @@ private slots:
         f.view->lastAtom = f.atom(200, 200);
         f.view->newx = 200;
         f.view->newy = 170;
-        QVERIFY(f.view->getZplane() == 51.961525F);
+        EXACTLY(f.view->getZplane(), 51.961525F);
     }
 
     void depthStartsAtTheStartAtomsDepth()
     {
         ViewFixture f(KYTVS_drawSimpleBond);
         f.view->lastAtom = f.atom(200, 200, -7.75F);
-        QVERIFY(f.view->getZplane() == -7.75F);
+        EXACTLY(f.view->getZplane(), -7.75F);
         f.view->canvasState = KYTVS_zigzag;
-        QVERIFY(f.view->getZplane() == -7.75F);
+        EXACTLY(f.view->getZplane(), -7.75F);
     }
 
     void depthOfAWedgeOfLengthZero()
@@ -708,9 +708,9 @@ private slots:
         f.view->lastAtom = f.atom(200, 200, 3);
         f.view->newx = 200;
         f.view->newy = 200;
-        QVERIFY(f.view->getZplane() == 3.0F);
+        EXACTLY(f.view->getZplane(), 3.0F);
         f.view->canvasState = KYTVS_drawStereoDown;
-        QVERIFY(f.view->getZplane() == 3.0F);
+        EXACTLY(f.view->getZplane(), 3.0F);
     }
 
     void depthWithoutAStartAtomIsZero()
@@ -718,7 +718,7 @@ private slots:
         ViewFixture f(KYTVS_drawStereoUp);
         f.view->newx = 100;
         f.view->newy = 100;
-        QVERIFY(f.view->getZplane() == 0.0F);
+        EXACTLY(f.view->getZplane(), 0.0F);
     }
 };
 

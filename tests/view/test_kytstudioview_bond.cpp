@@ -37,8 +37,8 @@ private slots:
             f.move(p);
             QVERIFY(tempBond->isVisible());
             QCOMPARE(lineOf(tempBond), QLine(QPoint(200, 200), p));
-            QVERIFY(f.view->newx == static_cast<float>(p.x()));
-            QVERIFY(f.view->newy == static_cast<float>(p.y()));
+            EXACTLY(f.view->newx, static_cast<float>(p.x()));
+            EXACTLY(f.view->newy, static_cast<float>(p.y()));
         }
         QCOMPARE(placeOf(tempBond), QPointF(0, 0));
     }
@@ -120,7 +120,7 @@ private slots:
         QVERIFY(f.texts.isEmpty());
         QVERIFY(f.counts.isEmpty());
         QVERIFY(!tempBond->isVisible());
-        QVERIFY(f.view->newx == 0.0F);
+        EXACTLY(f.view->newx, 0.0F);
     }
 
     void noReportInOtherModes_data() { addModeRows(std::array{KYTVS_view, KYTVS_rotate, KYTVS_deleteItem}); }
@@ -138,8 +138,8 @@ private slots:
         QVERIFY(f.counts.isEmpty());
         QCOMPARE(lineOf(tempBond), QLine(200, 200, 250, 220));
         QVERIFY(tempBond->isVisible());
-        QVERIFY(f.view->newx == 250.0F);
-        QVERIFY(f.view->newy == 220.0F);
+        EXACTLY(f.view->newx, 250.0F);
+        EXACTLY(f.view->newy, 220.0F);
     }
 
     void reportFollowsTheModeOfTheMoment()
@@ -199,8 +199,8 @@ private slots:
         f.click({200, 200});
         f.move({300, 200});
         QCOMPARE(last(f), report("30.000", "0.00"));
-        QVERIFY(f.view->newx == 230.0F);
-        QVERIFY(f.view->newy == 200.0F);
+        EXACTLY(f.view->newx, 230.0F);
+        EXACTLY(f.view->newy, 200.0F);
         QCOMPARE(lineOf(tempBond), QLine(200, 200, 230, 200));
     }
 
@@ -211,7 +211,7 @@ private slots:
         f.click({200, 200});
         f.move({205, 200});
         QCOMPARE(last(f), report("30.000", "0.00"));
-        QVERIFY(f.view->newx == 230.0F);
+        EXACTLY(f.view->newx, 230.0F);
     }
 
     void fixedLengthOfAWedgeReportsSixty()
@@ -222,7 +222,7 @@ private slots:
             f.click({200, 200});
             f.move({300, 200});
             QCOMPARE(last(f), report("60.000", "0.00"));
-            QVERIFY(f.view->newx == 230.0F);
+            EXACTLY(f.view->newx, 230.0F);
         }
     }
 
@@ -429,7 +429,7 @@ private slots:
         f.view->fixedLengthFlag = 1;
         f.click({200, 200});
         f.move({300, 201}); // the exact end lies a trace short of 230
-        QVERIFY(f.view->newx == 230.0F);
+        EXACTLY(f.view->newx, 230.0F);
         QCOMPARE(tempBond->endPoint(), QPoint(230, 200));
     }
 
@@ -465,7 +465,7 @@ private slots:
             QCOMPARE(static_cast<int>(bond->bond1Type),
                      static_cast<int>(mode == KYTVS_drawStereoUp ? KYTBT_StereoUp : KYTBT_StereoDown));
             QCOMPARE(bond->stereoBond->getPointsArray()->point(0), QPoint(200, 200));
-            QVERIFY(bond->stereoBond->getAngle() == 60.0F);
+            EXACTLY(bond->stereoBond->getAngle(), 60.0F);
         } else {
             QCOMPARE(lineOf(bond->bond1), QLine(200, 200, 260, 230));
             QCOMPARE(bond->bond1->isDashed, mode == KYTVS_drawDashedBond);
@@ -505,8 +505,8 @@ private slots:
         f.click({200, 200});
         f.click({300, 175});
         KytAtom* end = f.atoms().last();
-        QVERIFY(end->x() == static_cast<double>(f.view->newx));
-        QVERIFY(end->y() == static_cast<double>(f.view->newy));
+        EXACTLY(end->x(), static_cast<double>(f.view->newx));
+        EXACTLY(end->y(), static_cast<double>(f.view->newy));
         STANDS_AT(end, 301.511658, 182.100754);
     }
 
@@ -537,7 +537,7 @@ private slots:
             f.atom(200, 200, -12.5F);
             f.click({200, 200});
             f.click({260, 230});
-            QVERIFY(f.atoms().last()->getAtomZ() == -12.5F);
+            EXACTLY(f.atoms().last()->getAtomZ(), -12.5F);
         }
     }
 
@@ -560,7 +560,7 @@ private slots:
         f.click({200, 200});
         f.click({300, 200});
         QCOMPARE(last(f), report("60.000", "0.00"));
-        QVERIFY(f.atoms().last()->getAtomZ() == 51.961525F);
+        EXACTLY(f.atoms().last()->getAtomZ(), 51.961525F);
     }
 
     void newAtomBelongsToTheStartAtomsMolecule()
@@ -770,7 +770,7 @@ private slots:
         QCOMPARE(f.atoms().size(), 3);
         QCOMPARE(deep->getBondCount(), 0);
         QCOMPARE(placeOf(f.atoms().last()), QPointF(300, 240));
-        QVERIFY(f.atoms().last()->getAtomZ() == 0.0F);
+        EXACTLY(f.atoms().last()->getAtomZ(), 0.0F);
     }
 
     void wedgeDoesNotBondToAnAtomInTheStartAtomsPlane_data()
@@ -808,7 +808,7 @@ private slots:
         QCOMPARE(bond->getToAtom(), target);
         QCOMPARE(f.wedges().size(), 1);
         QCOMPARE(start->getMolecule(), target->getMolecule());
-        QVERIFY(target->getAtomZ() == depth);
+        EXACTLY(target->getAtomZ(), depth);
     }
 
     void wedgePlaneIsMetExactly()
@@ -1037,7 +1037,7 @@ private slots:
         QCOMPARE(atoms.size(), 5);
         QCOMPARE(f.lines().size(), 2);
         QCOMPARE(f.wedges().size(), 2);
-        QVERIFY(atoms[1]->getAtomZ() == 0.0F);
+        EXACTLY(atoms[1]->getAtomZ(), 0.0F);
         NEAR(atoms[2]->getAtomZ(), 51.961525, 1e-5);
         NEAR(atoms[3]->getAtomZ(), 51.961525, 1e-5);
         NEAR(atoms[4]->getAtomZ(), 0, 1e-5);

@@ -61,7 +61,7 @@ private slots:
             ViewFixture f;
             KytBond* bond = f.bond(f.atom(200, 200), f.atom(300, 200), {});
             f.view->addBond(bond, mode);
-            QVERIFY(bond->stereoBond->getAngle() == 60.0F);
+            EXACTLY(bond->stereoBond->getAngle(), 60.0F);
         }
     }
 
@@ -179,8 +179,8 @@ private slots:
         QCOMPARE(placeOf(a), QPointF(90, 260));
         QCOMPARE(placeOf(b), QPointF(190, 260));
         QCOMPARE(placeOf(c), QPointF(290, 260));
-        QVERIFY(a->getAtomZ() == 5.0F);
-        QVERIFY(b->getAtomZ() == 7.0F);
+        EXACTLY(a->getAtomZ(), 5.0F);
+        EXACTLY(b->getAtomZ(), 7.0F);
     }
 
     void draggingAFreeAtomOfALockedMoleculeMovesItAlone()
@@ -465,8 +465,8 @@ private slots:
         f.bond(a, locked);
         f.bond(a, open);
         f.drag({100, 200}, {110, 210});
-        QVERIFY(locked->getAtomZ() == 9.0F);
-        QVERIFY(open->getAtomZ() == 3.0F);
+        EXACTLY(locked->getAtomZ(), 9.0F);
+        EXACTLY(open->getAtomZ(), 3.0F);
     }
 
     void draggingLaysOutTheWedgesDepth()
@@ -550,7 +550,7 @@ private slots:
         f.press({300, 300});
         f.move({310, 300});
         STANDS_AT(other, 300 + 100 * std::cos(1.0), 300 + 100 * std::sin(1.0));
-        QVERIFY(_x == 310.0);
+        EXACTLY(_x, 310.0);
         f.release({310, 300});
         STANDS_AT(other, 354.0302306, 384.1470985);
         QCOMPARE(placeOf(pivot), QPointF(300, 300));
@@ -563,7 +563,7 @@ private slots:
         f.press({300, 300});
         for (int x = 301; x <= 310; ++x) {
             f.move({x, 300});
-            QVERIFY(_x == x);
+            EXACTLY(_x, x);
         }
         f.release({310, 300});
         STANDS_AT(other, 300 + 100 * std::cos(1.0), 300 + 100 * std::sin(1.0));
@@ -650,7 +650,7 @@ private slots:
         f.drag({300, 300}, {310, 300});
         STANDS_AT(other, 354.0302306, 384.1470985);
         QCOMPARE(placeOf(pivot), QPointF(300, 300));
-        QVERIFY(other->getAtomZ() == 12.0F);
+        EXACTLY(other->getAtomZ(), 12.0F);
     }
 
     void rotationIgnoresControl()
@@ -886,8 +886,8 @@ private slots:
         QCOMPARE(f.atoms(), (QList<KytAtom*>{shared, dropped, target}));
         QCOMPARE(placeOf(dropped), QPointF(300, 200));
         QCOMPARE(f.lines().size(), 2);
-        QVERIFY(target->getAtomZ() == 2.0F);
-        QVERIFY(dropped->getAtomZ() == 0.0F);
+        EXACTLY(target->getAtomZ(), 2.0F);
+        EXACTLY(dropped->getAtomZ(), 0.0F);
         QVERIFY(!f.view->moving);
     }
 
@@ -926,8 +926,8 @@ private slots:
         f.bond(dropped, neighbour);
         f.drag({200, 200}, {300, 200});
         QCOMPARE(f.atoms(), (QList<KytAtom*>{neighbour, target}));
-        QVERIFY(target->getAtomZ() == 50.0F);
-        QVERIFY(neighbour->getAtomZ() == 50.0F);
+        EXACTLY(target->getAtomZ(), 50.0F);
+        EXACTLY(neighbour->getAtomZ(), 50.0F);
     }
 
     void droppingOnTwoAtomsMergesWithTheUpperOneOnly()

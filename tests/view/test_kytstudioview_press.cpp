@@ -215,7 +215,7 @@ private slots:
         f.click({270, 200}, Qt::NoModifier, Qt::RightButton);
         QCOMPARE(answers.seen, wedgeDialog);
         QCOMPARE(shown, QStringLiteral("60.00"));
-        QVERIFY(wedge->getAngle() == 45.0F);
+        EXACTLY(wedge->getAngle(), 45.0F);
         NEAR(end->getAtomZ(), 161.97751905, 1e-3); // the tangent of 45 radians over 100 pixels
         QCOMPARE(f.wedges().size(), 1);
     }
@@ -229,7 +229,7 @@ private slots:
             ok(dialog);
         }});
         f.click({270, 200}, Qt::NoModifier, Qt::RightButton);
-        QVERIFY(wedge->getAngle() == 37.0F);
+        EXACTLY(wedge->getAngle(), 37.0F);
     }
 
     void wedgeDialogLeftWithoutOkChangesNothing_data() { atomDialogLeftWithoutOkChangesNothing_data(); }
@@ -247,8 +247,8 @@ private slots:
         }});
         f.click({270, 200}, Qt::NoModifier, Qt::RightButton);
         QCOMPARE(answers.seen, wedgeDialog);
-        QVERIFY(wedge->getAngle() == 60.0F);
-        QVERIFY(end->getAtomZ() == depth);
+        EXACTLY(wedge->getAngle(), 60.0F);
+        EXACTLY(end->getAtomZ(), depth);
     }
 
     void rightClickOnALineOpensNothing()
@@ -302,7 +302,7 @@ private slots:
         f.click({298, 200}, Qt::NoModifier, Qt::RightButton);
         QCOMPARE(answers.seen, atomDialog + wedgeDialog);
         QCOMPARE(end->getSymbol(), QStringLiteral("O"));
-        QVERIFY(wedge->getAngle() == 30.0F);
+        EXACTLY(wedge->getAngle(), 30.0F);
     }
 
     void rightClickOnTwoAtomsOpensTheUpperOneFirst()
@@ -338,8 +338,8 @@ private slots:
         DialogAnswers answers({Answer(&cancel), turn("10"), turn("20")});
         f.click({298, 200}, Qt::NoModifier, Qt::RightButton);
         QCOMPARE(answers.seen, atomDialog + wedgeDialog + wedgeDialog);
-        QVERIFY(second->getAngle() == 10.0F);
-        QVERIFY(first->getAngle() == 20.0F);
+        EXACTLY(second->getAngle(), 10.0F);
+        EXACTLY(first->getAngle(), 20.0F);
     }
 
     void rightDoubleClickOpensTheDialogTwice()
@@ -906,7 +906,7 @@ private slots:
         QCOMPARE(placeOf(atom), QPointF(200, 210));
         QCOMPARE(placeOf(atom->canvasSymbol), QPointF(200, 210));
         QVERIFY(atom->isVisible());
-        QVERIFY(atom->getAtomZ() == 0.0F);
+        EXACTLY(atom->getAtomZ(), 0.0F);
         QVERIFY(!atom->locked);
         QCOMPARE(atom->getSymbol(), QStringLiteral("C"));
         QCOMPARE(atom->getName(), QStringLiteral("C"));
@@ -915,8 +915,8 @@ private slots:
         QVERIFY(f.wedges().isEmpty());
         QCOMPARE(f.view->lastAtom, atom);
         QCOMPARE(f.view->isLastAtom, 1);
-        QVERIFY(f.view->newx == 200.0F);
-        QVERIFY(f.view->newy == 210.0F);
+        EXACTLY(f.view->newx, 200.0F);
+        EXACTLY(f.view->newy, 210.0F);
         f.release({200, 210});
         QCOMPARE(f.view->isLastAtom, 1);
         QCOMPARE(f.view->lastAtom, atom);
@@ -934,10 +934,10 @@ private slots:
         QCOMPARE(f.atoms().size(), 1);
         QCOMPARE(f.view->lastAtom, atom);
         QCOMPARE(f.view->isLastAtom, 1);
-        QVERIFY(f.view->newx == 201.0F);
-        QVERIFY(f.view->newy == 199.0F);
+        EXACTLY(f.view->newx, 201.0F);
+        EXACTLY(f.view->newy, 199.0F);
         QCOMPARE(placeOf(atom), QPointF(200, 200));
-        QVERIFY(atom->getAtomZ() == 7.5F);
+        EXACTLY(atom->getAtomZ(), 7.5F);
         QVERIFY(tempBond->isVisible());
     }
 
@@ -1030,8 +1030,8 @@ private slots:
         f.click({700, 900});
         QCOMPARE(f.atoms().size(), 1);
         QCOMPARE(placeOf(f.atoms().first()), QPointF(700, 900));
-        QVERIFY(f.view->newx == 700.0F);
-        QVERIFY(f.view->newy == 900.0F);
+        EXACTLY(f.view->newx, 700.0F);
+        EXACTLY(f.view->newy, 900.0F);
     }
 
     void firstClickWithoutAMoveBeforehand()
@@ -1313,7 +1313,7 @@ private slots:
         f.atom(200.25, 200);
         f.press({202, 199});
         QVERIFY(f.view->moving);
-        QVERIFY(_x == 200.25);
+        EXACTLY(_x, 200.25);
         f.release({202, 199});
     }
 
@@ -1324,7 +1324,7 @@ private slots:
         KytAtom* above = f.atom(201, 200);
         f.press({200, 200});
         QCOMPARE(f.view->moving, above);
-        QVERIFY(_x == 201.0);
+        EXACTLY(_x, 201.0);
     }
 
     void rotateModeTakesNothingButAtoms()
@@ -1337,7 +1337,7 @@ private slots:
         for (const QPoint p : {QPoint(250, 200), QPoint(270, 300), ViewFixture::onLabel(atom), QPoint(400, 400)}) {
             f.press(p);
             QVERIFY(!f.view->moving);
-            QVERIFY(_x == -1);
+            EXACTLY(_x, -1);
             f.release(p);
         }
     }

@@ -300,7 +300,7 @@ private slots:
         f.click({220, 100});
         QCOMPARE(f.atoms().size(), 5);
         for (const KytAtom* atom : f.atoms())
-            QVERIFY(atom->getAtomZ() == -4.25F);
+            EXACTLY(atom->getAtomZ(), -4.25F);
     }
 
     void chainStartsAtAnExistingAtom()
@@ -440,7 +440,7 @@ private slots:
         f.click({100, 100});
         f.move({160, 100});
         QCOMPARE(f.counts, QList<int>{3});
-        QVERIFY(f.view->newx == 160.0F);
+        EXACTLY(f.view->newx, 160.0F);
         QCOMPARE(lineOf(tempBond), QLine(100, 100, 160, 100));
         f.click({160, 100});
         QCOMPARE(f.atoms().size(), 3);
