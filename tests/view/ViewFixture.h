@@ -13,11 +13,21 @@
 #include <QTest>
 
 #include <array>
-#include <cmath>
+#include <functional>
+#include <utility>
 
-constexpr std::array<KytViewState, 8> everyMode = {KYTVS_view,           KYTVS_rotate,       KYTVS_drawSimpleBond,
-                                                   KYTVS_drawDashedBond, KYTVS_drawStereoUp, KYTVS_drawStereoDown,
-                                                   KYTVS_deleteItem,     KYTVS_zigzag};
+inline constexpr std::array<KytViewState, 8> everyMode = {
+    KYTVS_view,         KYTVS_rotate,         KYTVS_drawSimpleBond, KYTVS_drawDashedBond,
+    KYTVS_drawStereoUp, KYTVS_drawStereoDown, KYTVS_deleteItem,     KYTVS_zigzag};
+
+inline constexpr std::array bondModes = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp,
+                                         KYTVS_drawStereoDown};
+inline constexpr std::array wedgeModes = {KYTVS_drawStereoUp, KYTVS_drawStereoDown};
+inline constexpr std::array drawingModes = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp,
+                                            KYTVS_drawStereoDown, KYTVS_zigzag};
+inline constexpr std::array modesThatMoveNothing = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp,
+                                                    KYTVS_drawStereoDown, KYTVS_deleteItem,     KYTVS_zigzag};
+inline constexpr std::array modesThatDrawNothing = {KYTVS_view, KYTVS_rotate, KYTVS_deleteItem};
 
 /// Test rows, one for each of `modes`, with the mode in the column "mode".
 template <typename Modes> void addModeRows(const Modes& modes)
@@ -119,6 +129,17 @@ public:
         release(to, modifiers);
     }
 
+    /// Presses at the first of the points, moves on to the others and lets go at the last.
+    void dragAlong(std::initializer_list<QPoint> way)
+    {
+        press(*way.begin());
+        for (const QPoint* p = way.begin() + 1; p != way.end(); ++p)
+            move(*p);
+        release(*(way.end() - 1));
+    }
+
+    void rightClick(QPoint p) { click(p, Qt::NoModifier, Qt::RightButton); }
+
     /// Every gesture of the left button in every mode, around `p`; ends in view mode.
     void useEveryModeAt(QPoint p)
     {
@@ -145,6 +166,19 @@ public:
 
     QPoint scrolled() const { return {view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()}; }
     QPoint onViewport(QPoint p) const { return p - scrolled(); }
+    /// Where `p` is in the view's window while nothing is scrolled.
+    QPoint inWindow(QPoint p) const { return view->viewport()->mapTo(view.data(), p); }
+
+    /// What is under way between two clicks.
+    QString gesture() const
+    {
+        const bool begun = view->isLastAtom == 1;
+        if (begun != tempBond->isVisible())
+            return QStringLiteral("isLastAtom is %1, and the rubber band is %2")
+                .arg(view->isLastAtom)
+                .arg(begun ? QStringLiteral("hidden") : QStringLiteral("shown"));
+        return begun ? QStringLiteral("begun") : QStringLiteral("none");
+    }
 
 private:
     void send(QEvent::Type type, QPoint p, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
@@ -182,6 +216,27 @@ inline QPointF placeOf(const QCanvasItem* item)
 {
     return {item->x(), item->y()};
 }
+
+using Places = QList<QPointF>;
+
+inline Places placesOf(std::initializer_list<const QCanvasItem*> items)
+{
+    Places places;
+    for (const QCanvasItem* item : items)
+        places.append(placeOf(item));
+    return places;
+}
+
+/// Takes an atom away, alone or with more.
+using Destroyer = std::function<void(ViewFixture&, KytAtom*)>;
+Q_DECLARE_METATYPE(Destroyer)
+
+/// The ways in which an atom and what hangs on it can go.
+inline const std::array<std::pair<const char*, Destroyer>, 3> waysToGo{{
+    {"the atom", [](ViewFixture&, KytAtom* atom) { delete atom; }},
+    {"all atoms", [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); }},
+    {"the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas(); }},
+}};
 
 inline QLine lineOf(const QCanvasLine* line)
 {

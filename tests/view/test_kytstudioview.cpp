@@ -1,11 +1,6 @@
 #include "ViewFixture.h"
 #include "tests/app/TestWindow.h"
 
-#include <functional>
-
-using Destroyer = std::function<void(ViewFixture&, KytAtom*)>;
-Q_DECLARE_METATYPE(Destroyer)
-
 /// State, construction, hover and depth.
 class test_kytstudioview : public QObject {
     Q_OBJECT
@@ -535,14 +530,9 @@ private slots:
 
         const std::pair<const char*, QPoint> places[] = {
             {"atom", {200, 200}}, {"line", {250, 200}}, {"wedge", {200, 270}}, {"label", {0, 0}}};
-        const std::pair<const char*, Destroyer> ways[] = {
-            {"with its atom", [](ViewFixture&, KytAtom* atom) { delete atom; }},
-            {"with all atoms", [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); }},
-            {"with the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas(); }},
-        };
         for (const auto& [what, place] : places)
-            for (const auto& [how, destroy] : ways)
-                QTest::addRow("%s %s", what, how) << place << destroy;
+            for (const auto& [how, destroy] : waysToGo)
+                QTest::addRow("%s with %s", what, how) << place << destroy;
     }
 
     void hoveredItemIsForgottenWhenItGoes()
@@ -598,7 +588,7 @@ private slots:
         QVERIFY(!f.view->canvas());
         for (const KytViewState mode : everyMode) {
             f.view->canvasState = mode;
-            f.click({200, 200}, Qt::NoModifier, Qt::RightButton);
+            f.rightClick({200, 200});
         }
         f.useEveryModeAt({200, 200});
         QVERIFY(!f.view->hover);
