@@ -163,6 +163,8 @@ public:
         return complaint.isEmpty() ? QByteArray::number(steps.size()) + " modal windows did not come up"
                                    : complaint.toUtf8();
     }
+    /// What went wrong, or nothing.
+    QString fault() const { return done() ? QString() : QString::fromUtf8(trouble()); }
 
 private:
     static constexpr int period = 20;     // milliseconds

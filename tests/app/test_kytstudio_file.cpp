@@ -1,5 +1,3 @@
-#include "TestWindow.h"
-
 #include "FileDialogs.h"
 
 #include <QAbstractButton>
@@ -51,7 +49,11 @@ bool quits(const std::function<void()>& command)
     return QApplication::exec() != stayed;
 }
 
+using Answer = std::function<void(QMessageBox*)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Answer)
 
 class test_kytstudio_file : public QObject {
     Q_OBJECT
@@ -159,11 +161,10 @@ private slots:
         if (command == "New") {
             window->slotFileNew();
         } else if (command == "Open") {
-            steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("empty.kyt")); });
+            thenType(steps, openCommand, folder.path("empty.kyt"));
             window->slotFileOpen();
         } else {
-            steps.then<QMessageBox>(
-                [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
+            thenClick(steps, QMessageBox::No);
             window->slotFileClose();
         }
         QVERIFY2(steps.done(), steps.trouble());
@@ -238,11 +239,7 @@ private slots:
         QVERIFY(writeFile("three.kyt", atomsInAFile(3, "O")));
         const TestWindow window;
         window.bond(window.atom(50, 50), window.atom(90, 50));
-        ModalSteps steps;
-        steps.then<QFileDialog>("Open file dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("three.kyt")); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path("three.kyt")), QString());
         QCOMPARE(window.atoms().size(), 3);
         QCOMPARE(window.atoms()[0]->getSymbol(), QString("O"));
         QCOMPARE(itemCount(window), 6);
@@ -255,10 +252,7 @@ private slots:
         const WorkingFolder folder;
         QVERIFY(writeFile("one.kyt", atomsInAFile(1)));
         const TestWindow window;
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("one.kyt")); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path("one.kyt")), QString());
         QCOMPARE(window.atoms().size(), 1);
         QVERIFY(!window.atoms()[0]->locked);
     }
@@ -269,10 +263,7 @@ private slots:
         QVERIFY(writeFile("one.kyt", atomsInAFile(1)));
         const TestWindow window;
         window->drawStereoUp->trigger();
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("one.kyt")); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path("one.kyt")), QString());
         QCOMPARE(window->view->canvasState, KYTVS_drawStereoUp);
         QCOMPARE(window->viewGrp->checkedAction(), window->drawStereoUp);
     }
@@ -283,10 +274,7 @@ private slots:
         QVERIFY(writeFile("one.kyt", atomsInAFile(1)));
         const TestWindow window;
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("one.kyt")); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path("one.kyt")), QString());
         QCOMPARE(log.shown.first(), QString("Opening file...|5000"));
         QCOMPARE(log.shown.last(), QString("Loaded document: %1|4000").arg(folder.path("one.kyt")));
     }
@@ -297,10 +285,7 @@ private slots:
         QVERIFY(QDir().mkdir("data"));
         QVERIFY(writeFile("data/two.kyt", atomsInAFile(2)));
         const TestWindow window;
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, "two.kyt"); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, "two.kyt"), QString());
         QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(window->doc->docName, folder.path("data/two.kyt"));
     }
@@ -311,10 +296,7 @@ private slots:
         QVERIFY(writeFile("target.kyt", atomsInAFile(2)));
         QVERIFY(QFile::link(folder.path("target.kyt"), folder.path("link.kyt")));
         const TestWindow window;
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("link.kyt")); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path("link.kyt")), QString());
         QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(window->doc->docName, folder.path("target.kyt"));
     }
@@ -338,10 +320,7 @@ private slots:
         QVERIFY(writeFile(name, atomsInAFile(1)));
         const TestWindow window;
         QVERIFY(window.show());
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path(name)); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path(name)), QString());
         QCOMPARE(window->doc->docName, folder.path(name));
         QCOMPARE(message(window), "Loaded document: " + folder.path(name));
         QTRY_COMPARE(titleOnScreen(*window.get()), folder.path(name));
@@ -355,10 +334,7 @@ private slots:
         QVERIFY(writeFile("half.kyt", half + "nonsense"));
         const TestWindow window;
         window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("half.kyt")); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path("half.kyt")), QString());
         QCOMPARE(window.atoms().size(), 2);
         QCOMPARE(message(window), "Loaded document: " + folder.path("half.kyt"));
     }
@@ -391,10 +367,7 @@ private slots:
         const qsizetype items = itemCount(window);
         window->doc->docName = "before.kyt";
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Open file dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(cancel(window, openCommand), QString());
         QCOMPARE(window->doc->docName, QString());
         QCOMPARE(itemCount(window), items);
         QCOMPARE(window->windowTitle(), QString("KytStudio 1.1"));
@@ -419,12 +392,10 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Open file dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(cancel(window, openCommand), QString());
+        const ModalSteps none;
         window->slotFileSave();
-        QVERIFY2(steps.done(), steps.trouble());
+        QVERIFY2(none.done(), none.trouble());
         QCOMPARE(message(window), QString("Saving Done !"));
         QCOMPARE(timeOut(window), 4000);
         QCOMPARE(window->doc->docName, QString());
@@ -455,11 +426,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
-        window->slotFileSave();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, saveCommand, folder.path("a")), QString());
         QCOMPARE(folder.names(), QStringList({"a.kyt"}));
         QCOMPARE(readFile("a.kyt"), emptyWorkspace);
         QCOMPARE(window->doc->docName, folder.path("a.kyt"));
@@ -468,17 +435,16 @@ private slots:
         QCOMPARE(window->windowTitle(), QString("KytStudio 1.1"));
     }
 
-    void saveAppendsTheEndingAlsoToANameThatHasIt()
+    void theEndingIsAppendedAlsoToANameThatHasIt()
     {
-        const WorkingFolder folder;
-        const TestWindow window;
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a.kyt")); });
-        window->slotFileSave();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(folder.names(), QStringList({"a.kyt.kyt"}));
-        QCOMPARE(window->doc->docName, folder.path("a.kyt.kyt"));
+        for (const FileCommand& command : {saveCommand, saveAsCommand}) {
+            const WorkingFolder folder;
+            const TestWindow window;
+            QCOMPARE(choose(window, command, folder.path("a.kyt")), QString());
+            QCOMPARE(folder.names(), QStringList({"a.kyt.kyt"}));
+            QCOMPARE(window->doc->docName,
+                     command.slot == saveCommand.slot ? folder.path("a.kyt.kyt") : QString("noname.kyt"));
+        }
     }
 
     void saveByTypingANameInTheFolder()
@@ -512,8 +478,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
+        thenType(steps, saveCommand, folder.path("a"));
         window->slotFileSave();
         window.atom(50, 50);
         window->slotFileSave();
@@ -548,10 +513,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotFileSave();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(cancel(window, saveCommand), QString());
         QCOMPARE(folder.names(), QStringList({".kyt"}));
         QVERIFY(readFile(".kyt").contains("ATOM C 50 50 0 255 0 0"));
         QCOMPARE(window->doc->docName, QString(".kyt"));
@@ -564,11 +526,7 @@ private slots:
         const BracketTranslator translator;
         const TestWindow window;
         QCOMPARE(window->doc->docName, QString("[noname.kyt]"));
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
-        window->slotFileSave();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, saveCommand, folder.path("a")), QString());
         QCOMPARE(folder.names(), QStringList({"a.kyt"}));
     }
 
@@ -587,10 +545,7 @@ private slots:
                  QByteArray("KYTFILE\n MOLECULE 2 1\n  ATOM C 100 100 0 255 0 0\n  ATOM O 130 100 0 255 0 0\n"
                             "  BOND 0 1 1 1\n END_MOLECULE\nEND_KYTFILE\n"));
         window->slotFileNew();
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a.kyt")); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, folder.path("a.kyt")), QString());
         QCOMPARE(itemCount(window), 5);
         window->slotFileSave();
         QCOMPARE(readFile("a.kyt"), saved);
@@ -603,8 +558,7 @@ private slots:
         const TestWindow window;
         bool asked = false;
         ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
+        thenType(steps, saveCommand, folder.path("a"));
         steps.then<QMessageBox>([&](QMessageBox* box) {
             asked = true;
             QVERIFY2(box->text().contains("a.kyt"), qPrintable(box->text()));
@@ -626,10 +580,8 @@ private slots:
         QVERIFY(writeFile("a.kyt", "precious"));
         const TestWindow window;
         ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
+        thenType(steps, saveCommand, folder.path("a"));
+        thenClick(steps, QMessageBox::No);
         steps.then<QFileDialog>("Save File dialog", [&](QFileDialog* dialog) {
             QVERIFY(dialog->isVisible());
             typeNameAndEnter(dialog, folder.path("b"));
@@ -647,10 +599,9 @@ private slots:
         QVERIFY(writeFile("a.kyt", "precious"));
         const TestWindow window;
         ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
+        thenType(steps, saveCommand, folder.path("a"));
         steps.then<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
-        steps.then<QFileDialog>("Save File dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
+        thenCancel(steps, saveCommand);
         window->slotFileSave();
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(folder.names(), QStringList({".kyt", "a.kyt"}));
@@ -662,11 +613,7 @@ private slots:
         const WorkingFolder folder;
         QVERIFY(writeFile("a.kyt", "precious"));
         const TestWindow window;
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a.kyt")); });
-        window->slotFileSave();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, saveCommand, folder.path("a.kyt")), QString());
         QCOMPARE(folder.names(), QStringList({"a.kyt", "a.kyt.kyt"}));
         QCOMPARE(readFile("a.kyt"), QByteArray("precious"));
     }
@@ -686,8 +633,7 @@ private slots:
             QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
         });
         steps.then<QFileDialog>("Save File dialog", [](QFileDialog* dialog) { pressEnter(dialog); });
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton); });
+        thenClick(steps, QMessageBox::Yes);
         window->slotFileSaveAs();
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(folder.names(), QStringList({"a.kyt"}));
@@ -716,11 +662,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
-        window->slotFileSaveAs();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, saveAsCommand, folder.path("a")), QString());
         QCOMPARE(folder.names(), QStringList({"a.kyt"}));
         QCOMPARE(window->doc->docName, QString("noname.kyt"));
         QCOMPARE(window->windowTitle(), QString("KytStudio 1.1"));
@@ -728,28 +670,12 @@ private slots:
         QCOMPARE(log.shown.mid(log.shown.size() - 2), QStringList({"Saving As..|5000", "Saving Done !|4000"}));
     }
 
-    void saveAsAppendsTheEndingAlsoToANameThatHasIt()
-    {
-        const WorkingFolder folder;
-        const TestWindow window;
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a.kyt")); });
-        window->slotFileSaveAs();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(folder.names(), QStringList({"a.kyt.kyt"}));
-    }
-
     void saveAsWritesAlsoWhenNotModified()
     {
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->modified = false;
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
-        window->slotFileSaveAs();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, saveAsCommand, folder.path("a")), QString());
         QCOMPARE(readFile("a.kyt"), emptyWorkspace);
     }
 
@@ -758,11 +684,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->docName = "named.kyt";
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
-        window->slotFileSaveAs();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, saveAsCommand, folder.path("a")), QString());
         QCOMPARE(folder.names(), QStringList({"a.kyt"}));
         QCOMPARE(window->doc->docName, QString("named.kyt"));
     }
@@ -772,10 +694,7 @@ private slots:
         const WorkingFolder folder;
         const TestWindow window;
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotFileSaveAs();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(cancel(window, saveAsCommand), QString());
         QCOMPARE(folder.names(), QStringList({".kyt"}));
         QCOMPARE(readFile(".kyt"), emptyWorkspace);
         QCOMPARE(window->doc->docName, QString("noname.kyt"));
@@ -805,10 +724,7 @@ private slots:
         const NoEnding translator;
         const TestWindow window;
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Save File dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotFileSaveAs();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(cancel(window, saveAsCommand), QString());
         QCOMPARE(folder.names(), QStringList());
         QCOMPARE(log.shown.mid(log.shown.size() - 2), QStringList({"Saving As..|5000", "Saving aborted|4000"}));
     }
@@ -843,11 +759,7 @@ private slots:
     {
         const TestWindow window;
         window->doc->modified = false;
-        ModalSteps steps;
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Cancel), Qt::LeftButton); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(closeWith(window, QMessageBox::Cancel), QString());
     }
 
     void closeAndSaveWritesThenClears()
@@ -857,11 +769,7 @@ private slots:
         window->doc->docName = "a.kyt";
         window.bond(window.atom(50, 50), window.atom(90, 50));
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(closeWith(window, QMessageBox::Yes), QString());
         QVERIFY(readFile("a.kyt").contains("MOLECULE 2 1"));
         QCOMPARE(itemCount(window), 0);
         QCOMPARE(log.shown.first(), QString("Closing file...|5000"));
@@ -875,10 +783,8 @@ private slots:
         const TestWindow window;
         window.atom(50, 50);
         ModalSteps steps;
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton); });
-        steps.then<QFileDialog>("Save File dialog",
-                                [&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("a")); });
+        thenClick(steps, QMessageBox::Yes);
+        thenType(steps, saveCommand, folder.path("a"));
         window->slotFileClose();
         QVERIFY2(steps.done(), steps.trouble());
         QVERIFY(readFile("a.kyt").contains("ATOM C 50 50"));
@@ -892,32 +798,40 @@ private slots:
         const TestWindow window;
         window->doc->docName = "a.kyt";
         window.bond(window.atom(50, 50), window.atom(90, 50));
-        ModalSteps steps;
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(closeWith(window, QMessageBox::No), QString());
         QCOMPARE(folder.names(), QStringList());
         QCOMPARE(itemCount(window), 0);
         QCOMPARE(message(window), QString("Done !"));
         QCOMPARE(timeOut(window), 4000);
     }
 
-    void closeAndCancelKeepsEverything()
+    void closeWithoutSaveOrDiscardKeepsEverything_data()
     {
+        QTest::addColumn<Answer>("answer");
+        QTest::addColumn<QString>("told");
+        const QString aborted = "Close Aborted...|4000";
+        QTest::newRow("cancel") << Answer([](QMessageBox* box) {
+            QTest::mouseClick(box->button(QMessageBox::Cancel), Qt::LeftButton);
+        }) << aborted;
+        QTest::newRow("escape") << Answer([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); }) << aborted;
+        QTest::newRow("its own close button")
+            << Answer([](QMessageBox* box) { box->windowHandle()->close(); }) << aborted;
+        QTest::newRow("no answer") << Answer([](QMessageBox* box) { box->done(0); }) << "Closing file...|5000";
+    }
+
+    void closeWithoutSaveOrDiscardKeepsEverything()
+    {
+        QFETCH(Answer, answer);
+        QFETCH(QString, told);
         const WorkingFolder folder;
         const TestWindow window;
         window->doc->docName = "a.kyt";
         window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Cancel), Qt::LeftButton); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
+        const StatusLog log(window);
+        QCOMPARE(closeWith(window, answer), QString());
         QCOMPARE(folder.names(), QStringList());
         QCOMPARE(window.atoms().size(), 1);
-        QCOMPARE(message(window), QString("Close Aborted..."));
-        QCOMPARE(timeOut(window), 4000);
+        QCOMPARE(log.shown.last(), told);
     }
 
     void enterInTheCloseBoxSaves()
@@ -926,53 +840,9 @@ private slots:
         const TestWindow window;
         window->doc->docName = "a.kyt";
         window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(closeWith(window, [](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); }), QString());
         QCOMPARE(folder.names(), QStringList({"a.kyt"}));
         QCOMPARE(itemCount(window), 0);
-    }
-
-    void escapeInTheCloseBoxCancels()
-    {
-        const WorkingFolder folder;
-        const TestWindow window;
-        window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(window.atoms().size(), 1);
-        QCOMPARE(message(window), QString("Close Aborted..."));
-    }
-
-    void theCloseBoxesOwnCloseButtonCancels()
-    {
-        const WorkingFolder folder;
-        const TestWindow window;
-        window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QMessageBox>([](QMessageBox* box) { box->windowHandle()->close(); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(window.atoms().size(), 1);
-        QCOMPARE(message(window), QString("Close Aborted..."));
-    }
-
-    void aCloseBoxThatGoesWithoutAnAnswerChangesNothing()
-    {
-        const WorkingFolder folder;
-        const TestWindow window;
-        window.atom(50, 50);
-        ModalSteps steps;
-        steps.then<QMessageBox>([](QMessageBox* box) { box->done(0); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(folder.names(), QStringList());
-        QCOMPARE(window.atoms().size(), 1);
-        QCOMPARE(message(window), QString("Closing file..."));
-        QCOMPARE(timeOut(window), 5000);
     }
 
     void closeKeepsNameMarkAndCaption()
@@ -980,11 +850,7 @@ private slots:
         const TestWindow window;
         window->doc->docName = "a.kyt";
         window->setWindowTitle("a caption");
-        ModalSteps steps;
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(closeWith(window, QMessageBox::No), QString());
         QCOMPARE(window->doc->docName, QString("a.kyt"));
         QVERIFY(window->doc->isModified());
         QCOMPARE(window->windowTitle(), QString("a caption"));
@@ -1120,8 +986,7 @@ private slots:
         const TestWindow window;
         QVERIFY(window.show());
         ModalSteps steps;
-        steps.then<QMessageBox>(
-            [](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::Cancel), Qt::LeftButton); });
+        thenClick(steps, QMessageBox::Cancel);
         QVERIFY(!quits([&] { window->fileQuit->trigger(); }));
         QVERIFY2(steps.done(), steps.trouble());
         QVERIFY(window->isVisible());

@@ -1,5 +1,3 @@
-#include "TestWindow.h"
-
 #include "FileDialogs.h"
 
 #include <QAction>
@@ -36,6 +34,31 @@ const Molecule& moleculeOf(const QString& name)
             return molecule;
     }
     qFatal("no such molecule");
+}
+
+/// A command that adds a file of the user's choice to the drawing.
+struct Reading {
+    const char* name;
+    FileCommand command;
+    QAction* KytStudioApp::*action;
+    const char* folder;
+    const char* ending;
+    const char* filter;
+    bool locks; ///< whether the atoms that it adds are locked
+    const char* firstMessage;
+    int timeOut; ///< of that message, in milliseconds
+};
+
+const Reading readings[] = {
+    {"insert", insertCommand, &KytStudioApp::insertMolecule, "lib", ".kyf", "KytFragment (*.kyf)", true,
+     "Insert Molecule..", 15000},
+    {"import", importCommand, &KytStudioApp::importMolecule, "data", ".kyt", "KytBench (*.kyt)", false,
+     "Opening file...", 0},
+};
+
+const Reading& readingOf(const QString& name)
+{
+    return name == readings[0].name ? readings[0] : readings[1];
 }
 
 /// Writes a library into the working folder in which the atoms of each molecule carry its name as their symbol.
@@ -304,234 +327,128 @@ private slots:
             QCOMPARE(QPointF(atoms[i]->x(), atoms[i]->y()), before[i] + QPointF(7, 5));
     }
 
-    void insertAsksInTheStatedDialog()
+    void readingAsksInTheStatedDialog_data() { allReadings(); }
+
+    void readingAsksInTheStatedDialog()
     {
+        QFETCH(QString, name);
+        const Reading& reading = readingOf(name);
         const WorkingFolder folder;
-        QVERIFY(QDir().mkdir("lib"));
+        QVERIFY(QDir().mkdir(reading.folder));
         const TestWindow window;
+        window->statusBar()->showMessage("before", 9000);
         ModalSteps steps;
-        steps.then<QFileDialog>("Insert Moleculwe dialog", [&](QFileDialog* dialog) {
+        steps.then<QFileDialog>(reading.command.dialog, [&](QFileDialog* dialog) {
             QCOMPARE(dialog->windowTitle(), QString("Choose a Molecule"));
             QCOMPARE(dialog->parentWidget(), static_cast<QWidget*>(window.get()));
-            QCOMPARE(dialog->directory().canonicalPath(), folder.path("lib"));
-            QCOMPARE(dialog->nameFilters(), QStringList({"KytFragment (*.kyf)"}));
+            QCOMPARE(dialog->directory().canonicalPath(), folder.path(reading.folder));
+            QCOMPARE(dialog->nameFilters(), QStringList(reading.filter));
             QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptOpen);
             QCOMPARE(dialog->fileMode(), QFileDialog::ExistingFile);
             QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
-            QCOMPARE(message(window), QString("Insert Molecule.."));
-            QCOMPARE(timeOut(window), 15000);
+            QCOMPARE(message(window), QString(reading.firstMessage));
+            QCOMPARE(timeOut(window), reading.timeOut);
             pressEscape(dialog);
         });
-        window->insertMolecule->trigger();
+        (window.get()->*reading.action)->trigger();
         QVERIFY2(steps.done(), steps.trouble());
         QVERIFY(!window->findChild<QFileDialog*>());
     }
 
-    void insertReadsLockedAtomsOntoTheDrawing()
+    void readingAddsToTheDrawingAndLocksOrNot_data() { allReadings(); }
+
+    void readingAddsToTheDrawingAndLocksOrNot()
     {
+        QFETCH(QString, name);
+        const Reading& reading = readingOf(name);
         const WorkingFolder folder;
-        QVERIFY(QDir().mkdir("lib"));
-        QVERIFY(writeFile("lib/mine.kyf", atomsInAFile(2, "N")));
+        const QString file = QString("two") + reading.ending;
+        QVERIFY(QDir().mkdir(reading.folder));
+        QVERIFY(writeFile(QString(reading.folder) + '/' + file, atomsInAFile(2, "N")));
         const TestWindow window;
         KytAtom* mine = window.atom(300, 300);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Insert Moleculwe dialog",
-                                [](QFileDialog* dialog) { typeNameAndEnter(dialog, "mine.kyf"); });
-        window->slotInsertMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, reading.command, file), QString());
         const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), 3);
         QCOMPARE(atoms[0], mine);
         QVERIFY(!mine->locked);
-        QVERIFY(atoms[1]->locked && atoms[2]->locked);
-        QCOMPARE(atoms[2]->getSymbol(), QString("N"));
+        for (const KytAtom* added : atoms.sliced(1)) {
+            QCOMPARE(added->locked, reading.locks);
+            QCOMPARE(added->getSymbol(), QString("N"));
+        }
     }
 
-    void insertKeepsTheMode()
+    void readingKeepsModeNameAndCaption_data() { allReadings(); }
+
+    void readingKeepsModeNameAndCaption()
     {
+        QFETCH(QString, name);
         const WorkingFolder folder;
-        QVERIFY(writeFile("mine.kyf", atomsInAFile(2)));
-        const TestWindow window;
-        window->rotateMode->trigger();
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("mine.kyf")); });
-        window->slotInsertMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(window.atoms().size(), 2);
-        QCOMPARE(window->view->canvasState, KYTVS_rotate);
-        QCOMPARE(window->viewGrp->checkedAction(), window->rotateMode);
+        QVERIFY(writeFile("two", atomsInAFile(2)));
+        for (QAction* KytStudioApp::*mode : {&KytStudioApp::rotateMode, &KytStudioApp::deleteItem}) {
+            const TestWindow window;
+            (window.get()->*mode)->trigger();
+            const KytViewState state = window->view->canvasState;
+            window->doc->docName = "drawing.kyt";
+            QCOMPARE(choose(window, readingOf(name).command, folder.path("two")), QString());
+            QCOMPARE(window.atoms().size(), 2);
+            QCOMPARE(window->view->canvasState, state);
+            QCOMPARE(window->viewGrp->checkedAction(), window.get()->*mode);
+            QCOMPARE(window->doc->docName, QString("drawing.kyt"));
+            QCOMPARE(window->windowTitle(), QString("KytStudio 1.1"));
+        }
     }
 
-    void insertShowsItsMessages()
+    void readingShowsItsMessages_data() { allReadings(); }
+
+    void readingShowsItsMessages()
     {
+        QFETCH(QString, name);
+        const Reading& reading = readingOf(name);
         const WorkingFolder folder;
-        QVERIFY(writeFile("mine.kyf", atomsInAFile(2)));
+        QVERIFY(writeFile("two", atomsInAFile(2)));
         const TestWindow window;
         const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("mine.kyf")); });
-        window->slotInsertMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(log.shown.first(), QString("Insert Molecule..|15000"));
+        QCOMPARE(choose(window, reading.command, folder.path("two")), QString());
+        QCOMPARE(log.shown.first(), firstLogged(reading));
         QCOMPARE(log.shown.last(), QString("Ready."));
+        QCOMPARE(timeOut(window), 0);
     }
 
-    void cancellingInsertAddsNothingAndEndsWithReady()
+    void cancellingAddsNothingAndEndsWithReady_data() { allReadings(); }
+
+    void cancellingAddsNothingAndEndsWithReady()
     {
+        QFETCH(QString, name);
         const WorkingFolder folder;
         const TestWindow window;
         window->view->canvasState = KYTVS_rotate;
+        window->doc->docName = "drawing.kyt";
         const Printed printed;
-        ModalSteps steps;
-        steps.then<QFileDialog>("Insert Moleculwe dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotInsertMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(cancel(window, readingOf(name).command), QString());
         QVERIFY(window.atoms().isEmpty());
         QCOMPARE(message(window), QString("Ready."));
         QCOMPARE(timeOut(window), 0);
         QCOMPARE(window->view->canvasState, KYTVS_rotate);
+        QCOMPARE(window->doc->docName, QString("drawing.kyt"));
         QCOMPARE(Printed::lines, QStringList());
     }
 
-    void insertWithoutAViewAsksNothing()
+    void readingWithoutAViewAsksNothing_data() { allReadings(); }
+
+    void readingWithoutAViewAsksNothing()
     {
+        QFETCH(QString, name);
+        const Reading& reading = readingOf(name);
         const WorkingFolder folder;
         const TestWindow window;
         KytStudioView* view = std::exchange(window->view, nullptr);
         const StatusLog log(window);
         const ModalSteps steps;
-        window->slotInsertMolecule();
+        (window.get()->*reading.command.slot)();
         window->view = view;
         QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(log.shown, QStringList({"Insert Molecule..|15000", "Ready."}));
-    }
-
-    void insertKeepsNameAndCaption()
-    {
-        const WorkingFolder folder;
-        QVERIFY(writeFile("mine.kyf", atomsInAFile(2)));
-        const TestWindow window;
-        window->doc->docName = "drawing.kyt";
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("mine.kyf")); });
-        window->slotInsertMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(window->doc->docName, QString("drawing.kyt"));
-        QCOMPARE(window->windowTitle(), QString("KytStudio 1.1"));
-    }
-
-    void importAsksInTheStatedDialog()
-    {
-        const WorkingFolder folder;
-        QVERIFY(QDir().mkdir("data"));
-        const TestWindow window;
-        window->statusBar()->showMessage("before", 9000);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Import Moleculwe dialog", [&](QFileDialog* dialog) {
-            QCOMPARE(dialog->windowTitle(), QString("Choose a Molecule"));
-            QCOMPARE(dialog->parentWidget(), static_cast<QWidget*>(window.get()));
-            QCOMPARE(dialog->directory().canonicalPath(), folder.path("data"));
-            QCOMPARE(dialog->nameFilters(), QStringList({"KytBench (*.kyt)"}));
-            QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptOpen);
-            QCOMPARE(dialog->fileMode(), QFileDialog::ExistingFile);
-            QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
-            QCOMPARE(message(window), QString("Opening file..."));
-            QCOMPARE(timeOut(window), 0);
-            pressEscape(dialog);
-        });
-        window->importMolecule->trigger();
-        QVERIFY2(steps.done(), steps.trouble());
-        QVERIFY(!window->findChild<QFileDialog*>());
-    }
-
-    void importReadsUnlockedAtomsOntoTheDrawing()
-    {
-        const WorkingFolder folder;
-        QVERIFY(QDir().mkdir("data"));
-        QVERIFY(writeFile("data/two.kyt", atomsInAFile(2, "N")));
-        const TestWindow window;
-        KytAtom* mine = window.atom(300, 300);
-        ModalSteps steps;
-        steps.then<QFileDialog>("Import Moleculwe dialog",
-                                [](QFileDialog* dialog) { typeNameAndEnter(dialog, "two.kyt"); });
-        window->slotImportMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        const QList<KytAtom*> atoms = window.atoms();
-        QCOMPARE(atoms.size(), 3);
-        QCOMPARE(atoms[0], mine);
-        QVERIFY(!atoms[1]->locked && !atoms[2]->locked);
-        QCOMPARE(atoms[1]->getSymbol(), QString("N"));
-    }
-
-    void importKeepsTheMode()
-    {
-        const WorkingFolder folder;
-        QVERIFY(writeFile("two.kyt", atomsInAFile(2)));
-        const TestWindow window;
-        window->deleteItem->trigger();
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("two.kyt")); });
-        window->slotImportMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(window->view->canvasState, KYTVS_deleteItem);
-    }
-
-    void importShowsItsMessages()
-    {
-        const WorkingFolder folder;
-        QVERIFY(writeFile("two.kyt", atomsInAFile(2)));
-        const TestWindow window;
-        const StatusLog log(window);
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("two.kyt")); });
-        window->slotImportMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(log.shown.first(), QString("Opening file..."));
-        QCOMPARE(log.shown.last(), QString("Ready."));
-        QCOMPARE(timeOut(window), 0);
-    }
-
-    void importKeepsNameAndCaption()
-    {
-        const WorkingFolder folder;
-        QVERIFY(writeFile("two.kyt", atomsInAFile(2)));
-        const TestWindow window;
-        window->doc->docName = "drawing.kyt";
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("two.kyt")); });
-        window->slotImportMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(window.atoms().size(), 2);
-        QCOMPARE(window->doc->docName, QString("drawing.kyt"));
-        QCOMPARE(window->windowTitle(), QString("KytStudio 1.1"));
-    }
-
-    void cancellingImportAddsNothingAndEndsWithReady()
-    {
-        const WorkingFolder folder;
-        const TestWindow window;
-        window->doc->docName = "drawing.kyt";
-        ModalSteps steps;
-        steps.then<QFileDialog>("Import Moleculwe dialog", [](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotImportMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
-        QVERIFY(window.atoms().isEmpty());
-        QCOMPARE(message(window), QString("Ready."));
-        QCOMPARE(timeOut(window), 0);
-        QCOMPARE(window->doc->docName, QString("drawing.kyt"));
-    }
-
-    void importWithoutAViewAsksNothing()
-    {
-        const WorkingFolder folder;
-        const TestWindow window;
-        KytStudioView* view = std::exchange(window->view, nullptr);
-        const StatusLog log(window);
-        const ModalSteps steps;
-        window->slotImportMolecule();
-        window->view = view;
-        QVERIFY2(steps.done(), steps.trouble());
-        QCOMPARE(log.shown, QStringList({"Opening file...", "Ready."}));
+        QCOMPARE(log.shown, QStringList({firstLogged(reading), "Ready."}));
     }
 
     void importedMoleculesStayApart()
@@ -539,14 +456,8 @@ private slots:
         const WorkingFolder folder;
         QVERIFY(writeFile("two.kyt", atomsInAFile(2)));
         const TestWindow window;
-        const auto importTwo = [&] {
-            ModalSteps steps;
-            steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path("two.kyt")); });
-            window->slotImportMolecule();
-            QVERIFY2(steps.done(), steps.trouble());
-        };
-        importTwo();
-        importTwo();
+        for (int round = 0; round < 2; ++round)
+            QCOMPARE(choose(window, importCommand, folder.path("two.kyt")), QString());
         const QList<KytAtom*> atoms = window.atoms();
         QCOMPARE(atoms.size(), 4);
         QCOMPARE(atoms[0]->getMolecule(), atoms[1]->getMolecule());
@@ -560,6 +471,17 @@ private:
         QTest::addColumn<QString>("name");
         for (const Molecule& molecule : molecules)
             QTest::newRow(molecule.name) << QString(molecule.name);
+    }
+    static void allReadings()
+    {
+        QTest::addColumn<QString>("name");
+        for (const Reading& reading : readings)
+            QTest::newRow(reading.name) << QString(reading.name);
+    }
+    static QString firstLogged(const Reading& reading)
+    {
+        return reading.timeOut > 0 ? QString("%1|%2").arg(reading.firstMessage).arg(reading.timeOut)
+                                   : QString(reading.firstMessage);
     }
     static int expectedCount(const QString& name) { return int(&moleculeOf(name) - molecules) + 1; }
 };

@@ -50,11 +50,6 @@ const QByteArray drawing = "KYTFILE\n MOLECULE 2 1\n  ATOM N 60 60 0 255 0 0\n  
 
 const QByteArray oneCarbon = "KYTFILE\n MOLECULE 1 0\n  ATOM C 50 60 0 255 0 0\n END_MOLECULE\nEND_KYTFILE\n";
 
-void answer(ModalSteps& steps, QMessageBox::StandardButton button)
-{
-    steps.then<QMessageBox>([button](QMessageBox* box) { QTest::mouseClick(box->button(button), Qt::LeftButton); });
-}
-
 } // namespace
 
 /// The net under the commands that clear the drawing, and under the ends of the program.
@@ -105,10 +100,7 @@ private slots:
         const StateHome state;
         const TestWindow window;
         window.atom(50, 60);
-        ModalSteps steps;
-        steps.then<QFileDialog>([](QFileDialog* dialog) { pressEscape(dialog); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(cancel(window, openCommand), QString());
         QCOMPARE(state.copies(), Texts());
     }
 
@@ -124,10 +116,7 @@ private slots:
         const QString oldest =
             safetyCopyFolder() + u'/' + QDir(safetyCopyFolder()).entryList(QDir::Files, QDir::Name).first();
         window.atom(50, 60);
-        ModalSteps steps;
-        steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, oldest); });
-        window->slotFileOpen();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, openCommand, oldest), QString());
         QCOMPARE(window->doc->docName, QFileInfo(oldest).canonicalFilePath());
         QCOMPARE(window.atoms().size(), 1);
         QCOMPARE(window.atoms()[0]->x(), 0.0);
@@ -143,13 +132,8 @@ private slots:
         QVERIFY(writeFile("two.kyf", drawing));
         const TestWindow window;
         window.atom(50, 60);
-        ModalSteps steps;
-        for (const char* name : {"two.kyt", "two.kyf"})
-            steps.then<QFileDialog>(
-                [&folder, name](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path(name)); });
-        window->slotImportMolecule();
-        window->slotInsertMolecule();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(choose(window, importCommand, folder.path("two.kyt")), QString());
+        QCOMPARE(choose(window, insertCommand, folder.path("two.kyf")), QString());
         QCOMPARE(window.atoms().size(), 5);
         QCOMPARE(state.copies(), Texts());
     }
@@ -172,10 +156,7 @@ private slots:
         const TestWindow window;
         window->doc->docName = "a.kyt";
         window.atom(50, 60);
-        ModalSteps steps;
-        answer(steps, QMessageBox::StandardButton(button));
-        window->slotFileClose();
-        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(closeWith(window, QMessageBox::StandardButton(button)), QString());
         QCOMPARE(state.copies(), copied ? Texts{oneCarbon} : Texts());
     }
 
