@@ -2,6 +2,7 @@
 #include "convert/Conversion.h"
 #include "convert/Placement.h"
 #include "convert/Symbols.h"
+#include "tests/support/Near.h"
 
 #include <GraphMol/FileParsers/FileParsers.h>
 #include <GraphMol/SmilesParse/SmilesParse.h>
@@ -244,8 +245,7 @@ private slots:
         QFETCH(int, neighbour);
         QFETCH(QString, kind);
         const QString readme = QString::fromUtf8(contentsOf("lib/README.md"));
-        const QRegularExpressionMatch row =
-            QRegularExpression("\\| " + kind + " \\| ([0-9.]+) Å \\|").match(readme);
+        const QRegularExpressionMatch row = QRegularExpression("\\| " + kind + " \\| ([0-9.]+) Å \\|").match(readme);
         QVERIFY(row.hasMatch());
         const double length = row.captured(1).toDouble();
 
@@ -259,7 +259,7 @@ private slots:
             ++found;
             const auto& places = read->getConformer();
             const auto between = places.getAtomPos(bond->getBeginAtomIdx()) - places.getAtomPos(bond->getEndAtomIdx());
-            QVERIFY(std::fabs(between.length() - length) < 0.001);
+            NEAR(between.length(), length, 0.001);
         }
         QVERIFY(found > 1);
     }
@@ -353,20 +353,20 @@ private slots:
         QTest::addColumn<Format>("format");
         QTest::addColumn<QString>("note");
         QTest::newRow("hydrogen bonds") << QByteArray("BOND 0 1 1 0\nBOND 1 2 1 0") << Format::Molfile
-                                        << "hydrogen bonds, which become bonds of any kind (8) in a V2000 file (2)";
-        QTest::newRow("dashed double bond") << QByteArray("BOND 0 1 2 0 0") << Format::Molfile
-                                            << "bonds of two or three dashed lines, which become solid (1)";
+                                        << "hydrogen bonds: written as bond type 8 (any) in V2000 (2)";
+        QTest::newRow("dashed double bond")
+            << QByteArray("BOND 0 1 2 0 0") << Format::Molfile
+            << "bonds of two or three dashed lines: written as double or triple bonds (1)";
         QTest::newRow("dashed line first")
             << QByteArray("BOND 0 1 2 0 1") << Format::Molfile
-            << "aromatic bonds whose first line is the dashed one, which becomes the second (1)";
+            << "aromatic bonds with the dashed line first: written with the dashed line second (1)";
         QTest::newRow("triple bond with a dash") << QByteArray("BOND 0 1 3 1 1 0") << Format::Molfile
-                                                 << "triple bonds with a dashed line, which become aromatic bonds (1)";
+                                                 << "triple bonds with a dashed line: written as aromatic bonds (1)";
         QTest::newRow("two bonds") << QByteArray("BOND 0 1 1 1\nBOND 1 0 1 1") << Format::Molfile
-                                   << "second bonds between the same two atoms, which are left out (1)";
-        QTest::newRow("no lines") << QByteArray("BOND 0 1 0") << Format::Molfile
-                                  << "bonds without lines, which are left out (1)";
+                                   << "duplicate bonds between two atoms: omitted (1)";
+        QTest::newRow("no lines") << QByteArray("BOND 0 1 0") << Format::Molfile << "bonds without lines: omitted (1)";
         QTest::newRow("hydrogen bond in SMILES")
-            << QByteArray("BOND 0 1 1 0") << Format::Smiles << "hydrogen bonds, which SMILES does not have (1)";
+            << QByteArray("BOND 0 1 1 0") << Format::Smiles << "hydrogen bonds: omitted, not supported in SMILES (1)";
     }
     void whatIsLostIsNamedWithACount()
     {
@@ -384,25 +384,27 @@ private slots:
         QTest::addColumn<QString>("note");
         QTest::newRow("coordinative bond of a V2000 file")
             << molfileWith("  1  2  9  0\n") << Format::Molfile
-            << "coordinative and other bonds that a drawing does not have, which become single bonds (1)";
-        QTest::newRow("unknown bond type") << molfileWith("  1  2 12  0\n") << Format::Molfile
-                                           << "bonds of an unknown type, which become dashed lines (1)";
+            << "dative and other unsupported bonds: read as single bonds (1)";
+        QTest::newRow("unknown bond type")
+            << molfileWith("  1  2 12  0\n") << Format::Molfile << "bonds of unknown type: read as dashed lines (1)";
         QTest::newRow("S-group") << molfileWith("  1  2  1  0\nM  STY  1   1 SUP\nM  SAL   1  1   2\n"
                                                 "M  SBL   1  1   1\nM  SMT   1 Me\n")
-                                 << Format::Molfile << "groups of atoms (S-groups), which a drawing does not have (1)";
+                                 << Format::Molfile << "S-groups: discarded, not supported in drawings (1)";
         QTest::newRow("valence")
             << QByteArray(molfileWith("  1  2  1  0\n")).replace("C   0  0\n  1", "C   0  0  0  0  0  2\n  1")
-            << Format::Molfile << "atoms with more or fewer hydrogens than usual, which a symbol does not say (1)";
+            << Format::Molfile << "atoms with an unusual number of hydrogens: read with the usual number (1)";
         QTest::newRow("hydrogens") << QByteArray("[PH5]") << Format::Smiles
-                                   << "atoms with more or fewer hydrogens than usual, which a symbol does not say (1)";
-        QTest::newRow("open double bond") << QByteArray("CC=CC\nC/C=C/C\nCC(C)=C\nC1CC=CCC1") << Format::Smiles
-                                          << "double bonds of unknown stereo, which a drawing cannot show (1)";
-        const QString unusual = "stereo of allenes and of centres that are not tetrahedral, which a drawing does not "
-                                "have (1)";
+                                   << "atoms with an unusual number of hydrogens: read with the usual number (1)";
+        QTest::newRow("open double bond")
+            << QByteArray("CC=CC\nC/C=C/C\nCC(C)=C\nC1CC=CCC1") << Format::Smiles
+            << "double bonds with unspecified E/Z stereo: drawn as one of the isomers (1)";
+        const QString unusual =
+            "stereo of allenes and of non-tetrahedral centres: discarded, not supported in drawings "
+            "(1)";
         QTest::newRow("square planar") << QByteArray("N[Pt@SP1](Cl)(N)Cl") << Format::Smiles << unusual;
         QTest::newRow("allene") << QByteArray("FC=[C@]=CF") << Format::Smiles << unusual;
         QTest::newRow("racemate") << QByteArray("F[C@H](Cl)Br |&1:1|") << Format::Smiles
-                                  << "groups of relative or mixed stereocentres, which become absolute ones (1)";
+                                  << "relative or racemic stereo groups: read as absolute stereocentres (1)";
     }
     void whatIsLostInReadingIsNamed()
     {
@@ -442,7 +444,7 @@ private slots:
         QByteArray text = workspaceWith("BOND 0 1 3 1 1 1\nBOND 1 2 3 1 1 1\nBOND 0 3 1 1\nBOND 2 4 1 1", 5);
         text.replace("ATOM C 190", "ATOM R1 190").replace("ATOM C 220", "ATOM R2 220");
         const QStringList notes = notesOf(text, Format::Workspace, Format::Smiles);
-        QVERIFY2(notes.contains("labels that are no elements, which become * (2)"), qPrintable(notes.join(u'\n')));
+        QVERIFY2(notes.contains("labels that are not elements: written as * (2)"), qPrintable(notes.join(u'\n')));
     }
 
     void aChargedHydrogenIsNotDroppedFromSmiles()
@@ -456,7 +458,7 @@ private slots:
     void namesThatShareAMolfileAreCounted()
     {
         const QStringList notes = notesOf("C one\nCC two\nCCC\nCCCC four", Format::Smiles, Format::Molfile);
-        QCOMPARE(notes, QStringList("names of molecules that share a molfile, which has the first one only (2)"));
+        QCOMPARE(notes, QStringList("molecule names other than the first in a molfile: discarded (2)"));
     }
 
     void linesOfSmilesMayEndInAnyWay_data()
@@ -495,7 +497,7 @@ private slots:
         for (const SketchBond& bond : sketches[0].molecules[0].bonds) {
             const SketchAtom& from = sketches[0].molecules[0].atoms[bond.from];
             const SketchAtom& to = sketches[0].molecules[0].atoms[bond.to];
-            QVERIFY(std::fabs(std::hypot(from.x - to.x, from.y - to.y) - 30) < 1);
+            NEAR(std::hypot(from.x - to.x, from.y - to.y), 30, 1);
         }
     }
 
@@ -701,16 +703,16 @@ private slots:
         QVERIFY(found != known.end());
         const MoleculeInfo info = infoOf(read(found->smiles.toUtf8(), Format::Smiles)[0].molecules[0]);
         QTEST(info.formula, "formula");
-        QVERIFY2(std::fabs(info.weight - weight) < 0.02, qPrintable(QString::number(info.weight)));
+        NEAR(info.weight, weight, 0.02);
         QTEST(info.rings, "rings");
-        QCOMPARE(info.complaints, QStringList());
+        QCOMPARE(info.warnings, QStringList());
     }
 
     void aCarbonWithFiveBondsIsComplainedAbout()
     {
         const std::vector<Sketch> sketches = read(workspaceWith("BOND 0 1 3 1 1 1\nBOND 1 2 2 1 1"), Format::Workspace);
         const MoleculeInfo info = infoOf(sketches[0].molecules[0]);
-        QCOMPARE(info.complaints, QStringList("atom 2 (C): more bonds than its valence allows"));
+        QCOMPARE(info.warnings, QStringList("atom 2 (C): more bonds than its valence allows"));
         QCOMPARE(info.bonds, 2);
     }
 
@@ -731,23 +733,23 @@ private slots:
         QTest::newRow("SMILES with a null byte") << QByteArray("C\0C", 3) << Format::Smiles << "test:1: ";
         QTest::newRow("property with a null byte")
             << QByteArray(good).insert(good.indexOf("$$$$"), QByteArray("> <A>\nB\0C\n\n", 11)) << Format::SdFile
-            << QStringLiteral("test:%1: a null byte").arg(goodLines + 1);
+            << QStringLiteral("test:%1: unexpected null byte").arg(goodLines + 1);
         QTest::newRow("workspace with a null byte")
             << QByteArray("KYTFILE\n MOLECULE 1 0\n ATOM C\0 1 1 0 255 0 0\n END_MOLECULE\nEND_KYTFILE\n", 71)
-            << Format::Workspace << "test:3: a null byte";
-        QTest::newRow("bond to a missing atom")
-            << molfileWith("  1  2  1  0\n  1  7  1  0\n", 2) << Format::Molfile << "test:8: a bond to atom 7";
+            << Format::Workspace << "test:3: unexpected null byte";
+        QTest::newRow("bond to a missing atom") << molfileWith("  1  2  1  0\n  1  7  1  0\n", 2) << Format::Molfile
+                                                << "test:8: bond refers to non-existent atom 7";
         QTest::newRow("bond to itself") << molfileWith("  2  2  1  0\n") << Format::Molfile
-                                        << "test:7: a bond from atom 2 to itself";
+                                        << "test:7: bond from atom 2 to itself";
         QTest::newRow("second bond") << molfileWith("  1  2  1  0\n  2  1  1  0\n", 2) << Format::Molfile
-                                     << "test:8: a second bond between the atoms 2 and 1";
+                                     << "test:8: duplicate bond between atoms 2 and 1";
         QTest::newRow("bond to a missing atom in V3000")
-            << v3000With("M  V30 1 1 1 99\n") << Format::Molfile << "test:12: a bond to atom 99";
+            << v3000With("M  V30 1 1 1 99\n") << Format::Molfile << "test:12: bond refers to non-existent atom 99";
         QTest::newRow("second bond in V3000, behind one of two lines")
             << v3000With("M  V30 1 1 1 -\nM  V30 2\nM  V30 2 1 2 1\n", 2) << Format::Molfile
-            << "test:14: a second bond between the atoms 2 and 1";
+            << "test:14: duplicate bond between atoms 2 and 1";
         QTest::newRow("no M  END") << molfileWith("  1  2  1  0\n").chopped(7) << Format::Molfile
-                                   << "test:7: it ends before M END";
+                                   << "test:7: unexpected end of molfile, M END missing";
         QTest::newRow("no SMILES") << QByteArray("# nothing\n") << Format::Smiles << "test: ";
         QTest::newRow("binary as SMILES") << QByteArray("\0\1\2\377\376", 5) << Format::Smiles << "test:1: ";
         QTest::newRow("too many atoms") << QByteArray(5000, 'C') << Format::Smiles << "test:1: ";

@@ -9,12 +9,12 @@ namespace {
 struct Molecules {
     Molecules()
     {
-        chain.append(d.atomAt(0, 0));
+        chain.append(d.atom(0, 0));
         while (chain.size() < 100) {
-            chain.append(d.atomAt(10.0 * double(chain.size()), 0));
-            others.append(d.atomAt(10.0 * double(chain.size()), 50));
+            chain.append(d.atom(10.0 * double(chain.size()), 0));
+            others.append(d.atom(10.0 * double(chain.size()), 50));
             const int kind = chain.size() % 3 == 0 ? KYTBT_StereoUp : KYTBT_SingleBond;
-            d.join(chain[chain.size() - 2], chain.last(), {kind});
+            d.bond(chain[chain.size() - 2], chain.last(), {kind});
         }
     }
 
