@@ -155,4 +155,5 @@ private:
     int atomsUnderPointer = 0;
     double wheelTurn = 0;                             // of the wheel with Control, that is not a whole notch yet
     KytViewState drawingState = KYTVS_drawSimpleBond; // the mode of the first click
+    bool drawingHasSteps = false;                     // steps were recorded since the first click
 };

@@ -88,6 +88,7 @@ void KytStudioView::startDrawing(const QPoint& p)
 {
     isLastAtom = 1;
     drawingState = canvasState;
+    drawingHasSteps = false;
     newx = static_cast<float>(p.x());
     newy = static_cast<float>(p.y());
     tempBond->setPoints(0, 0, 0, 0);

@@ -47,8 +47,10 @@ QString KytStudioView::gestureName() const
 
 void KytStudioView::recordStep(const QString& name)
 {
-    if (history && history->record(name))
-        emit drawingChanged();
+    if (!history || !history->record(name))
+        return;
+    drawingHasSteps = isDrawing();
+    emit drawingChanged();
 }
 
 void KytStudioView::settleGesture()
@@ -82,8 +84,10 @@ QString KytStudioView::cancelGesture()
 
 QString KytStudioView::undo()
 {
+    // What a drawing gesture has done may be steps already: bonds of a polyline, or a start atom before something else.
+    const bool hasSteps = drawingHasSteps && !moving;
     const QString cancelled = cancelGesture();
-    return cancelled.isNull() ? moveInHistory(&KytHistory::undo) : cancelled;
+    return cancelled.isNull() || hasSteps ? moveInHistory(&KytHistory::undo) : cancelled;
 }
 
 QString KytStudioView::redo()

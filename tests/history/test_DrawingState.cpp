@@ -21,12 +21,12 @@ struct Changed {
         DrawingChange change = state.update(*d.canvas());
         isEmpty = change.isEmpty();
         for (int round = 0; round < 2; ++round) {
-            change = state.apply(change, d.doc);
+            change = state.apply(change, *d.doc);
             if (const QString found = snapshotDifference(before, snapshotOf(*d.canvas())); !found.isEmpty())
                 return QStringLiteral("back: ") + found;
             if (!state.update(*d.canvas()).isEmpty())
                 return QStringLiteral("back: the state is not that of the canvas");
-            change = state.apply(change, d.doc);
+            change = state.apply(change, *d.doc);
             if (const QString found = snapshotDifference(after, snapshotOf(*d.canvas())); !found.isEmpty())
                 return QStringLiteral("forward: ") + found;
             if (!state.update(*d.canvas()).isEmpty())
@@ -45,13 +45,13 @@ QList<KytAtom*> ringWithTail(Drawing& d)
 {
     QList<KytAtom*> a;
     for (int i = 0; i < 6; ++i)
-        a.append(d.atomAt(100 + 30 * std::cos(i), 100.1 + 30 * std::sin(i), float(i) / 7));
+        a.append(d.atom(100 + 30 * std::cos(i), 100.1 + 30 * std::sin(i), float(i) / 7));
     for (int i = 0; i < 6; ++i)
-        d.join(a[i], a[(i + 1) % 6], {i % 2, 1});
-    a.append(d.atomAt(200, 100));
-    d.join(a[0], a[6], {KYTBT_StereoUp}, 45);
-    a.append(d.atomAt(230, 120, 5, true));
-    d.join(a[7], a[6], {1, 0, 1});
+        d.bond(a[i], a[(i + 1) % 6], {i % 2, 1});
+    a.append(d.atom(200, 100));
+    d.bond(a[0], a[6], {KYTBT_StereoUp}, 45);
+    a.append(d.atom(230, 120, 5, true));
+    d.bond(a[7], a[6], {1, 0, 1});
     return a;
 }
 
@@ -88,10 +88,10 @@ private slots:
         row("a name", [](Drawing&, QList<KytAtom*>& a) { a[0]->setName("chlorine"); });
         row("a colour", [](Drawing&, QList<KytAtom*>& a) { a[0]->_atomColor[2] = "7"; });
         row("an angle", [](Drawing&, QList<KytAtom*>& a) { a[6]->inList.first()->stereoBond->setAngle(33); });
-        row("an atom made", [](Drawing& d, QList<KytAtom*>&) { d.atomAt(300, 300); });
+        row("an atom made", [](Drawing& d, QList<KytAtom*>&) { d.atom(300, 300); });
         row("an atom and a bond made",
-            [](Drawing& d, QList<KytAtom*>& a) { d.join(a[4], d.atomAt(300, 300), {KYTBT_StereoDown}, 60); });
-        row("a bond made", [](Drawing& d, QList<KytAtom*>& a) { d.join(a[4], a[7]); });
+            [](Drawing& d, QList<KytAtom*>& a) { d.bond(a[4], d.atom(300, 300), {KYTBT_StereoDown}, 60); });
+        row("a bond made", [](Drawing& d, QList<KytAtom*>& a) { d.bond(a[4], a[7]); });
         row("a line added", [](Drawing&, QList<KytAtom*>& a) { a[0]->outList.first()->addBond(KYTBT_DashedLine, 0); });
         row("a first line deleted", [](Drawing&, QList<KytAtom*>& a) { delete a[7]->outList.first()->bond1; });
         row("a middle line deleted", [](Drawing&, QList<KytAtom*>& a) { delete a[7]->outList.first()->bond2; });
@@ -102,8 +102,8 @@ private slots:
         row("all atoms deleted",
             [](Drawing& d, QList<KytAtom*>&) { d.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); });
         row("atoms merged", [](Drawing& d, QList<KytAtom*>& a) {
-            KytAtom* other = d.atomAt(400, 400);
-            d.join(other, d.atomAt(420, 400));
+            KytAtom* other = d.atom(400, 400);
+            d.bond(other, d.atom(420, 400));
             a[2]->combine(other);
         });
         row("atoms of one molecule merged", [](Drawing&, QList<KytAtom*>& a) {
@@ -114,12 +114,12 @@ private slots:
         row("bonds in another order", [](Drawing&, QList<KytAtom*>& a) { a[0]->outList.swapItemsAt(0, 1); });
         row("incoming bonds in another order", [](Drawing&, QList<KytAtom*>& a) { a[6]->inList.swapItemsAt(0, 1); });
         row("bonds that are not drawn", [](Drawing& d, QList<KytAtom*>& a) {
-            d.join(a[3], a[7], {});
-            d.join(a[3], a[5], {KYTBT_Triple, 1});
+            d.bond(a[3], a[7], {});
+            d.bond(a[3], a[5], {KYTBT_Triple, 1});
         });
         row("two bonds between the same atoms", [](Drawing& d, QList<KytAtom*>& a) {
-            d.join(a[3], a[7]);
-            d.join(a[3], a[7], {0});
+            d.bond(a[3], a[7]);
+            d.bond(a[3], a[7], {0});
         });
     }
 
@@ -129,7 +129,7 @@ private slots:
         QFETCH(Act, act);
         Changed c;
         QList<KytAtom*> atoms = ringWithTail(c.d);
-        c.d.atomAt(500, 500); // alone, and behind all others
+        c.d.atom(500, 500); // alone, and behind all others
         QCOMPARE(c.thereAndBack([&] { act(c.d, atoms); }), QString());
         QVERIFY(!c.isEmpty);
     }
@@ -143,7 +143,7 @@ private slots:
         delete atoms.takeAt(6); // the ring and the locked atom are apart now
         QVERIFY(atoms[0]->molecule != atoms[6]->molecule);
         const DrawingChange change = state.update(*c.d.canvas());
-        state.apply(change, c.d.doc);
+        state.apply(change, *c.d.doc);
         QCOMPARE(moleculeFault(*c.d.canvas()), QString());
         QVERIFY(atoms[0]->molecule == atoms[6]->molecule);
     }
@@ -152,7 +152,7 @@ private slots:
     {
         Changed c;
         for (int i = 0; i < 1000; ++i)
-            c.d.atomAt(i, i);
+            c.d.atom(i, i);
         c.state.update(*c.d.canvas());
         for (KytAtom* atom : atomsOf(*c.d.canvas()))
             atom->moveBy(1, 1);

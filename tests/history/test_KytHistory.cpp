@@ -12,10 +12,10 @@ private slots:
     void stepsAreTakenBackInTheirOrder()
     {
         Drawing d;
-        KytHistory history(&d.doc);
+        KytHistory history(d.doc);
         std::vector<QStringList> states{snapshotOf(*d.canvas())};
         for (int i = 0; i < 5; ++i) {
-            d.atomAt(100 * i, 50);
+            d.atom(100 * i, 50);
             QVERIFY(history.record(QString::number(i)));
             states.push_back(snapshotOf(*d.canvas()));
         }
@@ -35,8 +35,8 @@ private slots:
     void whatChangesNothingIsNoStep()
     {
         Drawing d;
-        KytAtom* atom = d.atomAt(1, 2);
-        KytHistory history(&d.doc);
+        KytAtom* atom = d.atom(1, 2);
+        KytHistory history(d.doc);
         QVERIFY(!history.record("nothing"));
         atom->moveBy(5, 5);
         atom->moveBy(-5, -5);
@@ -47,27 +47,27 @@ private slots:
     void aNewStepForgetsWhatWasUndone()
     {
         Drawing d;
-        KytHistory history(&d.doc);
-        d.atomAt(1, 2);
+        KytHistory history(d.doc);
+        d.atom(1, 2);
         history.record("one");
         history.undo();
-        d.atomAt(3, 4);
+        d.atom(3, 4);
         QVERIFY(history.record("other"));
         QVERIFY(!history.redo());
         QCOMPARE(history.undo(), QString("other"));
-        QCOMPARE(d.atoms(), 0);
+        QCOMPARE(d.atoms().size(), 0);
     }
 
     void aNewAtomStandsBehindWhatIsRestored()
     {
         Drawing d;
-        KytHistory history(&d.doc);
-        KytAtom* first = d.atomAt(1, 2);
-        d.atomAt(3, 4);
+        KytHistory history(d.doc);
+        KytAtom* first = d.atom(1, 2);
+        d.atom(3, 4);
         history.record("two atoms");
         delete first;
         history.record("deleted");
-        KytAtom* third = d.atomAt(5, 6);
+        KytAtom* third = d.atom(5, 6);
         history.record("third");
         history.undo();
         history.undo();
@@ -75,21 +75,21 @@ private slots:
         QCOMPARE(atoms.size(), 2);
         QCOMPARE(atoms[0]->x(), 1.0);
         Q_UNUSED(third)
-        KytAtom* fourth = d.atomAt(7, 8);
+        KytAtom* fourth = d.atom(7, 8);
         QCOMPARE(atomsOf(*d.canvas()).last(), fourth);
     }
 
     void aTitleGoesWithItsStep()
     {
         Drawing d;
-        KytHistory history(&d.doc);
+        KytHistory history(d.doc);
         KytHistory::Title title{"a.kyt", "a"};
         history.title = [&] { return title; };
         history.setTitle = [&](const KytHistory::Title& other) { title = other; };
         const KytHistory::Title before = std::exchange(title, {"b.kyt", "b"});
-        d.atomAt(1, 2);
+        d.atom(1, 2);
         QVERIFY(history.record("Open", before));
-        d.atomAt(3, 4);
+        d.atom(3, 4);
         QVERIFY(history.record("Draw"));
         history.undo();
         QCOMPARE(title.docName, QString("b.kyt"));
@@ -105,7 +105,7 @@ private slots:
     void aTitleAloneIsAStep()
     {
         Drawing d;
-        KytHistory history(&d.doc);
+        KytHistory history(d.doc);
         KytHistory::Title title{"a.kyt", "a"};
         history.title = [&] { return title; };
         history.setTitle = [&](const KytHistory::Title& other) { title = other; };
@@ -120,8 +120,8 @@ private slots:
     {
         Drawing d;
         for (int i = 0; i < 30000; ++i)
-            d.atomAt(i % 2000, i / 15);
-        KytHistory history(&d.doc);
+            d.atom(i % 2000, i / 15);
+        KytHistory history(d.doc);
         for (int i = 0; i < 60; ++i) {
             for (KytAtom* atom : atomsOf(*d.canvas()))
                 atom->moveBy(i % 2 ? 1 : -1, 0);
@@ -135,12 +135,12 @@ private slots:
     void twoHundredStepsOfAThousandAtomsAreKept()
     {
         Drawing d;
-        QList<KytAtom*> atoms{d.atomAt(0, 0)};
+        QList<KytAtom*> atoms{d.atom(0, 0)};
         for (int i = 1; i < 1000; ++i) {
-            atoms.append(d.atomAt(i % 40 * 30, i / 40 * 30));
-            d.join(atoms[i - 1], atoms[i], {i % 3 ? 1 : 2});
+            atoms.append(d.atom(i % 40 * 30, i / 40 * 30));
+            d.bond(atoms[i - 1], atoms[i], {i % 3 ? 1 : 2});
         }
-        KytHistory history(&d.doc);
+        KytHistory history(d.doc);
         for (int i = 0; i < 200; ++i) {
             moveMolecule(*d.canvas(), atoms.first()->molecule, 1, i % 3);
             QVERIFY(history.record("Move"));
@@ -151,8 +151,8 @@ private slots:
     void withoutACanvasNothingHappens()
     {
         Drawing d;
-        KytHistory history(&d.doc);
-        d.atomAt(1, 2);
+        KytHistory history(d.doc);
+        d.atom(1, 2);
         history.record("one");
         d.freeCanvas();
         QVERIFY(!history.record("two"));
