@@ -20,8 +20,8 @@ public:
     KytBond* getBond() const { return bond; }
 
     float getAngle() const { return pangle; }
-    /// Stores the angle, at least 0 and below 90 (steepestAngle from there on), and lifts or lowers the end atom by the tangent
-    /// of the stored number, taken as radians, times the wedge's length. Locked atoms move too.
+    /// Stores the angle, at least 0 and below 90 (steepestAngle from there on), and lifts or lowers the end atom by the
+    /// tangent of the stored number, taken as radians, times the wedge's length. Locked atoms move too.
     void setAngle(float angle);
 
     /// Stores the colour (0..255 each); it shows at the next stopHover.

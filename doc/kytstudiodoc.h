@@ -18,7 +18,8 @@ public:
     /// Does not delete the canvas.
     ~KytStudioDoc() override;
 
-    /// Makes a white canvas, canvasSize pixels wide and high, and marks the document modified. An earlier canvas is not deleted.
+    /// Makes a white canvas, canvasSize pixels wide and high, and marks the document modified. An earlier canvas is not
+    /// deleted.
     void newDoc();
 
     bool isModified() const { return modified; }

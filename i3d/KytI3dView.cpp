@@ -1,8 +1,8 @@
 #include "i3d/KytI3dView.h"
 
 #include "canvas/truncate.h"
-#include "i3d/SceneGeometry.h"
 #include "doc/TerminationSignals.h"
+#include "i3d/SceneGeometry.h"
 
 #include <algorithm>
 #include <cstdlib>
