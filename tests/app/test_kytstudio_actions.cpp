@@ -967,6 +967,7 @@ private:
         for (const Row& row : rows)
             QTest::newRow(row.member) << QString(row.member);
     }
+
     void pressFreeKey(const TestWindow& window, const QString& member)
     {
         const NoThirdDimension blocked;

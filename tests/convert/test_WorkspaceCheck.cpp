@@ -1,8 +1,9 @@
 #include "convert/Canvas.h"
 #include "convert/WorkspaceCheck.h"
 #include "doc/KytFileIO.h"
+#include "tests/support/Drawing.h"
+#include "tests/support/Files.h"
 
-#include <QFile>
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTest>
@@ -15,12 +16,6 @@ QSet<QString> logged;
 void remember(QtMsgType, const QMessageLogContext&, const QString& text)
 {
     logged.insert(text.section(QStringLiteral(": "), 1));
-}
-
-QByteArray contentsOf(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QStringList shown(const std::vector<PlacedFault>& faults)
@@ -40,15 +35,6 @@ qsizetype atomRecords(const QList<QByteArray>& words)
     return count;
 }
 
-int items(const QCanvas& canvas, int rtti)
-{
-    int count = 0;
-    const QCanvasItemList all = canvas.allItems();
-    for (const QCanvasItem* item : all)
-        count += item->rtti() == rtti;
-    return count;
-}
-
 } // namespace
 
 class test_WorkspaceCheck : public QObject {
@@ -62,11 +48,11 @@ private slots:
                                  "lib/prop.kyf", "lib/water.kyf", "data/alanine.kyt", "data/caffeine.kyt"})
             QTest::newRow(name) << name;
     }
+
     void soundFilesHaveNoFaults()
     {
         QFETCH(QString, fileName);
-        const QByteArray text = contentsOf(fileName);
-        QVERIFY(!text.isEmpty());
+        const QByteArray text = readFile(fileName);
         QCOMPARE(shown(checkWorkspace(text)), QStringList());
     }
 
@@ -115,6 +101,7 @@ private slots:
         row("Windows line ends", "KYTFILE\r\nMOLECULE 1 0\r\nATOM C 1 x 0 1 1 1\r\nEND_MOLECULE END_KYTFILE",
             {"3:10 a number that cannot be read"});
     }
+
     void faultsAreToldWithTheirPlace()
     {
         QFETCH(QByteArray, text);
@@ -124,7 +111,7 @@ private slots:
     // What the editor's reader logs is told, too; where nothing is told, every atom and bond of the text has been read.
     void theCheckAgreesWithTheReaderOnDamagedFiles()
     {
-        const QList<QByteArray> words = contentsOf("data/alanine.kyt").simplified().split(' ');
+        const QList<QByteArray> words = readFile("data/alanine.kyt").simplified().split(' ');
         const QList<QByteArray> others = {"0",    "1",        "-1",           "99",          "x",   "ATOM",
                                           "BOND", "MOLECULE", "END_MOLECULE", "END_KYTFILE", "2.5", "300"};
         QRandomGenerator random(7);
@@ -156,7 +143,7 @@ private slots:
             }
             if (faults.empty()) {
                 ++sound;
-                if (items(*canvas.doc.canvas, QCanvasItem::Rtti_Ellipse) != atomRecords(changed)) {
+                if (atomsOf(*canvas.doc.canvas).size() != atomRecords(changed)) {
                     qInstallMessageHandler(before);
                     QFAIL(text.constData());
                 }
