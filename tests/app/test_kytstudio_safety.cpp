@@ -188,7 +188,7 @@ private slots:
         const TestWindow window;
         window.atom(50, 60);
         const StatusLog log(window);
-        const Printed printed;
+        const LoggedMessages messages;
         const ModalSteps steps;
         window->slotFileNew();
         QCOMPARE(itemCount(window), 0);
