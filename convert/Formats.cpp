@@ -27,7 +27,8 @@ bool isPicture(Format format)
 
 QList<QByteArray> linesOf(const QByteArray& text)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
+    // A letter that is cut off at the end of the text is an error, too.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString decoded = utf8(text);
     if (utf8.hasError())
         decoded = QString::fromLatin1(text);

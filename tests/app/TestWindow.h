@@ -1,16 +1,15 @@
 #pragma once
 
 #include "app/kytstudio.h"
-#include "bonds/KytBond.h"
-#include "doc/kytstudiodoc.h"
 #include "i3d/KytI3dView.h"
-#include "model/KytAtom.h"
+#include "tests/support/Drawing.h"
+#include "tests/support/Files.h"
+#include "tests/support/LoggedMessages.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
-#include <QFile>
 #include <QFont>
 #include <QImage>
 #include <QStatusBar>
@@ -25,19 +24,18 @@
 #include <vector>
 
 /// A main window that goes at the end of the scope together with what it leaves behind: document, canvas and viewer.
-class TestWindow {
+class TestWindow : public DrawnCanvas {
 public:
     TestWindow()
-        : window(new KytStudioApp)
+        : TestWindow(new KytStudioApp)
     {
     }
     ~TestWindow()
     {
-        KytStudioDoc* doc = window->doc;
         KytI3dView* viewer = window->i3dviewer;
         delete window;
         delete viewer;
-        delete doc->canvas;
+        delete canvas();
         delete doc;
     }
     TestWindow(const TestWindow&) = delete;
@@ -55,6 +53,12 @@ public:
     }
 
 private:
+    explicit TestWindow(KytStudioApp* window)
+        : DrawnCanvas(window->doc)
+        , window(window)
+    {
+    }
+
     KytStudioApp* window;
 };
 
@@ -87,39 +91,10 @@ public:
     QStringList shown;
 };
 
-/// The atoms of the drawing, in the order of their creation.
-inline QList<KytAtom*> atomsOf(const TestWindow& window)
-{
-    QList<KytAtom*> atoms;
-    for (QCanvasItem* item : window->doc->canvas->allItems()) {
-        if (auto* atom = dynamic_cast<KytAtom*>(item))
-            atoms << atom;
-    }
-    return atoms;
-}
-
-/// A shown atom at (x, y).
-inline KytAtom* addAtom(const TestWindow& window, double x, double y)
-{
-    auto* atom = new KytAtom(window->doc->canvas, 0.0F, false);
-    atom->move(x, y);
-    atom->show();
-    return atom;
-}
-
-/// A shown bond of one kind between two atoms, in one molecule.
-inline KytBond* addBond(const TestWindow& window, KytAtom* from, KytAtom* to, KytBondType kind = KYTBT_SingleBond)
-{
-    auto* bond = new KytBond(from, to, window->doc);
-    bond->addBond(kind, 60.0F);
-    to->setMolecule(from->getMolecule());
-    return bond;
-}
-
 /// The number of items on the canvas, the rubber band left out.
 inline qsizetype itemCount(const TestWindow& window)
 {
-    QCanvasItemList items = window->doc->canvas->allItems();
+    QCanvasItemList items = window.canvas()->allItems();
     items.removeAll(tempBond);
     return items.size();
 }
@@ -148,18 +123,6 @@ private:
     QString before;
     QTemporaryDir folder;
 };
-
-inline bool writeFile(const QString& name, const QByteArray& contents)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
-}
-
-inline QByteArray readFile(const QString& name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<cannot be read>");
-}
 
 /// A workspace with one molecule of `count` lone atoms with the symbol `symbol`, in a row at height `y`.
 inline QByteArray atomsInAFile(int count, const QByteArray& symbol = "C", int y = 100)
@@ -201,6 +164,8 @@ public:
         return complaint.isEmpty() ? QByteArray::number(steps.size()) + " modal windows did not come up"
                                    : complaint.toUtf8();
     }
+    /// What went wrong, or nothing.
+    QString fault() const { return done() ? QString() : QString::fromUtf8(trouble()); }
 
 private:
     static constexpr int period = 20;     // milliseconds
@@ -256,27 +221,6 @@ inline bool samePicture(const QImage& one, const QImage& other)
     return one.convertToFormat(QImage::Format_ARGB32_Premultiplied)
         == other.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
-
-/// The warnings printed while it lives.
-class Printed {
-public:
-    Printed()
-        : before(qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-            if (type != QtDebugMsg && type != QtInfoMsg)
-                lines << text;
-        }))
-    {
-        lines.clear();
-    }
-    ~Printed() { qInstallMessageHandler(before); }
-    Printed(const Printed&) = delete;
-    Printed& operator=(const Printed&) = delete;
-
-    static inline QStringList lines;
-
-private:
-    QtMessageHandler before;
-};
 
 /// Puts every text that is translated in brackets, and replaces "Ctrl" by "Alt" in keys, until the end of the scope.
 class BracketTranslator : public QTranslator {

@@ -43,6 +43,7 @@ protected:
         noted.append("close");
         event->ignore();
     }
+
     void paintEvent(QPaintEvent*) override { ++paints; }
 };
 
@@ -60,168 +61,148 @@ class test_PendingInput : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        window = std::make_unique<NotingWindow>();
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get(), 30000));
+        moveTo(20, 20);
+        QTest::qWait(200); // until the window has its place, and the pointer is known to be in it
+        window->noted.clear();
+    }
 
-    void whatTheHandDoesIsNoted();
-    void clicksAreDropped();
-    void keysAreDropped();
-    void shortcutsAreDropped();
-    void theRequestToCloseIsDropped();
-    void inputAfterwardsIsActedOn();
-    void aButtonHeldSinceThenStaysWithoutEffectUntilItsRelease();
-    void theReleaseOfAnEarlierPressIsDelivered();
-    void repaintsAreDealtWith();
-    void withoutAnyInputNothingHappens();
+    void cleanup() { window.reset(); }
+
+    void whatTheHandDoesIsNoted()
+    {
+        clickAt(40, 50);
+        QTRY_VERIFY(window->noted.contains("press") && window->noted.contains("release"));
+        type({"key", "b"});
+        QTRY_VERIFY(window->noted.contains("key"));
+        type({"key", "ctrl+f"});
+        QTRY_VERIFY(window->noted.contains("shortcut"));
+        type({"key", "alt+F4"});
+        QTRY_VERIFY(window->noted.contains("close"));
+    }
+
+    void clicksAreDropped()
+    {
+        clickAt(40, 50);
+        clickAt(60, 80);
+        clickAt(60, 90, "3");
+        clickAt(60, 90, "4"); // the wheel
+        dropPendingInput();
+        QTest::qWait(100);
+        QCOMPARE(window->noted, QStringList());
+    }
+
+    void keysAreDropped()
+    {
+        type({"key", "b", "Return", "Escape"});
+        dropPendingInput();
+        QTest::qWait(100);
+        QCOMPARE(window->noted, QStringList());
+    }
+
+    void shortcutsAreDropped()
+    {
+        type({"key", "ctrl+f"});
+        dropPendingInput();
+        QTest::qWait(100);
+        QCOMPARE(window->noted, QStringList());
+    }
+
+    void theRequestToCloseIsDropped()
+    {
+        type({"key", "alt+F4"});
+        QTest::qSleep(500); // the window manager has to pass it on
+        dropPendingInput();
+        QTest::qWait(100);
+        QVERIFY(!window->noted.contains("close"));
+        QVERIFY(window->isVisible());
+    }
+
+    void inputAfterwardsIsActedOn()
+    {
+        clickAt(40, 50);
+        type({"key", "ctrl+f"});
+        dropPendingInput();
+        QCOMPARE(window->noted, QStringList());
+        QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+        clickAt(70, 50);
+        QTRY_COMPARE(window->noted.count("press"), 1);
+        QTRY_COMPARE(window->noted.count("release"), 1);
+        type({"key", "ctrl+f"});
+        QTRY_COMPARE(window->noted.count("shortcut"), 1);
+        type({"key", "alt+F4"});
+        QTRY_COMPARE(window->noted.count("close"), 1);
+    }
+
+    void aButtonHeldSinceThenStaysWithoutEffectUntilItsRelease()
+    {
+        moveTo(40, 50);
+        type({"mousedown", "1"});
+        QTest::qSleep(500); // the window manager sees a press first, and has to let it through
+        dropPendingInput();
+        moveTo(80, 90);
+        QTest::qWait(100);
+        type({"mouseup", "1"});
+        QTest::qWait(100);
+        QCOMPARE(window->noted, QStringList());
+
+        moveTo(30, 30);
+        QTRY_VERIFY(window->noted.contains("move"));
+        QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+        type({"click", "1"});
+        QTRY_COMPARE(window->noted.count("press"), 1);
+        QTRY_COMPARE(window->noted.count("release"), 1);
+    }
+
+    void theReleaseOfAnEarlierPressIsDelivered()
+    {
+        moveTo(40, 50);
+        type({"mousedown", "1"});
+        QTRY_COMPARE(window->noted.count("press"), 1);
+        type({"mouseup", "1"});
+        clickAt(60, 60);
+        dropPendingInput();
+        QTest::qWait(100);
+        QCOMPARE(window->noted.count("press"), 1);
+        QCOMPARE(window->noted.count("release"), 1);
+    }
+
+    void repaintsAreDealtWith()
+    {
+        window->paints = 0;
+        window->update();
+        clickAt(40, 50);
+        dropPendingInput();
+        QVERIFY(window->paints > 0);
+    }
+
+    void withoutAnyInputNothingHappens()
+    {
+        dropPendingInput();
+        dropPendingInput();
+        QCOMPARE(window->noted, QStringList());
+    }
 
 private:
-    void clickAt(int x, int y, const QString& button = "1");
-    void moveTo(int x, int y);
+    void clickAt(int x, int y, const QString& button = "1")
+    {
+        moveTo(x, y);
+        type({"click", button});
+    }
+
+    void moveTo(int x, int y)
+    {
+        const QPoint place = window->mapToGlobal(QPoint(x, y));
+        type({"mousemove", QString::number(place.x()), QString::number(place.y())});
+    }
 
     std::unique_ptr<NotingWindow> window;
 };
-
-void test_PendingInput::init()
-{
-    window = std::make_unique<NotingWindow>();
-    window->show();
-    window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window.get(), 30000));
-    moveTo(20, 20);
-    QTest::qWait(200); // until the window has its place, and the pointer is known to be in it
-    window->noted.clear();
-}
-
-void test_PendingInput::cleanup()
-{
-    window.reset();
-}
-
-void test_PendingInput::moveTo(int x, int y)
-{
-    const QPoint place = window->mapToGlobal(QPoint(x, y));
-    type({"mousemove", QString::number(place.x()), QString::number(place.y())});
-}
-
-void test_PendingInput::clickAt(int x, int y, const QString& button)
-{
-    moveTo(x, y);
-    type({"click", button});
-}
-
-void test_PendingInput::whatTheHandDoesIsNoted()
-{
-    clickAt(40, 50);
-    QTRY_VERIFY(window->noted.contains("press") && window->noted.contains("release"));
-    type({"key", "b"});
-    QTRY_VERIFY(window->noted.contains("key"));
-    type({"key", "ctrl+f"});
-    QTRY_VERIFY(window->noted.contains("shortcut"));
-    type({"key", "alt+F4"});
-    QTRY_VERIFY(window->noted.contains("close"));
-}
-
-void test_PendingInput::clicksAreDropped()
-{
-    clickAt(40, 50);
-    clickAt(60, 80);
-    clickAt(60, 90, "3");
-    clickAt(60, 90, "4"); // the wheel
-    dropPendingInput();
-    QTest::qWait(100);
-    QCOMPARE(window->noted, QStringList());
-}
-
-void test_PendingInput::keysAreDropped()
-{
-    type({"key", "b", "Return", "Escape"});
-    dropPendingInput();
-    QTest::qWait(100);
-    QCOMPARE(window->noted, QStringList());
-}
-
-void test_PendingInput::shortcutsAreDropped()
-{
-    type({"key", "ctrl+f"});
-    dropPendingInput();
-    QTest::qWait(100);
-    QCOMPARE(window->noted, QStringList());
-}
-
-void test_PendingInput::theRequestToCloseIsDropped()
-{
-    type({"key", "alt+F4"});
-    QTest::qSleep(500); // the window manager has to pass it on
-    dropPendingInput();
-    QTest::qWait(100);
-    QVERIFY(!window->noted.contains("close"));
-    QVERIFY(window->isVisible());
-}
-
-void test_PendingInput::inputAfterwardsIsActedOn()
-{
-    clickAt(40, 50);
-    type({"key", "ctrl+f"});
-    dropPendingInput();
-    QCOMPARE(window->noted, QStringList());
-    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
-    clickAt(70, 50);
-    QTRY_COMPARE(window->noted.count("press"), 1);
-    QTRY_COMPARE(window->noted.count("release"), 1);
-    type({"key", "ctrl+f"});
-    QTRY_COMPARE(window->noted.count("shortcut"), 1);
-    type({"key", "alt+F4"});
-    QTRY_COMPARE(window->noted.count("close"), 1);
-}
-
-void test_PendingInput::aButtonHeldSinceThenStaysWithoutEffectUntilItsRelease()
-{
-    moveTo(40, 50);
-    type({"mousedown", "1"});
-    QTest::qSleep(500); // the window manager sees a press first, and has to let it through
-    dropPendingInput();
-    moveTo(80, 90);
-    QTest::qWait(100);
-    type({"mouseup", "1"});
-    QTest::qWait(100);
-    QCOMPARE(window->noted, QStringList());
-
-    moveTo(30, 30);
-    QTRY_VERIFY(window->noted.contains("move"));
-    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
-    type({"click", "1"});
-    QTRY_COMPARE(window->noted.count("press"), 1);
-    QTRY_COMPARE(window->noted.count("release"), 1);
-}
-
-void test_PendingInput::theReleaseOfAnEarlierPressIsDelivered()
-{
-    moveTo(40, 50);
-    type({"mousedown", "1"});
-    QTRY_COMPARE(window->noted.count("press"), 1);
-    type({"mouseup", "1"});
-    clickAt(60, 60);
-    dropPendingInput();
-    QTest::qWait(100);
-    QCOMPARE(window->noted.count("press"), 1);
-    QCOMPARE(window->noted.count("release"), 1);
-}
-
-void test_PendingInput::repaintsAreDealtWith()
-{
-    window->paints = 0;
-    window->update();
-    clickAt(40, 50);
-    dropPendingInput();
-    QVERIFY(window->paints > 0);
-}
-
-void test_PendingInput::withoutAnyInputNothingHappens()
-{
-    dropPendingInput();
-    dropPendingInput();
-    QCOMPARE(window->noted, QStringList());
-}
 
 QTEST_MAIN(test_PendingInput)
 #include "test_PendingInput.moc"

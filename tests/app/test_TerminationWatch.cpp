@@ -80,49 +80,45 @@ class test_TerminationWatch : public QObject {
     Q_OBJECT
 
 private slots:
-    void theProcessEndsByTheSignalAfterItsFarewell_data();
-    void theProcessEndsByTheSignalAfterItsFarewell();
-    void anIgnoredSignalStaysIgnored();
+    void theProcessEndsByTheSignalAfterItsFarewell_data()
+    {
+        QTest::addColumn<QString>("what");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QByteArray>("farewell");
+        const QByteArray once = "farewell\n";
+        QTest::newRow("interrupt") << QString::number(SIGINT) << SIGINT << once;
+        QTest::newRow("terminate") << QString::number(SIGTERM) << SIGTERM << once;
+        QTest::newRow("hang up") << QString::number(SIGHUP) << SIGHUP << once;
+        QTest::newRow("several at the end of a session") << "together" << SIGTERM << once;
+        QTest::newRow("again in a program that hangs") << "hanging" << SIGINT << QByteArray();
+        QTest::newRow("held back by a window") << "held back" << SIGINT << once;
+        QTest::newRow("again in a window that hangs") << "held back, hanging" << SIGHUP << QByteArray();
+        QTest::newRow("after the watch has gone") << "afterwards" << SIGTERM << QByteArray();
+    }
+
+    void theProcessEndsByTheSignalAfterItsFarewell()
+    {
+        QFETCH(QString, what);
+        QFETCH(int, number);
+        QFETCH(QByteArray, farewell);
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(), {"--act", what});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(process.exitCode(), number);
+        QCOMPARE(process.readAllStandardOutput(), farewell);
+    }
+
+    void anIgnoredSignalStaysIgnored()
+    {
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(), {"--act", "ignored"});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), stayed);
+        QCOMPARE(process.readAllStandardOutput(), QByteArray());
+    }
 };
-
-void test_TerminationWatch::theProcessEndsByTheSignalAfterItsFarewell_data()
-{
-    QTest::addColumn<QString>("what");
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QByteArray>("farewell");
-    const QByteArray once = "farewell\n";
-    QTest::newRow("interrupt") << QString::number(SIGINT) << SIGINT << once;
-    QTest::newRow("terminate") << QString::number(SIGTERM) << SIGTERM << once;
-    QTest::newRow("hang up") << QString::number(SIGHUP) << SIGHUP << once;
-    QTest::newRow("several at the end of a session") << "together" << SIGTERM << once;
-    QTest::newRow("again in a program that hangs") << "hanging" << SIGINT << QByteArray();
-    QTest::newRow("held back by a window") << "held back" << SIGINT << once;
-    QTest::newRow("again in a window that hangs") << "held back, hanging" << SIGHUP << QByteArray();
-    QTest::newRow("after the watch has gone") << "afterwards" << SIGTERM << QByteArray();
-}
-
-void test_TerminationWatch::theProcessEndsByTheSignalAfterItsFarewell()
-{
-    QFETCH(QString, what);
-    QFETCH(int, number);
-    QFETCH(QByteArray, farewell);
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {"--act", what});
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
-    QCOMPARE(process.exitCode(), number);
-    QCOMPARE(process.readAllStandardOutput(), farewell);
-}
-
-void test_TerminationWatch::anIgnoredSignalStaysIgnored()
-{
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {"--act", "ignored"});
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), stayed);
-    QCOMPARE(process.readAllStandardOutput(), QByteArray());
-}
 
 int main(int argc, char** argv)
 {

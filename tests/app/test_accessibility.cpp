@@ -73,193 +73,158 @@ double shareSeen(const QIcon& icon, const QColor& ground)
 
 } // namespace
 
-class TestAccessibility : public QObject {
+class test_accessibility : public QObject {
     Q_OBJECT
 
 private slots:
-    void everyButtonOfTheWindowHasAName();
-    void everyButtonHasANameInASmallWindowToo();
-    void everyButtonAndFieldOfThePropertyDialogsHasAName();
-    void everyButtonAndFieldOfTheFileDialogsHasAName();
-    void everyButtonOfTheQuestionsHasAName();
-    void theDrawingHasAName();
-    void theTwoWedgesAreToldApart();
-    void everyCommandHasItsTipsAndHelp();
-    void iconsAreSeenOnTheirGround_data();
-    void iconsAreSeenOnTheirGround();
-    void aScreenOfTwiceTheScaleShowsAndDrawsTheSame();
+    void everyButtonOfTheWindowHasAName()
+    {
+        const TestWindow window;
+        QVERIFY(window.show());
+        QCOMPARE(namelessIn(window.get()), QStringList());
+        QVERIFY(window->findChildren<QToolButton*>().size() > 20);
+    }
+
+    void everyButtonHasANameInASmallWindowToo()
+    {
+        const TestWindow window;
+        window->resize(200, 200);
+        QVERIFY(window.show());
+        int shown = 0;
+        for (QToolButton* more : window->findChildren<QToolButton*>("qt_toolbar_ext_button")) {
+            shown += more->isVisible();
+            QCOMPARE(nameOf(more), QString("More buttons"));
+            QCOMPARE(more->toolTip(), QString("More buttons"));
+        }
+        QVERIFY(shown >= 2);
+        QCOMPARE(namelessIn(window.get()), QStringList());
+    }
+
+    void everyButtonAndFieldOfThePropertyDialogsHasAName()
+    {
+        KytAtomProperties atomDialog;
+        atomDialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&atomDialog));
+        QCOMPARE(namelessIn(&atomDialog), QStringList());
+        QCOMPARE(nameOf(atomDialog.lineEdit_name), QString("Symbol"));
+        QCOMPARE(nameOf(atomDialog.lineEdit_colorRed), QString("Red, 0 to 255"));
+        QCOMPARE(nameOf(atomDialog.lineEdit_colorGreen), QString("Green, 0 to 255"));
+        QCOMPARE(nameOf(atomDialog.lineEdit_colorBlue), QString("Blue, 0 to 255"));
+
+        KytBondProperties bondDialog;
+        bondDialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&bondDialog));
+        QCOMPARE(namelessIn(&bondDialog), QStringList());
+        QCOMPARE(nameOf(bondDialog.lineEdit_angle), QString("Bond Projection Angle"));
+    }
+
+    void everyButtonAndFieldOfTheFileDialogsHasAName()
+    {
+        const TestWindow window;
+        const auto look = [](QFileDialog* dialog) { QCOMPARE(namelessIn(dialog), QStringList()); };
+        QCOMPARE(inEachFileDialog(window, look), QString());
+    }
+
+    void everyButtonOfTheQuestionsHasAName()
+    {
+        const TestWindow window;
+        const auto look = [](QMessageBox* box) { QCOMPARE(namelessIn(box), QStringList()); };
+        QCOMPARE(inEachQuestion(window, look), QString());
+    }
+
+    void theDrawingHasAName()
+    {
+        const TestWindow window;
+        QCOMPARE(nameOf(window->view), QString("Drawing"));
+    }
+
+    void theTwoWedgesAreToldApart()
+    {
+        const TestWindow window;
+        const auto* bar = window->findChild<QToolBar*>("draw operations");
+        QCOMPARE(nameOf(bar->widgetForAction(window->drawStereoUp)), QString("Add Stereo Bond, towards the viewer"));
+        QCOMPARE(nameOf(bar->widgetForAction(window->drawStereoDown)),
+                 QString("Add Stereo Bond, away from the viewer"));
+        QSet<QString> names;
+        int buttons = 0;
+        for (const QToolBar* each : window->findChildren<QToolBar*>()) {
+            for (QAction* action : each->actions()) {
+                if (action->isSeparator())
+                    continue;
+                names << nameOf(each->widgetForAction(action));
+                ++buttons;
+            }
+        }
+        QCOMPARE(buttons, 4 + 10 + 1 + 6);
+        QCOMPARE(names.size(), buttons);
+    }
+
+    void everyCommandHasItsTipsAndHelp()
+    {
+        const TestWindow window;
+        QCOMPARE(window->actions().size(), 30);
+        for (const QAction* action : window->actions()) {
+            QVERIFY2(!action->toolTip().isEmpty(), qPrintable(action->text()));
+            QVERIFY2(!action->statusTip().isEmpty(), qPrintable(action->text()));
+            QVERIFY2(!action->whatsThis().isEmpty(), qPrintable(action->text()));
+        }
+    }
+
+    void iconsAreSeenOnTheirGround_data()
+    {
+        QTest::addColumn<QColor>("ground");
+        QTest::newRow("white") << QColor(255, 255, 255);
+        QTest::newRow("a light toolbar") << QColor(239, 239, 239);
+        QTest::newRow("a dark toolbar") << QColor(45, 45, 48);
+        QTest::newRow("a nearly black toolbar") << QColor(24, 24, 26);
+    }
+
+    void iconsAreSeenOnTheirGround()
+    {
+        QFETCH(QColor, ground);
+        const TestWindow window;
+        for (const QToolBar* bar : window->findChildren<QToolBar*>()) {
+            for (const QAction* action : bar->actions()) {
+                if (action->isSeparator())
+                    continue;
+                const double share = shareSeen(action->icon(), ground);
+                QVERIFY2(share > 0.3, qPrintable(action->text() + ' ' + QString::number(share)));
+            }
+        }
+    }
+
+    void aScreenOfTwiceTheScaleShowsAndDrawsTheSame()
+    {
+        const WorkingFolder folder;
+        const QPoint button = buttonPlace("draw operations", &KytStudioApp::drawBond);
+        const QPoint from = canvasPlace({60, 70});
+        const QPoint to = canvasPlace({110, 90});
+        Program program(folder.path(), {"QT_SCALE_FACTOR=2"});
+        const QString window = Program::windowTitled("KytStudio 1.1");
+        QVERIFY(Program::hasKeyboard(window));
+        QVERIFY(Program::xdotool({"getwindowgeometry", window}).contains("900x800"));
+        Program::click(window, 2 * button);
+        Program::click(window, 2 * from);
+        Program::moveTo(window, 2 * to);
+        Program::click(window, 2 * to);
+        Program::press("ctrl+s");
+        const QString dialog = Program::windowTitled("Choose a Filename to save under");
+        QVERIFY(Program::hasKeyboard(dialog));
+        Program::xdotool({"type", "--clearmodifiers", folder.path("twice")});
+        Program::press("Return");
+        QVERIFY(Program::hasKeyboard(window));
+        Program::press("alt+F4");
+        QVERIFY2(program.endedWell(), program.output);
+        QCOMPARE(
+            readFile(folder.path("twice.kyt")),
+            QByteArray("KYTFILE\n MOLECULE 2 1\n  ATOM C 60 70 0 255 0 0\n  ATOM C 110 90 0 255 0 0\n  BOND 0 1 1 1\n"
+                       " END_MOLECULE\nEND_KYTFILE\n"));
+    }
 };
-
-void TestAccessibility::everyButtonOfTheWindowHasAName()
-{
-    const TestWindow window;
-    QVERIFY(window.show());
-    QCOMPARE(namelessIn(window.get()), QStringList());
-    QVERIFY(window->findChildren<QToolButton*>().size() > 20);
-}
-
-void TestAccessibility::everyButtonHasANameInASmallWindowToo()
-{
-    const TestWindow window;
-    window->resize(200, 200);
-    QVERIFY(window.show());
-    int shown = 0;
-    for (QToolButton* more : window->findChildren<QToolButton*>("qt_toolbar_ext_button")) {
-        shown += more->isVisible();
-        QCOMPARE(nameOf(more), QString("More buttons"));
-        QCOMPARE(more->toolTip(), QString("More buttons"));
-    }
-    QVERIFY(shown >= 2);
-    QCOMPARE(namelessIn(window.get()), QStringList());
-}
-
-void TestAccessibility::everyButtonAndFieldOfThePropertyDialogsHasAName()
-{
-    KytAtomProperties atomDialog;
-    atomDialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&atomDialog));
-    QCOMPARE(namelessIn(&atomDialog), QStringList());
-    QCOMPARE(nameOf(atomDialog.lineEdit_name), QString("Symbol"));
-    QCOMPARE(nameOf(atomDialog.lineEdit_colorRed), QString("Red, 0 to 255"));
-    QCOMPARE(nameOf(atomDialog.lineEdit_colorGreen), QString("Green, 0 to 255"));
-    QCOMPARE(nameOf(atomDialog.lineEdit_colorBlue), QString("Blue, 0 to 255"));
-
-    KytBondProperties bondDialog;
-    bondDialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bondDialog));
-    QCOMPARE(namelessIn(&bondDialog), QStringList());
-    QCOMPARE(nameOf(bondDialog.lineEdit_angle), QString("Bond Projection Angle"));
-}
-
-void TestAccessibility::everyButtonAndFieldOfTheFileDialogsHasAName()
-{
-    const TestWindow window;
-    ModalSteps steps;
-    const auto look = [&] {
-        steps.then<QFileDialog>([](QFileDialog* dialog) {
-            QCOMPARE(namelessIn(dialog), QStringList());
-            pressEscape(dialog);
-        });
-    };
-    look();
-    window->slotFileOpen();
-    look();
-    window->slotInsertMolecule();
-    const WorkingFolder folder; // takes what a cancelled save writes
-    look();
-    window->slotFileSaveAs();
-    QVERIFY2(steps.done(), steps.trouble());
-}
-
-void TestAccessibility::everyButtonOfTheQuestionsHasAName()
-{
-    const TestWindow window;
-    ModalSteps steps;
-    const auto look = [&] {
-        steps.then<QMessageBox>([](QMessageBox* box) {
-            QCOMPARE(namelessIn(box), QStringList());
-            QTest::keyClick(box, Qt::Key_Escape);
-        });
-    };
-    look();
-    window->slotFileClose();
-    look();
-    QVERIFY(!window->queryExit());
-    look();
-    window->slotHelpAbout();
-    QVERIFY2(steps.done(), steps.trouble());
-}
-
-void TestAccessibility::theDrawingHasAName()
-{
-    const TestWindow window;
-    QCOMPARE(nameOf(window->view), QString("Drawing"));
-}
-
-void TestAccessibility::theTwoWedgesAreToldApart()
-{
-    const TestWindow window;
-    const auto* bar = window->findChild<QToolBar*>("draw operations");
-    QCOMPARE(nameOf(bar->widgetForAction(window->drawStereoUp)), QString("Add Stereo Bond, towards the viewer"));
-    QCOMPARE(nameOf(bar->widgetForAction(window->drawStereoDown)), QString("Add Stereo Bond, away from the viewer"));
-    QSet<QString> names;
-    int buttons = 0;
-    for (const QToolBar* each : window->findChildren<QToolBar*>()) {
-        for (QAction* action : each->actions()) {
-            if (action->isSeparator())
-                continue;
-            names << nameOf(each->widgetForAction(action));
-            ++buttons;
-        }
-    }
-    QCOMPARE(buttons, 4 + 10 + 1 + 6);
-    QCOMPARE(names.size(), buttons);
-}
-
-void TestAccessibility::everyCommandHasItsTipsAndHelp()
-{
-    const TestWindow window;
-    QCOMPARE(window->actions().size(), 30);
-    for (const QAction* action : window->actions()) {
-        QVERIFY2(!action->toolTip().isEmpty(), qPrintable(action->text()));
-        QVERIFY2(!action->statusTip().isEmpty(), qPrintable(action->text()));
-        QVERIFY2(!action->whatsThis().isEmpty(), qPrintable(action->text()));
-    }
-}
-
-void TestAccessibility::iconsAreSeenOnTheirGround_data()
-{
-    QTest::addColumn<QColor>("ground");
-    QTest::newRow("white") << QColor(255, 255, 255);
-    QTest::newRow("a light toolbar") << QColor(239, 239, 239);
-    QTest::newRow("a dark toolbar") << QColor(45, 45, 48);
-    QTest::newRow("a nearly black toolbar") << QColor(24, 24, 26);
-}
-
-void TestAccessibility::iconsAreSeenOnTheirGround()
-{
-    QFETCH(QColor, ground);
-    const TestWindow window;
-    for (const QToolBar* bar : window->findChildren<QToolBar*>()) {
-        for (const QAction* action : bar->actions()) {
-            if (action->isSeparator())
-                continue;
-            const double share = shareSeen(action->icon(), ground);
-            QVERIFY2(share > 0.3, qPrintable(action->text() + ' ' + QString::number(share)));
-        }
-    }
-}
-
-void TestAccessibility::aScreenOfTwiceTheScaleShowsAndDrawsTheSame()
-{
-    const WorkingFolder folder;
-    const QPoint button = buttonPlace("draw operations", &KytStudioApp::drawBond);
-    const QPoint from = canvasPlace({60, 70});
-    const QPoint to = canvasPlace({110, 90});
-    Program program(folder.path(), {"QT_SCALE_FACTOR=2"});
-    const QString window = Program::windowTitled("KytStudio 1.1");
-    QVERIFY(Program::hasKeyboard(window));
-    QVERIFY(Program::xdotool({"getwindowgeometry", window}).contains("900x800"));
-    Program::click(window, 2 * button);
-    Program::click(window, 2 * from);
-    Program::moveTo(window, 2 * to);
-    Program::click(window, 2 * to);
-    Program::press("ctrl+s");
-    const QString dialog = Program::windowTitled("Choose a Filename to save under");
-    QVERIFY(Program::hasKeyboard(dialog));
-    Program::xdotool({"type", "--clearmodifiers", folder.path("twice")});
-    Program::press("Return");
-    QVERIFY(Program::hasKeyboard(window));
-    Program::press("alt+F4");
-    QVERIFY2(program.endedWell(), program.output);
-    QCOMPARE(readFile(folder.path("twice.kyt")),
-             QByteArray("KYTFILE\n MOLECULE 2 1\n  ATOM C 60 70 0 255 0 0\n  ATOM C 110 90 0 255 0 0\n  BOND 0 1 1 1\n"
-                        " END_MOLECULE\nEND_KYTFILE\n"));
-}
 
 int main(int argc, char** argv)
 {
-    return runTests<TestAccessibility>(argc, argv);
+    return runTests<test_accessibility>(argc, argv);
 }
 
 #include "test_accessibility.moc"

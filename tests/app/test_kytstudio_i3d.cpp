@@ -33,108 +33,95 @@ private:
 } // namespace
 
 /// The 3D command in the editor's window, with the viewer's own window beside it.
-class TestKytStudioI3d : public QObject {
+class test_kytstudio_i3d : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        window = std::make_unique<TestWindow>();
+        (*window)->move(besideTheViewer, 0);
+        QVERIFY(window->show());
+        window->bond(window->atom(100, 100), window->atom(130, 100));
+        QTest::qWait(200); // until the window manager has placed the window
+    }
 
-    void theStatusIsPaintedBeforeTheViewerOpens();
-    void whatIsTypedAndClickedMeanwhileIsDropped();
-    void theEditorIsPaintedAtOnceWhenTheViewerCloses();
-    void theEditorWorksAfterwards();
+    void cleanup() { window.reset(); }
+
+    void theStatusIsPaintedBeforeTheViewerOpens()
+    {
+        QTemporaryDir folder;
+        const QString picture = folder.filePath("screen.png");
+        const QStatusBar* bar = (*window)->statusBar();
+        const QRect area(bar->mapToGlobal(QPoint(0, 0)), bar->size());
+        {
+            const Hand hand(*window, "import -silent -window root '" + picture.toUtf8() + "'");
+            (*window)->slotSelectI3DView();
+        }
+        QImage meanwhile = QImage(picture).copy(area).convertToFormat(QImage::Format_RGB32);
+        meanwhile.setColorSpace(QColorSpace()); // a picture of the screen has none
+        (*window)->statusBar()->showMessage("Opening I3D View");
+        QTRY_COMPARE(shownStatus(), meanwhile);
+    }
+
+    void whatIsTypedAndClickedMeanwhileIsDropped()
+    {
+        const StatusLog log(*window);
+        {
+            const Hand hand(*window,
+                            "xdotool windowfocus --sync $editor\n"
+                            "xdotool key ctrl+f ctrl+g ctrl+n alt+F4\n"
+                            "xdotool mousemove --window $editor 200 250 click 1 click 3\n");
+            (*window)->I3DView->trigger();
+        }
+        QTest::qWait(500);
+        QCOMPARE(log.shown, QStringList({"Opening I3D View", "Ready."}));
+        QVERIFY((*window)->isVisible());
+        QCOMPARE((*window)->view->canvasState, KYTVS_view);
+        QCOMPARE(window->atoms().size(), 2);
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+
+    void theEditorIsPaintedAtOnceWhenTheViewerCloses()
+    {
+        {
+            const Hand hand(*window, "");
+            (*window)->slotSelectI3DView();
+        }
+        const QImage afterwards = shownStatus();
+        (*window)->statusBar()->showMessage("Ready.");
+        QTest::qWait(200);
+        QCOMPARE(afterwards, shownStatus());
+    }
+
+    void theEditorWorksAfterwards()
+    {
+        {
+            const Hand hand(*window, "");
+            (*window)->slotSelectI3DView();
+        }
+        QCOMPARE(message(*window), "Ready.");
+        (*window)->drawBond->trigger();
+        QTest::mouseClick((*window)->view->viewport(), Qt::LeftButton, {}, QPoint(60, 60));
+        QTest::mouseMove((*window)->view->viewport(), QPoint(60, 120));
+        QTest::mouseClick((*window)->view->viewport(), Qt::LeftButton, {}, QPoint(60, 120));
+        QCOMPARE(window->atoms().size(), 4);
+    }
 
 private:
-    QImage shownStatus() const;
+    /// What the screen shows where the status bar is.
+    QImage shownStatus() const
+    {
+        const QStatusBar* bar = (*window)->statusBar();
+        const QRect area(bar->mapToGlobal(QPoint(0, 0)), bar->size());
+        QScreen* screen = QGuiApplication::primaryScreen();
+        return screen->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    }
 
     std::unique_ptr<TestWindow> window;
 };
 
-void TestKytStudioI3d::init()
-{
-    window = std::make_unique<TestWindow>();
-    (*window)->move(besideTheViewer, 0);
-    QVERIFY(window->show());
-    addBond(*window, addAtom(*window, 100, 100), addAtom(*window, 130, 100));
-    QTest::qWait(200); // until the window manager has placed the window
-}
-
-void TestKytStudioI3d::cleanup()
-{
-    window.reset();
-}
-
-/// What the screen shows where the status bar is.
-QImage TestKytStudioI3d::shownStatus() const
-{
-    const QStatusBar* bar = (*window)->statusBar();
-    const QRect area(bar->mapToGlobal(QPoint(0, 0)), bar->size());
-    QScreen* screen = QGuiApplication::primaryScreen();
-    return screen->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .toImage()
-        .convertToFormat(QImage::Format_RGB32);
-}
-
-void TestKytStudioI3d::theStatusIsPaintedBeforeTheViewerOpens()
-{
-    QTemporaryDir folder;
-    const QString picture = folder.filePath("screen.png");
-    const QStatusBar* bar = (*window)->statusBar();
-    const QRect area(bar->mapToGlobal(QPoint(0, 0)), bar->size());
-    {
-        const Hand hand(*window, "import -silent -window root '" + picture.toUtf8() + "'");
-        (*window)->slotSelectI3DView();
-    }
-    QImage meanwhile = QImage(picture).copy(area).convertToFormat(QImage::Format_RGB32);
-    meanwhile.setColorSpace(QColorSpace()); // a picture of the screen has none
-    (*window)->statusBar()->showMessage("Opening I3D View");
-    QTRY_COMPARE(shownStatus(), meanwhile);
-}
-
-void TestKytStudioI3d::whatIsTypedAndClickedMeanwhileIsDropped()
-{
-    const StatusLog log(*window);
-    {
-        const Hand hand(*window,
-                        "xdotool windowfocus --sync $editor\n"
-                        "xdotool key ctrl+f ctrl+g ctrl+n alt+F4\n"
-                        "xdotool mousemove --window $editor 200 250 click 1 click 3\n");
-        (*window)->I3DView->trigger();
-    }
-    QTest::qWait(500);
-    QCOMPARE(log.shown, QStringList({"Opening I3D View", "Ready."}));
-    QVERIFY((*window)->isVisible());
-    QCOMPARE((*window)->view->canvasState, KYTVS_view);
-    QCOMPARE(atomsOf(*window).size(), 2);
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
-void TestKytStudioI3d::theEditorIsPaintedAtOnceWhenTheViewerCloses()
-{
-    {
-        const Hand hand(*window, "");
-        (*window)->slotSelectI3DView();
-    }
-    const QImage afterwards = shownStatus();
-    (*window)->statusBar()->showMessage("Ready.");
-    QTest::qWait(200);
-    QCOMPARE(afterwards, shownStatus());
-}
-
-void TestKytStudioI3d::theEditorWorksAfterwards()
-{
-    {
-        const Hand hand(*window, "");
-        (*window)->slotSelectI3DView();
-    }
-    QCOMPARE(message(*window), "Ready.");
-    (*window)->drawBond->trigger();
-    QTest::mouseClick((*window)->view->viewport(), Qt::LeftButton, {}, QPoint(60, 60));
-    QTest::mouseMove((*window)->view->viewport(), QPoint(60, 120));
-    QTest::mouseClick((*window)->view->viewport(), Qt::LeftButton, {}, QPoint(60, 120));
-    QCOMPARE(atomsOf(*window).size(), 4);
-}
-
-QTEST_MAIN(TestKytStudioI3d)
+QTEST_MAIN(test_kytstudio_i3d)
 #include "test_kytstudio_i3d.moc"

@@ -50,366 +50,330 @@ const QByteArray drawing = "KYTFILE\n MOLECULE 2 1\n  ATOM N 60 60 0 255 0 0\n  
 
 const QByteArray oneCarbon = "KYTFILE\n MOLECULE 1 0\n  ATOM C 50 60 0 255 0 0\n END_MOLECULE\nEND_KYTFILE\n";
 
-void answer(ModalSteps& steps, QMessageBox::StandardButton button)
-{
-    steps.then<QMessageBox>([button](QMessageBox* box) { QTest::mouseClick(box->button(button), Qt::LeftButton); });
-}
-
 } // namespace
 
 /// The net under the commands that clear the drawing, and under the ends of the program.
-class TestKytStudioSafety : public QObject {
+class test_kytstudio_safety : public QObject {
     Q_OBJECT
 
 private slots:
-    void newCopiesTheDrawing();
-    void newOnAnEmptyCanvasCopiesNothing();
-    void openCopiesTheDrawing();
-    void cancellingOpenCopiesNothing();
-    void openingTheOldestCopyReadsIt();
-    void importAndInsertCopyNothing();
-    void closeCopiesTheDrawing_data();
-    void closeCopiesTheDrawing();
-    void quittingCopiesTheDrawing();
-    void withoutACanvasNothingIsCopied();
-    void nothingIsSaidWhereThereCanBeNoCopy();
+    void newCopiesTheDrawing()
+    {
+        const StateHome state;
+        const TestWindow window;
+        window.atom(50, 60);
+        window->fileNew->trigger();
+        QCOMPARE(itemCount(window), 0);
+        QCOMPARE(state.copies(), Texts{oneCarbon});
+        window->fileNew->trigger();
+        QCOMPARE(state.copies(), Texts{oneCarbon});
+    }
 
-    void theProgramCopiesTheDrawingBeforeASignalEndsIt_data();
-    void theProgramCopiesTheDrawingBeforeASignalEndsIt();
-    void theProgramIgnoresASignalThatWasIgnoredAtItsStart();
-    void theProgramCopiesTheDrawingHoweverItIsLeft_data();
-    void theProgramCopiesTheDrawingHoweverItIsLeft();
-    void theProgramEndsAlsoWhereThereCanBeNoCopy();
-    void theProgramOutlivesASaveBeyondTheFileSizeLimit();
-};
+    void newOnAnEmptyCanvasCopiesNothing()
+    {
+        const StateHome state;
+        const TestWindow window;
+        window->fileNew->trigger();
+        QVERIFY(!QFile::exists(safetyCopyFolder()));
+    }
 
-void TestKytStudioSafety::newCopiesTheDrawing()
-{
-    const StateHome state;
-    const TestWindow window;
-    addAtom(window, 50, 60);
-    window->fileNew->trigger();
-    QCOMPARE(itemCount(window), 0);
-    QCOMPARE(state.copies(), Texts{oneCarbon});
-    window->fileNew->trigger();
-    QCOMPARE(state.copies(), Texts{oneCarbon});
-}
+    void openCopiesTheDrawing()
+    {
+        const StateHome state;
+        const WorkingFolder folder;
+        QVERIFY(writeFile("two.kyt", drawing));
+        const TestWindow window;
+        window.atom(50, 60);
+        ModalSteps steps;
+        steps.then<QFileDialog>([&](QFileDialog* dialog) {
+            QCOMPARE(state.copies(), Texts());
+            typeNameAndEnter(dialog, folder.path("two.kyt"));
+        });
+        window->slotFileOpen();
+        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(state.copies(), Texts{oneCarbon});
+        QCOMPARE(window.atoms().size(), 2);
+    }
 
-void TestKytStudioSafety::newOnAnEmptyCanvasCopiesNothing()
-{
-    const StateHome state;
-    const TestWindow window;
-    window->fileNew->trigger();
-    QVERIFY(!QFile::exists(safetyCopyFolder()));
-}
-
-void TestKytStudioSafety::openCopiesTheDrawing()
-{
-    const StateHome state;
-    const WorkingFolder folder;
-    QVERIFY(writeFile("two.kyt", drawing));
-    const TestWindow window;
-    addAtom(window, 50, 60);
-    ModalSteps steps;
-    steps.then<QFileDialog>([&](QFileDialog* dialog) {
+    void cancellingOpenCopiesNothing()
+    {
+        const StateHome state;
+        const TestWindow window;
+        window.atom(50, 60);
+        QCOMPARE(cancel(window, openCommand), QString());
         QCOMPARE(state.copies(), Texts());
-        typeNameAndEnter(dialog, folder.path("two.kyt"));
-    });
-    window->slotFileOpen();
-    QVERIFY2(steps.done(), steps.trouble());
-    QCOMPARE(state.copies(), Texts{oneCarbon});
-    QCOMPARE(atomsOf(window).size(), 2);
-}
-
-void TestKytStudioSafety::cancellingOpenCopiesNothing()
-{
-    const StateHome state;
-    const TestWindow window;
-    addAtom(window, 50, 60);
-    ModalSteps steps;
-    steps.then<QFileDialog>([](QFileDialog* dialog) { pressEscape(dialog); });
-    window->slotFileOpen();
-    QVERIFY2(steps.done(), steps.trouble());
-    QCOMPARE(state.copies(), Texts());
-}
-
-// The copy of what is cleared would push it out.
-void TestKytStudioSafety::openingTheOldestCopyReadsIt()
-{
-    const StateHome state;
-    const TestWindow window;
-    for (int i = 0; i < 20; ++i) {
-        addAtom(window, i, 0);
-        window->slotFileNew();
     }
-    const QString oldest =
-        safetyCopyFolder() + u'/' + QDir(safetyCopyFolder()).entryList(QDir::Files, QDir::Name).first();
-    addAtom(window, 50, 60);
-    ModalSteps steps;
-    steps.then<QFileDialog>([&](QFileDialog* dialog) { typeNameAndEnter(dialog, oldest); });
-    window->slotFileOpen();
-    QVERIFY2(steps.done(), steps.trouble());
-    QCOMPARE(window->doc->docName, QFileInfo(oldest).canonicalFilePath());
-    QCOMPARE(atomsOf(window).size(), 1);
-    QCOMPARE(atomsOf(window)[0]->x(), 0.0);
-    QCOMPARE(state.copies().size(), 21);
-    QCOMPARE(state.copies().last(), oneCarbon);
-}
 
-void TestKytStudioSafety::importAndInsertCopyNothing()
-{
-    const StateHome state;
-    const WorkingFolder folder;
-    QVERIFY(writeFile("two.kyt", drawing));
-    QVERIFY(writeFile("two.kyf", drawing));
-    const TestWindow window;
-    addAtom(window, 50, 60);
-    ModalSteps steps;
-    for (const char* name : {"two.kyt", "two.kyf"})
-        steps.then<QFileDialog>([&folder, name](QFileDialog* dialog) { typeNameAndEnter(dialog, folder.path(name)); });
-    window->slotImportMolecule();
-    window->slotInsertMolecule();
-    QVERIFY2(steps.done(), steps.trouble());
-    QCOMPARE(atomsOf(window).size(), 5);
-    QCOMPARE(state.copies(), Texts());
-}
-
-void TestKytStudioSafety::closeCopiesTheDrawing_data()
-{
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("copied");
-    QTest::newRow("save") << int(QMessageBox::Yes) << true;
-    QTest::newRow("discard") << int(QMessageBox::No) << true;
-    QTest::newRow("cancel") << int(QMessageBox::Cancel) << false;
-}
-
-void TestKytStudioSafety::closeCopiesTheDrawing()
-{
-    QFETCH(int, button);
-    QFETCH(bool, copied);
-    const StateHome state;
-    const WorkingFolder folder;
-    const TestWindow window;
-    window->doc->docName = "a.kyt";
-    addAtom(window, 50, 60);
-    ModalSteps steps;
-    answer(steps, QMessageBox::StandardButton(button));
-    window->slotFileClose();
-    QVERIFY2(steps.done(), steps.trouble());
-    QCOMPARE(state.copies(), copied ? Texts{oneCarbon} : Texts());
-}
-
-void TestKytStudioSafety::quittingCopiesTheDrawing()
-{
-    const StateHome state;
-    const TestWindow window;
-    addAtom(window, 50, 60);
-    QTimer::singleShot(0, window.get(), [] { QApplication::quit(); });
-    QApplication::exec();
-    QCOMPARE(state.copies(), Texts{oneCarbon});
-    QCOMPARE(atomsOf(window).size(), 1);
-}
-
-void TestKytStudioSafety::withoutACanvasNothingIsCopied()
-{
-    const StateHome state;
-    const TestWindow window;
-    addAtom(window, 50, 60);
-    delete window->doc->canvas;
-    window->keepCopy();
-    QCOMPARE(state.copies(), Texts());
-}
-
-void TestKytStudioSafety::nothingIsSaidWhereThereCanBeNoCopy()
-{
-    const StateHome state;
-    QVERIFY(writeFile(state.path("kytstudio"), "in the way"));
-    const TestWindow window;
-    addAtom(window, 50, 60);
-    const StatusLog log(window);
-    const Printed printed;
-    const ModalSteps steps;
-    window->slotFileNew();
-    QCOMPARE(itemCount(window), 0);
-    QCOMPARE(log.shown, QStringList({"Creating file"}));
-    QCOMPARE(printed.lines, QStringList());
-    QVERIFY(!QApplication::activeModalWidget());
-    QCOMPARE(readFile(state.path("kytstudio")), QByteArray("in the way"));
-}
-
-void TestKytStudioSafety::theProgramCopiesTheDrawingBeforeASignalEndsIt_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("where");
-    QTest::newRow("interrupt") << SIGINT << "";
-    QTest::newRow("terminate") << SIGTERM << "";
-    QTest::newRow("hang up") << SIGHUP << "";
-    QTest::newRow("in the Open dialog") << SIGTERM << "Choose a File";
-    QTest::newRow("in the question of Close") << SIGHUP << "Close !";
-    QTest::newRow("in the question of Exit") << SIGTERM << "Quit !";
-    QTest::newRow("in the atom's dialog") << SIGINT << "Atom Properties";
-    QTest::newRow("in an open menu") << SIGTERM << "menu";
-    QTest::newRow("in a drag") << SIGTERM << "drag";
-    QTest::newRow("in the 3D window, interrupt") << SIGINT << "MOLECULAR I3D VIEWER";
-    QTest::newRow("in the 3D window, terminate") << SIGTERM << "MOLECULAR I3D VIEWER";
-    QTest::newRow("in the 3D window, hang up") << SIGHUP << "MOLECULAR I3D VIEWER";
-}
-
-void TestKytStudioSafety::theProgramCopiesTheDrawingBeforeASignalEndsIt()
-{
-    QFETCH(int, number);
-    QFETCH(QString, where);
-    const QPoint atom = canvasPlace({60, 60});
-    const StateHome state;
-    Program program(QDir::currentPath());
-    const WorkingFolder folder;
-    QVERIFY(writeFile("two.kyt", drawing));
-    const QString id = Program::windowTitled("KytStudio 1.1");
-    QVERIFY(Program::hasKeyboard(id));
-    QVERIFY(Program::openFile(id, folder.path("two.kyt")));
-
-    const QHash<QString, QString> keys{
-        {"Choose a File", "ctrl+o"}, {"Close !", "ctrl+w"}, {"Quit !", "ctrl+q"}, {"MOLECULAR I3D VIEWER", "ctrl+f"}};
-    if (where == "menu") {
-        Program::press("alt+f");
-    } else if (where == "drag") {
-        Program::moveTo(id, atom);
-        Program::xdotool({"mousedown", "1"});
-        Program::moveTo(id, atom + QPoint(30, 40));
-    } else if (where == "Atom Properties") {
-        Program::click(id, atom, 3);
-        QVERIFY(!Program::windowTitled(where).isEmpty());
-    } else if (!where.isEmpty()) {
-        Program::press(keys[where]);
-        QVERIFY(!Program::windowTitled(where).isEmpty());
-    }
-    QCOMPARE(state.copies(), Texts());
-    kill(pid_t(program.process.processId()), number);
-    QVERIFY2(program.endedBy(number), QByteArray::number(program.process.exitCode()) + program.output);
-    if (where == "drag")
-        Program::xdotool({"mouseup", "1"});
-    QCOMPARE(state.copies().size(), 1);
-    QByteArray expected = drawing;
-    if (where == "drag")
-        expected.replace("N 60 60", "N 90 100");
-    QCOMPARE(state.copies(), Texts{expected});
-    QCOMPARE(program.output, QByteArray());
-}
-
-void TestKytStudioSafety::theProgramIgnoresASignalThatWasIgnoredAtItsStart()
-{
-    const StateHome state;
-    const WorkingFolder folder;
-    QVERIFY(writeFile("two.kyt", drawing));
-    Program program(folder.path(), {}, {}, {"sh", "-c", "trap '' HUP; exec \"$0\""});
-    const QString id = Program::windowTitled("KytStudio 1.1");
-    QVERIFY(Program::hasKeyboard(id));
-    kill(pid_t(program.process.processId()), SIGHUP);
-    QVERIFY(Program::openFile(id, folder.path("two.kyt")));
-    kill(pid_t(program.process.processId()), SIGHUP);
-    QVERIFY(Program::openFile(id, folder.path("two.kyt")));
-    QCOMPARE(state.copies(), Texts{drawing}); // of the second Open
-    kill(pid_t(program.process.processId()), SIGTERM);
-    QVERIFY2(program.endedBy(SIGTERM), program.output);
-    QCOMPARE(state.copies(), Texts{drawing});
-}
-
-void TestKytStudioSafety::theProgramCopiesTheDrawingHoweverItIsLeft_data()
-{
-    QTest::addColumn<QString>("way");
-    QTest::addColumn<int>("status");
-    QTest::newRow("window closed") << "alt+F4" << 0;
-    QTest::newRow("Exit") << "ctrl+q" << 0;
-    QTest::newRow("connection to the X server lost") << "xkill" << 1;
-    QTest::newRow("connection lost in the 3D window") << "xkill 3D" << 1;
-}
-
-void TestKytStudioSafety::theProgramCopiesTheDrawingHoweverItIsLeft()
-{
-    QFETCH(QString, way);
-    QFETCH(int, status);
-    const StateHome state;
-    const WorkingFolder folder;
-    QVERIFY(writeFile("two.kyt", drawing));
-    Program program(folder.path());
-    const QString id = Program::windowTitled("KytStudio 1.1");
-    QVERIFY(Program::hasKeyboard(id));
-    QVERIFY(Program::openFile(id, folder.path("two.kyt")));
-    if (way == "ctrl+q") {
-        Program::press(way);
-        QVERIFY(Program::hasKeyboard(Program::windowTitled("Quit !")));
-        Program::press("Return");
-    } else if (way.startsWith("xkill")) {
-        QString window = id;
-        if (way == "xkill 3D") {
-            Program::press("ctrl+f");
-            window = Program::windowTitled("MOLECULAR I3D VIEWER");
+    // The copy of what is cleared would push it out.
+    void openingTheOldestCopyReadsIt()
+    {
+        const StateHome state;
+        const TestWindow window;
+        for (int i = 0; i < 20; ++i) {
+            window.atom(i, 0);
+            window->slotFileNew();
         }
-        QCOMPARE(QProcess::execute("xkill", {"-id", window}), 0);
-    } else {
-        Program::press(way);
+        const QString oldest =
+            safetyCopyFolder() + u'/' + QDir(safetyCopyFolder()).entryList(QDir::Files, QDir::Name).first();
+        window.atom(50, 60);
+        QCOMPARE(choose(window, openCommand, oldest), QString());
+        QCOMPARE(window->doc->docName, QFileInfo(oldest).canonicalFilePath());
+        QCOMPARE(window.atoms().size(), 1);
+        QCOMPARE(window.atoms()[0]->x(), 0.0);
+        QCOMPARE(state.copies().size(), 21);
+        QCOMPARE(state.copies().last(), oneCarbon);
     }
-    const bool well = program.endedWell();
-    QCOMPARE(well, status == 0);
-    QVERIFY2(program.process.exitStatus() == QProcess::NormalExit, program.output);
-    QVERIFY2(program.process.exitCode() == status, program.output);
-    QCOMPARE(state.copies(), Texts{drawing});
-}
 
-void TestKytStudioSafety::theProgramEndsAlsoWhereThereCanBeNoCopy()
-{
-    const StateHome state;
-    QVERIFY(writeFile(state.path("kytstudio"), "in the way"));
-    const WorkingFolder folder;
-    QVERIFY(writeFile("two.kyt", drawing));
-    for (const int number : {0, SIGTERM}) {
+    void importAndInsertCopyNothing()
+    {
+        const StateHome state;
+        const WorkingFolder folder;
+        QVERIFY(writeFile("two.kyt", drawing));
+        QVERIFY(writeFile("two.kyf", drawing));
+        const TestWindow window;
+        window.atom(50, 60);
+        QCOMPARE(choose(window, importCommand, folder.path("two.kyt")), QString());
+        QCOMPARE(choose(window, insertCommand, folder.path("two.kyf")), QString());
+        QCOMPARE(window.atoms().size(), 5);
+        QCOMPARE(state.copies(), Texts());
+    }
+
+    void closeCopiesTheDrawing_data()
+    {
+        QTest::addColumn<int>("button");
+        QTest::addColumn<bool>("copied");
+        QTest::newRow("save") << int(QMessageBox::Yes) << true;
+        QTest::newRow("discard") << int(QMessageBox::No) << true;
+        QTest::newRow("cancel") << int(QMessageBox::Cancel) << false;
+    }
+
+    void closeCopiesTheDrawing()
+    {
+        QFETCH(int, button);
+        QFETCH(bool, copied);
+        const StateHome state;
+        const WorkingFolder folder;
+        const TestWindow window;
+        window->doc->docName = "a.kyt";
+        window.atom(50, 60);
+        QCOMPARE(closeWith(window, QMessageBox::StandardButton(button)), QString());
+        QCOMPARE(state.copies(), copied ? Texts{oneCarbon} : Texts());
+    }
+
+    void quittingCopiesTheDrawing()
+    {
+        const StateHome state;
+        const TestWindow window;
+        window.atom(50, 60);
+        QTimer::singleShot(0, window.get(), [] { QApplication::quit(); });
+        QApplication::exec();
+        QCOMPARE(state.copies(), Texts{oneCarbon});
+        QCOMPARE(window.atoms().size(), 1);
+    }
+
+    void withoutACanvasNothingIsCopied()
+    {
+        const StateHome state;
+        const TestWindow window;
+        window.atom(50, 60);
+        delete window->doc->canvas;
+        window->keepCopy();
+        QCOMPARE(state.copies(), Texts());
+    }
+
+    void nothingIsSaidWhereThereCanBeNoCopy()
+    {
+        const StateHome state;
+        QVERIFY(writeFile(state.path("kytstudio"), "in the way"));
+        const TestWindow window;
+        window.atom(50, 60);
+        const StatusLog log(window);
+        const LoggedMessages messages;
+        const ModalSteps steps;
+        window->slotFileNew();
+        QCOMPARE(itemCount(window), 0);
+        QCOMPARE(log.shown, QStringList({"Creating file"}));
+        QCOMPARE(LoggedMessages::lines(), QStringList());
+        QVERIFY(!QApplication::activeModalWidget());
+        QCOMPARE(readFile(state.path("kytstudio")), QByteArray("in the way"));
+    }
+
+    void theProgramCopiesTheDrawingBeforeASignalEndsIt_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QString>("where");
+        QTest::newRow("interrupt") << SIGINT << "";
+        QTest::newRow("terminate") << SIGTERM << "";
+        QTest::newRow("hang up") << SIGHUP << "";
+        QTest::newRow("in the Open dialog") << SIGTERM << "Choose a File";
+        QTest::newRow("in the question of Close") << SIGHUP << "Close !";
+        QTest::newRow("in the question of Exit") << SIGTERM << "Quit !";
+        QTest::newRow("in the atom's dialog") << SIGINT << "Atom Properties";
+        QTest::newRow("in an open menu") << SIGTERM << "menu";
+        QTest::newRow("in a drag") << SIGTERM << "drag";
+        QTest::newRow("in the 3D window, interrupt") << SIGINT << "MOLECULAR I3D VIEWER";
+        QTest::newRow("in the 3D window, terminate") << SIGTERM << "MOLECULAR I3D VIEWER";
+        QTest::newRow("in the 3D window, hang up") << SIGHUP << "MOLECULAR I3D VIEWER";
+    }
+
+    void theProgramCopiesTheDrawingBeforeASignalEndsIt()
+    {
+        QFETCH(int, number);
+        QFETCH(QString, where);
+        const QPoint atom = canvasPlace({60, 60});
+        const StateHome state;
+        Program program(QDir::currentPath());
+        const WorkingFolder folder;
+        QVERIFY(writeFile("two.kyt", drawing));
+        const QString id = Program::windowTitled("KytStudio 1.1");
+        QVERIFY(Program::hasKeyboard(id));
+        QVERIFY(Program::openFile(id, folder.path("two.kyt")));
+
+        const QHash<QString, QString> keys{{"Choose a File", "ctrl+o"},
+                                           {"Close !", "ctrl+w"},
+                                           {"Quit !", "ctrl+q"},
+                                           {"MOLECULAR I3D VIEWER", "ctrl+f"}};
+        if (where == "menu") {
+            Program::press("alt+f");
+        } else if (where == "drag") {
+            Program::moveTo(id, atom);
+            Program::xdotool({"mousedown", "1"});
+            Program::moveTo(id, atom + QPoint(30, 40));
+        } else if (where == "Atom Properties") {
+            Program::click(id, atom, 3);
+            QVERIFY(!Program::windowTitled(where).isEmpty());
+        } else if (!where.isEmpty()) {
+            Program::press(keys[where]);
+            QVERIFY(!Program::windowTitled(where).isEmpty());
+        }
+        QCOMPARE(state.copies(), Texts());
+        kill(pid_t(program.process.processId()), number);
+        QVERIFY2(program.endedBy(number), QByteArray::number(program.process.exitCode()) + program.output);
+        if (where == "drag")
+            Program::xdotool({"mouseup", "1"});
+        QCOMPARE(state.copies().size(), 1);
+        QByteArray expected = drawing;
+        if (where == "drag")
+            expected.replace("N 60 60", "N 90 100");
+        QCOMPARE(state.copies(), Texts{expected});
+        QCOMPARE(program.output, QByteArray());
+    }
+
+    void theProgramIgnoresASignalThatWasIgnoredAtItsStart()
+    {
+        const StateHome state;
+        const WorkingFolder folder;
+        QVERIFY(writeFile("two.kyt", drawing));
+        Program program(folder.path(), {}, {}, {"sh", "-c", "trap '' HUP; exec \"$0\""});
+        const QString id = Program::windowTitled("KytStudio 1.1");
+        QVERIFY(Program::hasKeyboard(id));
+        kill(pid_t(program.process.processId()), SIGHUP);
+        QVERIFY(Program::openFile(id, folder.path("two.kyt")));
+        kill(pid_t(program.process.processId()), SIGHUP);
+        QVERIFY(Program::openFile(id, folder.path("two.kyt")));
+        QCOMPARE(state.copies(), Texts{drawing}); // of the second Open
+        kill(pid_t(program.process.processId()), SIGTERM);
+        QVERIFY2(program.endedBy(SIGTERM), program.output);
+        QCOMPARE(state.copies(), Texts{drawing});
+    }
+
+    void theProgramCopiesTheDrawingHoweverItIsLeft_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<int>("status");
+        QTest::newRow("window closed") << "alt+F4" << 0;
+        QTest::newRow("Exit") << "ctrl+q" << 0;
+        QTest::newRow("connection to the X server lost") << "xkill" << 1;
+        QTest::newRow("connection lost in the 3D window") << "xkill 3D" << 1;
+    }
+
+    void theProgramCopiesTheDrawingHoweverItIsLeft()
+    {
+        QFETCH(QString, way);
+        QFETCH(int, status);
+        const StateHome state;
+        const WorkingFolder folder;
+        QVERIFY(writeFile("two.kyt", drawing));
         Program program(folder.path());
         const QString id = Program::windowTitled("KytStudio 1.1");
         QVERIFY(Program::hasKeyboard(id));
         QVERIFY(Program::openFile(id, folder.path("two.kyt")));
-        if (number == 0)
-            Program::press("alt+F4");
-        else
-            kill(pid_t(program.process.processId()), number);
-        QVERIFY2(number == 0 ? program.endedWell() : program.endedBy(number), program.output);
-        QCOMPARE(program.output, QByteArray());
+        if (way == "ctrl+q") {
+            Program::press(way);
+            QVERIFY(Program::hasKeyboard(Program::windowTitled("Quit !")));
+            Program::press("Return");
+        } else if (way.startsWith("xkill")) {
+            QString window = id;
+            if (way == "xkill 3D") {
+                Program::press("ctrl+f");
+                window = Program::windowTitled("MOLECULAR I3D VIEWER");
+            }
+            QCOMPARE(QProcess::execute("xkill", {"-id", window}), 0);
+        } else {
+            Program::press(way);
+        }
+        const bool well = program.endedWell();
+        QCOMPARE(well, status == 0);
+        QVERIFY2(program.process.exitStatus() == QProcess::NormalExit, program.output);
+        QVERIFY2(program.process.exitCode() == status, program.output);
+        QCOMPARE(state.copies(), Texts{drawing});
     }
-}
 
-void TestKytStudioSafety::theProgramOutlivesASaveBeyondTheFileSizeLimit()
-{
-    const WorkingFolder folder;
-    QVERIFY(writeFile("many.kyt", atomsInAFile(2000)));
-    Program program(folder.path());
-    const QString id = Program::windowTitled("KytStudio 1.1");
-    QVERIFY(Program::hasKeyboard(id));
-    QVERIFY(Program::openFile(id, folder.path("many.kyt")));
-    QVERIFY(writeFile("many.kyt", "as it was"));
+    void theProgramEndsAlsoWhereThereCanBeNoCopy()
+    {
+        const StateHome state;
+        QVERIFY(writeFile(state.path("kytstudio"), "in the way"));
+        const WorkingFolder folder;
+        QVERIFY(writeFile("two.kyt", drawing));
+        for (const int number : {0, SIGTERM}) {
+            Program program(folder.path());
+            const QString id = Program::windowTitled("KytStudio 1.1");
+            QVERIFY(Program::hasKeyboard(id));
+            QVERIFY(Program::openFile(id, folder.path("two.kyt")));
+            if (number == 0)
+                Program::press("alt+F4");
+            else
+                kill(pid_t(program.process.processId()), number);
+            QVERIFY2(number == 0 ? program.endedWell() : program.endedBy(number), program.output);
+            QCOMPARE(program.output, QByteArray());
+        }
+    }
 
-    struct rlimit usual;
-    const struct rlimit narrow = {30000, RLIM_INFINITY};
-    const auto process = pid_t(program.process.processId());
-    QCOMPARE(prlimit(process, RLIMIT_FSIZE, &narrow, &usual), 0);
-    Program::press("ctrl+s");
-    QTRY_VERIFY(program.process.canReadLine());
-    const QByteArray said = program.process.readAll();
-    QCOMPARE(
-        said,
-        QByteArray("kytstudio.workspace: " + folder.path("many.kyt").toUtf8() + ": cannot be saved: File too large\n"));
-    QCOMPARE(readFile("many.kyt"), QByteArray("as it was"));
-    QCOMPARE(folder.names(), QStringList("many.kyt"));
+    void theProgramOutlivesASaveBeyondTheFileSizeLimit()
+    {
+        const WorkingFolder folder;
+        QVERIFY(writeFile("many.kyt", atomsInAFile(2000)));
+        Program program(folder.path());
+        const QString id = Program::windowTitled("KytStudio 1.1");
+        QVERIFY(Program::hasKeyboard(id));
+        QVERIFY(Program::openFile(id, folder.path("many.kyt")));
+        QVERIFY(writeFile("many.kyt", "as it was"));
 
-    QCOMPARE(prlimit(process, RLIMIT_FSIZE, &usual, nullptr), 0);
-    Program::press("ctrl+s");
-    QTRY_COMPARE(readFile("many.kyt"), atomsInAFile(2000));
-    QVERIFY(Program::hasKeyboard(id));
-    Program::press("alt+F4");
-    QVERIFY2(program.endedWell(), program.output);
-}
+        struct rlimit usual;
+        const struct rlimit narrow = {30000, RLIM_INFINITY};
+        const auto process = pid_t(program.process.processId());
+        QCOMPARE(prlimit(process, RLIMIT_FSIZE, &narrow, &usual), 0);
+        Program::press("ctrl+s");
+        QTRY_VERIFY(program.process.canReadLine());
+        const QByteArray said = program.process.readAll();
+        QCOMPARE(said,
+                 QByteArray("kytstudio.workspace: " + folder.path("many.kyt").toUtf8()
+                            + ": cannot be saved: File too large\n"));
+        QCOMPARE(readFile("many.kyt"), QByteArray("as it was"));
+        QCOMPARE(folder.names(), QStringList("many.kyt"));
+
+        QCOMPARE(prlimit(process, RLIMIT_FSIZE, &usual, nullptr), 0);
+        Program::press("ctrl+s");
+        QTRY_COMPARE(readFile("many.kyt"), atomsInAFile(2000));
+        QVERIFY(Program::hasKeyboard(id));
+        Program::press("alt+F4");
+        QVERIFY2(program.endedWell(), program.output);
+    }
+};
 
 int main(int argc, char** argv)
 {
-    return runTests<TestKytStudioSafety>(argc, argv);
+    return runTests<test_kytstudio_safety>(argc, argv);
 }
 
 #include "test_kytstudio_safety.moc"

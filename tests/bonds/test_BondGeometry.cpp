@@ -1,4 +1,5 @@
 #include "bonds/BondGeometry.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -75,8 +76,8 @@ private slots:
             for (const QLineF& line : {lines.second, lines.third}) {
                 const QPointF along = (to - from) / std::hypot(to.x() - from.x(), to.y() - from.y());
                 const QPointF beside = line.p1() - from;
-                QVERIFY(std::abs(std::hypot(beside.x(), beside.y()) - std::sqrt(30.0)) < 1e-9);
-                QVERIFY(std::abs(QPointF::dotProduct(along, beside)) < 1e-9);
+                NEAR(std::hypot(beside.x(), beside.y()), std::sqrt(30.0), 1e-9);
+                NEAR(QPointF::dotProduct(along, beside), 0, 1e-9);
                 QVERIFY(areSame(line, QLineF(from + beside, to + beside), 1e-9));
             }
             QVERIFY(lines.second.x1() < from.x()); // the second line lies to the left

@@ -47,15 +47,14 @@ private slots:
     void atomsWithoutBondsGiveNoCells()
     {
         Drawing d;
-        QVERIFY(bondTable({d.atomAt(0, 0), d.atomAt(30, 0)}).empty());
+        QVERIFY(bondTable({d.atom(0, 0), d.atom(30, 0)}).empty());
     }
 
     void aBondStandsInTheRowOfItsStartAndTheColumnOfItsEnd()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(30, 0);
-        KytBond* bond = d.bond(b, a);
+        const auto [a, b] = d.row<2>();
+        KytBond* bond = d.looseBond(b, a);
         QVERIFY(areSame(bondTable({a, b}), {{1, 0, bond}}));
         QVERIFY(areSame(bondTable({b, a}), {{0, 1, bond}}));
     }
@@ -63,24 +62,21 @@ private slots:
     void cellsComeRowByRow()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(30, 0);
-        KytAtom* c = d.atomAt(60, 0);
-        KytBond* cb = d.bond(c, b);
-        KytBond* ca = d.bond(c, a);
-        KytBond* ac = d.bond(a, c);
-        KytBond* ab = d.bond(a, b);
-        KytBond* ba = d.bond(b, a);
+        const auto [a, b, c] = d.row<3>();
+        KytBond* cb = d.looseBond(c, b);
+        KytBond* ca = d.looseBond(c, a);
+        KytBond* ac = d.looseBond(a, c);
+        KytBond* ab = d.looseBond(a, b);
+        KytBond* ba = d.looseBond(b, a);
         QVERIFY(areSame(bondTable({a, b, c}), {{0, 1, ab}, {0, 2, ac}, {1, 0, ba}, {2, 0, ca}, {2, 1, cb}}));
     }
 
     void ofParallelBondsTheLastMetFillsTheCell()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(30, 0);
-        d.bond(a, b);
-        KytBond* second = d.bond(a, b);
+        const auto [a, b] = d.row<2>();
+        d.looseBond(a, b);
+        KytBond* second = d.looseBond(a, b);
         QVERIFY(areSame(bondTable({a, b}), {{0, 1, second}}));
         QVERIFY(areSame(bondTable({b, a}), {{1, 0, second}}));
     }
@@ -88,20 +84,17 @@ private slots:
     void aBondToItselfStandsOnTheDiagonal()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(30, 0);
-        KytBond* loop = d.bond(b, b);
+        const auto [a, b] = d.row<2>();
+        KytBond* loop = d.looseBond(b, b);
         QVERIFY(areSame(bondTable({a, b}), {{1, 1, loop}}));
     }
 
     void anEndThatIsNotAmongTheAtomsCountsAsTheFirst()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(30, 0);
-        KytAtom* stranger = d.atomAt(60, 0);
-        KytBond* out = d.bond(b, stranger);
-        KytBond* in = d.bond(stranger, b);
+        const auto [a, b, stranger] = d.row<3>();
+        KytBond* out = d.looseBond(b, stranger);
+        KytBond* in = d.looseBond(stranger, b);
         QVERIFY(areSame(bondTable({a, b}), {{0, 1, in}, {1, 0, out}}));
         QCOMPARE(indexOfAtom({a, b}, stranger), 0);
     }
@@ -109,7 +102,7 @@ private slots:
     void indicesAreFoundWithAndWithoutRanks()
     {
         Drawing d;
-        const QList<KytAtom*> atoms{d.atomAt(0, 0), d.atomAt(30, 0), d.atomAt(60, 0)};
+        const QList<KytAtom*> atoms{d.atom(0, 0), d.atom(30, 0), d.atom(60, 0)};
         for (int i = 0; i < 3; ++i)
             QCOMPARE(indexOfAtom(atoms, atoms[i]), i);
         bondTable(atoms);
@@ -132,9 +125,9 @@ private slots:
             Drawing d;
             QList<KytAtom*> all;
             for (int i = 0; i < 8; ++i)
-                all.append(d.atomAt(i * 30, 0));
+                all.append(d.atom(i * 30, 0));
             for (int i = int(random() % 30); i > 0; --i)
-                d.bond(all[random() % 8], all[random() % 8]);
+                d.looseBond(all[random() % 8], all[random() % 8]);
             std::shuffle(all.begin(), all.end(), random);
             const QList<KytAtom*> some = all.mid(0, 1 + random() % 8);
             QVERIFY2(areSame(bondTable(some), filledCellByCell(some)), qPrintable(QString::number(seed)));
@@ -144,15 +137,17 @@ private slots:
     void aLargeDrawingNeedsNoSquare()
     {
         Drawing d;
-        QList<KytAtom*> atoms{d.atomAt(0, 0)};
+        QList<KytAtom*> atoms{d.atom(0, 0)};
         for (int i = 1; i < 60000; ++i) {
-            atoms.append(d.atomAt(i % 2000, i / 2000));
-            d.bond(atoms[i - 1], atoms[i]);
+            atoms.append(d.atom(i % 2000, i / 2000));
+            d.looseBond(atoms[i - 1], atoms[i]);
         }
         const std::vector<BondCell> table = bondTable(atoms);
         QCOMPARE(int(table.size()), 59999);
-        for (int i = 0; i < 59999; ++i)
-            QVERIFY(table[std::size_t(i)].row == i && table[std::size_t(i)].column == i + 1);
+        for (int i = 0; i < 59999; ++i) {
+            QCOMPARE(table[std::size_t(i)].row, i);
+            QCOMPARE(table[std::size_t(i)].column, i + 1);
+        }
     }
 };
 

@@ -2,6 +2,7 @@
 #include "model/MoleculeMotion.h"
 #include "tests/support/DepthByRecursion.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -32,7 +33,7 @@ float anyDepth(std::mt19937& random)
 
 KytAtom* anyAtom(Drawing& d, std::mt19937& random, float depth)
 {
-    return d.atomAt(random() % 1000, random() % 1000, depth, random() % 8 == 0);
+    return d.atom(random() % 1000, random() % 1000, depth, random() % 8 == 0);
 }
 
 int plainKind(std::mt19937& random)
@@ -49,8 +50,8 @@ int anyKind(std::mt19937& random)
 KytBond* bondOfKind(Drawing& d, std::mt19937& random, KytAtom* from, KytAtom* to, int kind)
 {
     if (random() % 16 == 0)
-        return d.bond(from, to, {}); // carries nothing
-    return d.bond(from, to, {kind}, float(1 + random() % 88) + 0.25F);
+        return d.looseBond(from, to, {}); // carries nothing
+    return d.looseBond(from, to, {kind}, float(1 + random() % 88) + 0.25F);
 }
 
 /// Any graph of plain bonds: rings, parallel bonds, loops.
@@ -283,9 +284,9 @@ private slots:
         Drawing d;
         QList<KytAtom*> a;
         for (int i = 0; i < 5; ++i)
-            a.append(d.atomAt(i * 30, 0, float(i + 1)));
+            a.append(d.atom(i * 30, 0, float(i + 1)));
         for (int i = 1; i < 5; ++i)
-            d.bond(a[i - 1], a[i], {i % 2});
+            d.looseBond(a[i - 1], a[i], {i % 2});
         a[1]->setAtomZ(50);
         QCOMPARE(a[0]->getAtomZ(), 1.0F);
         for (int i = 1; i < 5; ++i)
@@ -295,11 +296,11 @@ private slots:
     void depthStopsWhereItIsEqual()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 1);
-        KytAtom* b = d.atomAt(30, 0, 7);
-        KytAtom* c = d.atomAt(60, 0, 3);
-        d.bond(a, b);
-        KytBond* bc = d.bond(b, c);
+        KytAtom* a = d.atom(0, 0, 1);
+        KytAtom* b = d.atom(30, 0, 7);
+        KytAtom* c = d.atom(60, 0, 3);
+        d.looseBond(a, b);
+        KytBond* bc = d.looseBond(b, c);
         disturb({bc});
         a->setAtomZ(7);
         QCOMPARE(b->getAtomZ(), 7.0F);
@@ -310,11 +311,11 @@ private slots:
     void depthStopsAtALockedAtom()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 1);
-        KytAtom* b = d.atomAt(30, 0, 2, true);
-        KytAtom* c = d.atomAt(60, 0, 3);
-        KytBond* ab = d.bond(a, b);
-        KytBond* bc = d.bond(b, c);
+        KytAtom* a = d.atom(0, 0, 1);
+        KytAtom* b = d.atom(30, 0, 2, true);
+        KytAtom* c = d.atom(60, 0, 3);
+        KytBond* ab = d.looseBond(a, b);
+        KytBond* bc = d.looseBond(b, c);
         disturb({ab, bc});
         a->setAtomZ(7);
         QCOMPARE(b->getAtomZ(), 2.0F);
@@ -326,13 +327,13 @@ private slots:
     void depthClimbsAtEachWedge()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(100, 0);
-        KytAtom* c = d.atomAt(100, 50);
-        KytAtom* e = d.atomAt(200, 50);
-        d.bond(a, b, {KYTBT_StereoUp}, 45);
-        d.bond(b, c);
-        d.bond(c, e, {KYTBT_StereoDown}, 60);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(100, 0);
+        KytAtom* c = d.atom(100, 50);
+        KytAtom* e = d.atom(200, 50);
+        d.looseBond(a, b, {KYTBT_StereoUp}, 45);
+        d.looseBond(b, c);
+        d.looseBond(c, e, {KYTBT_StereoDown}, 60);
         a->setAtomZ(1);
         QCOMPARE(b->getAtomZ(), 101.0F);
         QCOMPARE(c->getAtomZ(), 101.0F);
@@ -342,9 +343,9 @@ private slots:
     void depthDoesNotTravelAgainstBonds()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 1);
-        KytAtom* b = d.atomAt(30, 0, 2);
-        d.bond(a, b);
+        KytAtom* a = d.atom(0, 0, 1);
+        KytAtom* b = d.atom(30, 0, 2);
+        d.looseBond(a, b);
         b->setAtomZ(9);
         QCOMPARE(a->getAtomZ(), 1.0F);
     }
@@ -352,9 +353,9 @@ private slots:
     void aBondWithoutLinesCarriesNoDepth()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 1);
-        KytAtom* b = d.atomAt(30, 0, 2);
-        d.bond(a, b, {});
+        KytAtom* a = d.atom(0, 0, 1);
+        KytAtom* b = d.atom(30, 0, 2);
+        d.looseBond(a, b, {});
         a->setAtomZ(9);
         QCOMPARE(b->getAtomZ(), 2.0F);
     }
@@ -362,11 +363,11 @@ private slots:
     void aBondWithoutAnEndCarriesNoDepth()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 1);
-        KytAtom* b = d.atomAt(30, 0, 2);
-        KytAtom* c = d.atomAt(60, 0, 3);
-        KytBond* open = d.bond(a, b);
-        d.bond(a, c);
+        KytAtom* a = d.atom(0, 0, 1);
+        KytAtom* b = d.atom(30, 0, 2);
+        KytAtom* c = d.atom(60, 0, 3);
+        KytBond* open = d.looseBond(a, b);
+        d.looseBond(a, c);
         open->setToAtom(nullptr);
         a->setAtomZ(9);
         QCOMPARE(b->getAtomZ(), 2.0F);
@@ -378,13 +379,13 @@ private slots:
     void anUpdatedBondGivesDepthToItsEndAndBeyond()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 1);
-        KytAtom* b = d.atomAt(30, 0, 2);
-        KytAtom* c = d.atomAt(60, 0, 3);
-        KytAtom* e = d.atomAt(90, 0, 4);
-        KytBond* ab = d.bond(a, b);
-        d.bond(a, c);
-        d.bond(b, e);
+        KytAtom* a = d.atom(0, 0, 1);
+        KytAtom* b = d.atom(30, 0, 2);
+        KytAtom* c = d.atom(60, 0, 3);
+        KytAtom* e = d.atom(90, 0, 4);
+        KytBond* ab = d.looseBond(a, b);
+        d.looseBond(a, c);
+        d.looseBond(b, e);
         ab->setBond();
         QCOMPARE(a->getAtomZ(), 1.0F);
         QCOMPARE(b->getAtomZ(), 1.0F);
@@ -397,17 +398,17 @@ private slots:
         // Both ways from `a` give `e` the same depth, so `e` passes it on when it comes by the first one. What `c`
         // gives to `f` comes later and decides.
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 0);
-        KytAtom* b = d.atomAt(50, 50, 0);
-        KytAtom* c = d.atomAt(50, -50, 0);
-        KytAtom* e = d.atomAt(100, 0, 0);
-        KytAtom* f = d.atomAt(150, -50, 0);
-        d.bond(a, b);
-        d.bond(a, c);
-        d.bond(b, e);
-        d.bond(e, f);
-        d.bond(c, f, {KYTBT_StereoUp}, 45);
-        d.bond(c, e);
+        KytAtom* a = d.atom(0, 0, 0);
+        KytAtom* b = d.atom(50, 50, 0);
+        KytAtom* c = d.atom(50, -50, 0);
+        KytAtom* e = d.atom(100, 0, 0);
+        KytAtom* f = d.atom(150, -50, 0);
+        d.looseBond(a, b);
+        d.looseBond(a, c);
+        d.looseBond(b, e);
+        d.looseBond(e, f);
+        d.looseBond(c, f, {KYTBT_StereoUp}, 45);
+        d.looseBond(c, e);
         a->setAtomZ(5);
         QCOMPARE(e->getAtomZ(), 5.0F);
         QCOMPARE(f->getAtomZ(), 105.0F);
@@ -417,10 +418,10 @@ private slots:
     {
         for (const bool wedgeLater : {false, true}) {
             Drawing d;
-            KytAtom* a = d.atomAt(0, 0, 0);
-            KytAtom* b = d.atomAt(100, 0, 0);
-            d.bond(a, b, {wedgeLater ? 1 : 2}, 45);
-            d.bond(a, b, {wedgeLater ? 2 : 1}, 45);
+            KytAtom* a = d.atom(0, 0, 0);
+            KytAtom* b = d.atom(100, 0, 0);
+            d.looseBond(a, b, {wedgeLater ? 1 : 2}, 45);
+            d.looseBond(a, b, {wedgeLater ? 2 : 1}, 45);
             a->setAtomZ(5);
             QCOMPARE(b->getAtomZ(), wedgeLater ? 105.0F : 5.0F);
         }
@@ -430,19 +431,19 @@ private slots:
     {
         for (const bool wedgeLater : {false, true}) {
             Drawing d;
-            KytAtom* a = d.atomAt(0, 0, 0);
-            KytAtom* b = d.atomAt(100, 50, 0);
-            KytAtom* c = d.atomAt(100, 0, 0);
-            KytAtom* e = d.atomAt(200, 0, 0);
-            KytAtom* f = d.atomAt(300, 0, 0);
+            KytAtom* a = d.atom(0, 0, 0);
+            KytAtom* b = d.atom(100, 50, 0);
+            KytAtom* c = d.atom(100, 0, 0);
+            KytAtom* e = d.atom(200, 0, 0);
+            KytAtom* f = d.atom(300, 0, 0);
             if (!wedgeLater)
-                d.bond(a, c, {2}, 45);
-            d.bond(a, b);
+                d.looseBond(a, c, {2}, 45);
+            d.looseBond(a, b);
             if (wedgeLater)
-                d.bond(a, c, {2}, 45);
-            d.bond(b, e);
-            d.bond(c, e);
-            d.bond(e, f);
+                d.looseBond(a, c, {2}, 45);
+            d.looseBond(b, e);
+            d.looseBond(c, e);
+            d.looseBond(e, f);
             a->setAtomZ(5);
             QCOMPARE(b->getAtomZ(), 5.0F);
             QCOMPARE(c->getAtomZ(), 105.0F);
@@ -455,17 +456,17 @@ private slots:
     {
         for (const bool longLater : {false, true}) {
             Drawing d;
-            KytAtom* a = d.atomAt(0, 0, 0);
-            KytAtom* b = d.atomAt(50, 0, 0);
-            KytAtom* c = d.atomAt(100, 0, 0);
-            KytAtom* e = d.atomAt(150, 0, 0);
+            KytAtom* a = d.atom(0, 0, 0);
+            KytAtom* b = d.atom(50, 0, 0);
+            KytAtom* c = d.atom(100, 0, 0);
+            KytAtom* e = d.atom(150, 0, 0);
             if (longLater)
-                d.bond(a, c, {2}, 45);
-            d.bond(a, b, {2}, 30);
+                d.looseBond(a, c, {2}, 45);
+            d.looseBond(a, b, {2}, 30);
             if (!longLater)
-                d.bond(a, c, {2}, 45);
-            d.bond(b, c);
-            d.bond(c, e);
+                d.looseBond(a, c, {2}, 45);
+            d.looseBond(b, c);
+            d.looseBond(c, e);
             a->setAtomZ(5);
             const float expected = longLater ? float(5 + riseOf(30, 50)) : 105.0F;
             QCOMPARE(c->getAtomZ(), expected);
@@ -515,15 +516,15 @@ private slots:
             for (int diamonds = 1; diamonds <= 8; ++diamonds) {
                 Drawing d;
                 Drawn drawn;
-                drawn.atoms.append(d.atomAt(0, 0));
+                drawn.atoms.append(d.atom(0, 0));
                 for (int i = 0; i < diamonds; ++i) {
                     KytAtom* corner = drawn.atoms.last();
-                    KytAtom* one = d.atomAt(i * 40 + 20, 20);
-                    KytAtom* other = d.atomAt(i * 40 + 20, -20);
-                    KytAtom* next = d.atomAt(i * 40 + 40, 0);
-                    drawn.bonds +=
-                        {d.bond(corner, one, {wedgeLater ? 1 : 2}), d.bond(corner, other, {wedgeLater ? 2 : 1}),
-                         d.bond(one, next), d.bond(other, next)};
+                    KytAtom* one = d.atom(i * 40 + 20, 20);
+                    KytAtom* other = d.atom(i * 40 + 20, -20);
+                    KytAtom* next = d.atom(i * 40 + 40, 0);
+                    drawn.bonds += {d.looseBond(corner, one, {wedgeLater ? 1 : 2}),
+                                    d.looseBond(corner, other, {wedgeLater ? 2 : 1}), d.looseBond(one, next),
+                                    d.looseBond(other, next)};
                     drawn.atoms += {one, other, next};
                 }
                 disturb(drawn.bonds);
@@ -546,12 +547,12 @@ private slots:
     {
         QFETCH(QList<int>, kinds);
         Drawing d;
-        const QList<KytAtom*> ring{d.atomAt(0, 0, 1), d.atomAt(100, 0, 2), d.atomAt(100, 100, 3)};
+        const QList<KytAtom*> ring{d.atom(0, 0, 1), d.atom(100, 0, 2), d.atom(100, 100, 3)};
         QList<KytBond*> bonds;
         for (int i = 0; i < 3; ++i)
-            bonds.append(d.bond(ring[i], ring[(i + 1) % 3], {kinds[i]}, 45));
-        KytAtom* behind = d.atomAt(200, 100, 9);
-        d.bond(ring[2], behind);
+            bonds.append(d.looseBond(ring[i], ring[(i + 1) % 3], {kinds[i]}, 45));
+        KytAtom* behind = d.atom(200, 100, 9);
+        d.looseBond(ring[2], behind);
         disturb(bonds);
         ring[2]->setAtomZ(5);
         QCOMPARE(ring[0]->getAtomZ(), 1.0F);
@@ -572,14 +573,14 @@ private slots:
     void aRingWithAWedgeTakesDepthFromOutside()
     {
         Drawing d;
-        KytAtom* start = d.atomAt(0, 50);
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(100, 0, 7);
-        KytAtom* c = d.atomAt(100, 100, 8);
-        d.bond(start, a);
-        d.bond(a, b, {KYTBT_StereoUp}, 45);
-        d.bond(b, c);
-        d.bond(c, a);
+        KytAtom* start = d.atom(0, 50);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(100, 0, 7);
+        KytAtom* c = d.atom(100, 100, 8);
+        d.looseBond(start, a);
+        d.looseBond(a, b, {KYTBT_StereoUp}, 45);
+        d.looseBond(b, c);
+        d.looseBond(c, a);
         start->setAtomZ(5);
         QCOMPARE(a->getAtomZ(), 5.0F);
         QCOMPARE(b->getAtomZ(), 7.0F);
@@ -589,10 +590,10 @@ private slots:
     void aRingWithAWedgeWithoutAnAngleCarriesDepth()
     {
         Drawing d;
-        const QList<KytAtom*> ring{d.atomAt(0, 0), d.atomAt(100, 0), d.atomAt(100, 100)};
-        d.bond(ring[0], ring[1], {KYTBT_StereoUp}, 0);
-        d.bond(ring[1], ring[2]);
-        d.bond(ring[2], ring[0]);
+        const QList<KytAtom*> ring{d.atom(0, 0), d.atom(100, 0), d.atom(100, 100)};
+        d.looseBond(ring[0], ring[1], {KYTBT_StereoUp}, 0);
+        d.looseBond(ring[1], ring[2]);
+        d.looseBond(ring[2], ring[0]);
         ring[1]->setAtomZ(5);
         for (const KytAtom* atom : ring)
             QCOMPARE(atom->getAtomZ(), 5.0F);
@@ -601,12 +602,12 @@ private slots:
     void aRingWithAWedgeThatALockedAtomOpensCarriesDepth()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0, 0, true);
-        KytAtom* b = d.atomAt(100, 0);
-        KytAtom* c = d.atomAt(100, 100);
-        d.bond(a, b, {KYTBT_StereoUp}, 45);
-        d.bond(b, c);
-        d.bond(c, a);
+        KytAtom* a = d.atom(0, 0, 0, true);
+        KytAtom* b = d.atom(100, 0);
+        KytAtom* c = d.atom(100, 100);
+        d.looseBond(a, b, {KYTBT_StereoUp}, 45);
+        d.looseBond(b, c);
+        d.looseBond(c, a);
         a->setAtomZ(5);
         QCOMPARE(a->getAtomZ(), 5.0F);
         QCOMPARE(b->getAtomZ(), 105.0F);
@@ -616,12 +617,12 @@ private slots:
     void aRingWithAWedgeCarriesDepthOnceItIsOpen()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(100, 0);
-        KytAtom* c = d.atomAt(100, 100);
-        d.join(a, b, {KYTBT_StereoUp}, 45);
-        d.join(b, c);
-        KytBond* back = d.join(c, a);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(100, 0);
+        KytAtom* c = d.atom(100, 100);
+        d.bond(a, b, {KYTBT_StereoUp}, 45);
+        d.bond(b, c);
+        KytBond* back = d.bond(c, a);
         a->moveBy(0, 1);
         QCOMPARE(c->getAtomZ(), 0.0F);
         delete back;
@@ -633,8 +634,8 @@ private slots:
     void aWedgeFromAnAtomToItselfCarriesNoDepth()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        d.bond(a, a, {KYTBT_StereoUp}, 45);
+        KytAtom* a = d.atom(0, 0);
+        d.looseBond(a, a, {KYTBT_StereoUp}, 45);
         a->setAtomZ(5);
         a->moveBy(3, 3);
         QCOMPARE(a->getAtomZ(), 5.0F);
@@ -643,10 +644,10 @@ private slots:
     void twoWedgesThereAndBackCarryNoDepth()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(100, 0);
-        d.bond(a, b, {KYTBT_StereoUp}, 45);
-        d.bond(b, a, {KYTBT_StereoUp}, 45);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(100, 0);
+        d.looseBond(a, b, {KYTBT_StereoUp}, 45);
+        d.looseBond(b, a, {KYTBT_StereoUp}, 45);
         a->setAtomZ(5);
         for (int i = 0; i < 100; ++i) {
             a->moveBy(1, 0);
@@ -698,10 +699,10 @@ private slots:
     void aLongChainOfWedgesIsClimbed()
     {
         Drawing d;
-        QList<KytAtom*> atoms{d.atomAt(0, 0)};
+        QList<KytAtom*> atoms{d.atom(0, 0)};
         for (int i = 1; i < 100000; ++i) {
-            atoms.append(d.atomAt(i % 2 ? 1 : 0, 0));
-            d.bond(atoms[i - 1], atoms[i], {KYTBT_StereoUp}, 45);
+            atoms.append(d.atom(i % 2 ? 1 : 0, 0));
+            d.looseBond(atoms[i - 1], atoms[i], {KYTBT_StereoUp}, 45);
         }
         atoms.first()->setAtomZ(1);
         QCOMPARE(atoms[1000]->getAtomZ(), 1001.0F);
@@ -715,12 +716,12 @@ private slots:
     void aLongRingWithAWedgeIsFound()
     {
         Drawing d;
-        QList<KytAtom*> atoms{d.atomAt(0, 0)};
+        QList<KytAtom*> atoms{d.atom(0, 0)};
         for (int i = 1; i < 50000; ++i) {
-            atoms.append(d.atomAt(i % 1000, i / 1000));
-            d.bond(atoms[i - 1], atoms[i], {1});
+            atoms.append(d.atom(i % 1000, i / 1000));
+            d.looseBond(atoms[i - 1], atoms[i], {1});
         }
-        KytBond* back = d.bond(atoms.last(), atoms.first(), {KYTBT_StereoUp}, 45);
+        KytBond* back = d.looseBond(atoms.last(), atoms.first(), {KYTBT_StereoUp}, 45);
         atoms.first()->setAtomZ(5);
         QCOMPARE(atoms.first()->getAtomZ(), 5.0F);
         QCOMPARE(atoms[1]->getAtomZ(), 0.0F);
@@ -732,15 +733,15 @@ private slots:
     void aWideStarIsRaisedAtOnce()
     {
         Drawing d;
-        KytAtom* centre = d.atomAt(0, 0);
+        KytAtom* centre = d.atom(0, 0);
         QList<KytAtom*> leaves;
         for (int i = 0; i < 50000; ++i) {
-            leaves.append(d.atomAt(i % 1000, 1 + i / 1000));
-            d.bond(centre, leaves.last(), {i % 2});
+            leaves.append(d.atom(i % 1000, 1 + i / 1000));
+            d.looseBond(centre, leaves.last(), {i % 2});
         }
         centre->setAtomZ(4);
         for (const KytAtom* leaf : leaves)
-            QVERIFY(leaf->atomZ == 4);
+            EXACTLY(leaf->atomZ, 4);
         centre->moveBy(1, 1);
         leaves.first()->setAtomZ(1);
         QCOMPARE(centre->getAtomZ(), 4.0F);
@@ -757,24 +758,24 @@ private slots:
     {
         QFETCH(bool, wedgeLater);
         Drawing d;
-        QList<KytAtom*> corners{d.atomAt(0, 0)};
+        QList<KytAtom*> corners{d.atom(0, 0)};
         for (int i = 0; i < 60; ++i) {
-            KytAtom* one = d.atomAt(i * 20 + 10, 10);
-            KytAtom* other = d.atomAt(i * 20 + 10, -10);
-            KytAtom* next = d.atomAt(i * 20 + 20, 0);
-            d.bond(corners.last(), one, {wedgeLater ? 1 : 2}, 45);
-            d.bond(corners.last(), other, {wedgeLater ? 2 : 1}, 45);
-            d.bond(one, next);
-            d.bond(other, next);
+            KytAtom* one = d.atom(i * 20 + 10, 10);
+            KytAtom* other = d.atom(i * 20 + 10, -10);
+            KytAtom* next = d.atom(i * 20 + 20, 0);
+            d.looseBond(corners.last(), one, {wedgeLater ? 1 : 2}, 45);
+            d.looseBond(corners.last(), other, {wedgeLater ? 2 : 1}, 45);
+            d.looseBond(one, next);
+            d.looseBond(other, next);
             corners.append(next);
         }
         const auto expected = [&](int i, double start) { return wedgeLater ? start + i * std::hypot(10, 10) : start; };
         corners.first()->setAtomZ(10);
         for (int i = 0; i <= 60; ++i)
-            QVERIFY(std::abs(corners[i]->atomZ - expected(i, 10)) < 1e-2);
+            NEAR(corners[i]->atomZ, expected(i, 10), 1e-2);
         corners.first()->setAtomZ(-10);
         for (int i = 0; i <= 60; ++i)
-            QVERIFY(std::abs(corners[i]->atomZ - expected(i, -10)) < 1e-2);
+            NEAR(corners[i]->atomZ, expected(i, -10), 1e-2);
         corners.first()->moveBy(0, 0.5);
         corners[20]->moveBy(1, 0);
         for (const KytAtom* corner : corners)
@@ -784,8 +785,8 @@ private slots:
     void aBondIsLaidOutWhenTheUpdateEnds()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(100, 100);
-        KytBond* bond = d.join(a, d.atomAt(200, 100));
+        KytAtom* a = d.atom(100, 100);
+        KytBond* bond = d.bond(a, d.atom(200, 100));
         {
             BondUpdate update;
             a->moveBy(10, 0, update);
@@ -806,9 +807,9 @@ private slots:
     {
         QFETCH(int, moves);
         Drawing d;
-        KytAtom* a = d.atomAt(100, 100);
-        KytAtom* b = d.atomAt(200, 100);
-        KytBond* bond = d.join(a, b);
+        KytAtom* a = d.atom(100, 100);
+        KytAtom* b = d.atom(200, 100);
+        KytBond* bond = d.bond(a, b);
         {
             BondUpdate update;
             for (int i = 0; i < moves; ++i) {
@@ -823,9 +824,9 @@ private slots:
     void depthTravelsBeforeTheUpdateEnds()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(100, 100);
-        KytAtom* b = d.atomAt(200, 100);
-        d.join(a, b, {KYTBT_StereoUp}, 45);
+        KytAtom* a = d.atom(100, 100);
+        KytAtom* b = d.atom(200, 100);
+        d.bond(a, b, {KYTBT_StereoUp}, 45);
         BondUpdate update;
         a->moveBy(50, 0, update);
         QCOMPARE(b->atomZ, 50.0F);
@@ -842,12 +843,10 @@ private slots:
     {
         QFETCH(qint64, steps);
         Drawing d;
-        KytAtom* a = d.atomAt(100, 100);
-        KytAtom* b = d.atomAt(200, 100);
-        KytAtom* c = d.atomAt(300, 100);
-        KytBond* bond = d.join(a, b, {KYTBT_StereoUp}, 45);
-        KytBond* other = d.join(b, c);
-        KytBond* untouched = d.bond(a, d.atomAt(0, 0));
+        const auto [a, b, c] = d.row<3>(100, 100, 100);
+        KytBond* bond = d.bond(a, b, {KYTBT_StereoUp}, 45);
+        KytBond* other = d.bond(b, c);
+        KytBond* untouched = d.looseBond(a, d.atom(0, 0));
         {
             BondUpdate update(steps);
             b->moveBy(0, 10, update);
@@ -903,13 +902,11 @@ private slots:
     void putOffDepthTravelsOnToAtomsThatStay()
     {
         Drawing d;
-        KytAtom* moved = d.atomAt(100, 100);
-        KytAtom* lifted = d.atomAt(200, 100);
-        KytAtom* behind = d.atomAt(300, 100);
-        KytAtom* locked = d.atomAt(400, 100, 0, true);
-        d.join(moved, lifted, {KYTBT_StereoUp}, 45);
-        d.join(lifted, behind);
-        d.join(behind, locked);
+        const auto [moved, lifted, behind] = d.row<3>(100, 100, 100);
+        KytAtom* locked = d.atom(400, 100, 0, true);
+        d.bond(moved, lifted, {KYTBT_StereoUp}, 45);
+        d.bond(lifted, behind);
+        d.bond(behind, locked);
         {
             BondUpdate update(noSteps);
             moved->moveBy(-20, 0, update);
@@ -924,13 +921,13 @@ private slots:
     {
         for (const bool lowFirst : {false, true}) {
             Drawing d;
-            KytAtom* low = d.atomAt(100, 100, 5);
-            KytAtom* high = d.atomAt(100, 200, 50);
-            KytAtom* end = d.atomAt(200, 100);
-            KytAtom* behind = d.atomAt(300, 100);
-            KytBond* first = d.join(lowFirst ? low : high, end);
-            KytBond* last = d.join(lowFirst ? high : low, end);
-            d.join(end, behind);
+            KytAtom* low = d.atom(100, 100, 5);
+            KytAtom* high = d.atom(100, 200, 50);
+            KytAtom* end = d.atom(200, 100);
+            KytAtom* behind = d.atom(300, 100);
+            KytBond* first = d.bond(lowFirst ? low : high, end);
+            KytBond* last = d.bond(lowFirst ? high : low, end);
+            d.bond(end, behind);
             {
                 BondUpdate update(noSteps);
                 update.update(last);
@@ -950,15 +947,15 @@ private slots:
     void putOffDepthFillsAPlainRing()
     {
         Drawing d;
-        KytAtom* outside = d.atomAt(0, 0, 9);
+        KytAtom* outside = d.atom(0, 0, 9);
         QList<KytAtom*> ring;
         for (int i = 0; i < 4; ++i)
-            ring.append(d.atomAt(100 + 10 * i, 100, float(i)));
-        KytAtom* behind = d.atomAt(300, 100);
-        KytBond* in = d.bond(outside, ring[2]);
+            ring.append(d.atom(100 + 10 * i, 100, float(i)));
+        KytAtom* behind = d.atom(300, 100);
+        KytBond* in = d.looseBond(outside, ring[2]);
         for (int i = 0; i < 4; ++i)
-            d.bond(ring[i], ring[(i + 1) % 4]);
-        d.bond(ring[3], behind, {KYTBT_StereoUp}, 45);
+            d.looseBond(ring[i], ring[(i + 1) % 4]);
+        d.looseBond(ring[3], behind, {KYTBT_StereoUp}, 45);
         KytBond* inner = ring[0]->outList.first();
         for (KytBond* bond : {inner, in}) {
             BondUpdate update(noSteps);
@@ -991,10 +988,10 @@ private slots:
     {
         Drawing d;
         Drawn chain;
-        chain.atoms.append(d.atomAt(0, 0));
+        chain.atoms.append(d.atom(0, 0));
         for (int i = 1; i < 50000; ++i) {
-            chain.atoms.append(d.atomAt(i % 500, i / 500, float(i)));
-            chain.bonds.append(d.bond(chain.atoms[i - 1], chain.atoms[i], {KYTBT_StereoUp}, i % 500 ? 45 : 0));
+            chain.atoms.append(d.atom(i % 500, i / 500, float(i)));
+            chain.bonds.append(d.looseBond(chain.atoms[i - 1], chain.atoms[i], {KYTBT_StereoUp}, i % 500 ? 45 : 0));
         }
         {
             BondUpdate update;
@@ -1013,14 +1010,14 @@ private slots:
     void aStarOfWedgesInAndOutMovesItsCentre()
     {
         Drawing d;
-        KytAtom* centre = d.atomAt(0, 0);
+        KytAtom* centre = d.atom(0, 0);
         QList<KytAtom*> leaves;
         for (int i = 0; i < 50000; ++i) {
-            leaves.append(d.atomAt(1 + i % 1000, 1 + i / 1000));
+            leaves.append(d.atom(1 + i % 1000, 1 + i / 1000));
             if (i % 2)
-                d.bond(centre, leaves.last(), {KYTBT_StereoUp}, 45);
+                d.looseBond(centre, leaves.last(), {KYTBT_StereoUp}, 45);
             else
-                d.bond(leaves.last(), centre, {KYTBT_StereoDown}, float(1 + i % 80));
+                d.looseBond(leaves.last(), centre, {KYTBT_StereoDown}, float(1 + i % 80));
         }
         centre->moveBy(-1, 0);
         const float depth = centre->atomZ;

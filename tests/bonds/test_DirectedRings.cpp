@@ -12,9 +12,10 @@ struct Graph {
     Graph(int count, std::initializer_list<std::pair<int, int>> ends, int wedge = -1)
     {
         for (int i = 0; i < count; ++i)
-            atoms.append(d.atomAt(10 * i, i * i));
+            atoms.append(d.atom(10 * i, i * i));
         for (const auto& [from, to] : ends)
-            bonds.append(d.bond(atoms[from], atoms[to], {bonds.size() == wedge ? KYTBT_StereoUp : KYTBT_SingleBond}));
+            bonds.append(
+                d.looseBond(atoms[from], atoms[to], {bonds.size() == wedge ? KYTBT_StereoUp : KYTBT_SingleBond}));
     }
 
     Drawing d;

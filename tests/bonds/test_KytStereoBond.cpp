@@ -1,5 +1,6 @@
 #include "bonds/KytStereoBond.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -16,9 +17,9 @@ const QColor green(0, 255, 0);
 /// A wedge of 100 pixels to the right of (0, 0), from depth 7.
 struct Wedge {
     explicit Wedge(int kind, bool locked = false)
-        : start(d.atomAt(0, 0, 7))
-        , end(d.atomAt(100, 0, 0, locked))
-        , bond(d.join(start, end, {kind}))
+        : start(d.atom(0, 0, 7))
+        , end(d.atom(100, 0, 0, locked))
+        , bond(d.bond(start, end, {kind}))
         , wedge(bond->stereoBond)
     {
     }
@@ -77,8 +78,8 @@ private slots:
     void aWedgeOfAnyOtherKindIsNotFilled()
     {
         Drawing d;
-        KytBond* bond = d.bond(d.atomAt(0, 0), d.atomAt(30, 0));
-        KytStereoBond wedge(QPoint(0, 0), QPoint(30, 6), QPoint(30, -6), &d.doc, bond, KYTBT_Double, 60);
+        KytBond* bond = d.looseBond(d.atom(0, 0), d.atom(30, 0));
+        KytStereoBond wedge(QPoint(0, 0), QPoint(30, 6), QPoint(30, -6), d.doc, bond, KYTBT_Double, 60);
         QCOMPARE(wedge.brush().style(), Qt::NoBrush);
         wedge.startHover();
         QCOMPARE(wedge.brush().style(), Qt::NoBrush);
@@ -101,8 +102,8 @@ private slots:
     {
         for (const float angle : {-5.0F, 0.0F, 45.5F, 90.0F, 1000.0F}) {
             Drawing d;
-            KytAtom* end = d.atomAt(30, 0, 3);
-            KytBond* bond = d.bond(d.atomAt(0, 0), end, {KYTBT_StereoDown}, angle);
+            KytAtom* end = d.atom(30, 0, 3);
+            KytBond* bond = d.looseBond(d.atom(0, 0), end, {KYTBT_StereoDown}, angle);
             QCOMPARE(bond->stereoBond->getAngle(), angle);
             QCOMPARE(end->getAtomZ(), 3.0F);
         }
@@ -183,7 +184,7 @@ private slots:
         for (const int kind : {KYTBT_StereoUp, KYTBT_StereoDown}) {
             Wedge w(kind);
             w.wedge->setAngle(angle);
-            QVERIFY(w.wedge->getAngle() == stored);
+            EXACTLY(w.wedge->getAngle(), stored);
             const double sign = kind == KYTBT_StereoUp ? 1 : -1;
             QCOMPARE(w.end->getAtomZ(), float(7 + std::tan(double(stored)) * 100 * sign));
             QCOMPARE(w.start->getAtomZ(), 7.0F);
@@ -230,8 +231,8 @@ private slots:
     void theDepthOfANewAngleTravelsOn()
     {
         Wedge w(KYTBT_StereoUp);
-        KytAtom* next = w.d.atomAt(130, 0, -1);
-        w.d.join(w.end, next);
+        KytAtom* next = w.d.atom(130, 0, -1);
+        w.d.bond(w.end, next);
         w.wedge->setAngle(1);
         QCOMPARE(next->getAtomZ(), float(7 + std::tan(1.0) * 100));
     }
@@ -274,9 +275,9 @@ private slots:
     void aWedgeOfLengthZeroKeepsTheLevel()
     {
         Drawing d;
-        KytAtom* start = d.atomAt(10, 10, 4);
-        KytAtom* end = d.atomAt(10, 10, 0);
-        KytBond* bond = d.join(start, end, {KYTBT_StereoUp});
+        KytAtom* start = d.atom(10, 10, 4);
+        KytAtom* end = d.atom(10, 10, 0);
+        KytBond* bond = d.bond(start, end, {KYTBT_StereoUp});
         QCOMPARE(*bond->stereoBond->pa, corners({10, 10}, {16, 10}, {4, 10}));
         bond->stereoBond->setAngle(45);
         QCOMPARE(end->getAtomZ(), 4.0F);
@@ -313,7 +314,7 @@ private slots:
     {
         Wedge w(KYTBT_StereoUp);
         w.wedge->deleteBond();
-        QCOMPARE(w.d.wedges(), 0);
+        QCOMPARE(w.d.wedges().size(), 0);
         QCOMPARE(w.start->getBondCount(), 0);
         QCOMPARE(w.end->getBondCount(), 0);
         QVERIFY(w.start->getMolecule() != w.end->getMolecule());
@@ -325,7 +326,7 @@ private slots:
         Wedge w(KYTBT_StereoDown);
         w.wedge->startHover();
         w.wedge->deleteBond();
-        QCOMPARE(w.d.wedges(), 0);
+        QCOMPARE(w.d.wedges().size(), 0);
     }
 
     void aWedgeThatGoesAloneLeavesABondThatCopes()
@@ -346,12 +347,12 @@ private slots:
     void allWedgesOfACanvasCanGoAtOnce()
     {
         Wedge w(KYTBT_StereoUp);
-        w.d.join(w.end, w.d.atomAt(130, 0), {KYTBT_StereoDown});
+        w.d.bond(w.end, w.d.atom(130, 0), {KYTBT_StereoDown});
         w.d.canvas()->deleteItems(QCanvasItem::Rtti_Polygon);
-        QCOMPARE(w.d.wedges(), 0);
+        QCOMPARE(w.d.wedges().size(), 0);
         w.end->moveBy(1, 1);
         delete w.end;
-        QCOMPARE(w.d.atoms(), 2);
+        QCOMPARE(w.d.atoms().size(), 2);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "convert/Placement.h"
+#include "tests/support/Near.h"
 
 #include <QTest>
 
@@ -39,8 +40,8 @@ private slots:
         const QRectF extent = extentOf(sketch);
         QCOMPARE(extent.size(), QSizeF(60, 30));
         QVERIFY(shownPart.contains(extent));
-        QVERIFY(std::fabs(extent.center().x() - shownPart.center().x()) < 10);
-        QVERIFY(std::fabs(extent.center().y() - shownPart.center().y()) < 10);
+        NEAR(extent.center().x(), shownPart.center().x(), 10);
+        NEAR(extent.center().y(), shownPart.center().y(), 10);
     }
 
     void whatDoesNotFitBeginsAtTheEdge()

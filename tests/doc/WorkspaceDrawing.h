@@ -1,48 +1,23 @@
 #pragma once
 
-#include "bonds/KytBond.h"
 #include "doc/KytFileIO.h"
-#include "doc/kytstudiodoc.h"
-#include "model/KytAtom.h"
-#include "model/KytMolecule.h"
+#include "tests/support/Drawing.h"
+#include "tests/support/LoggedMessages.h"
 
 #include <QFile>
 #include <QStringList>
 #include <QTextStream>
 
-#include <initializer_list>
-
-/// A document with a fresh canvas; both go together.
-struct WorkspaceDrawing {
-    WorkspaceDrawing() { doc.newDoc(); }
-    ~WorkspaceDrawing() { delete doc.canvas; }
-    WorkspaceDrawing(const WorkspaceDrawing&) = delete;
-    WorkspaceDrawing& operator=(const WorkspaceDrawing&) = delete;
-
-    /// A shown atom at (x, y) in a molecule of its own.
-    KytAtom* atom(double x, double y, float z = 0, const QString& symbol = "C")
+/// A drawing that is written as a workspace and read from one.
+class WorkspaceDrawing : public Drawing {
+public:
+    /// A shown atom in a molecule of its own that lists it, as reading makes them.
+    KytAtom* atom(double x, double y, float z = 0, const QString& symbol = "C") const
     {
-        auto* made = new KytAtom(doc.canvas, symbol, z, false);
-        made->move(x, y);
+        KytAtom* made = Drawing::atom(x, y, z);
+        made->setName(symbol);
+        made->setSymbol(symbol);
         made->setMolecule(new KytMolecule);
-        made->show();
-        return made;
-    }
-
-    /// A bond with one addition per kind, without joining the molecules.
-    KytBond* looseBond(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds)
-    {
-        auto* made = new KytBond(from, to, &doc);
-        for (int kind : kinds)
-            made->addBond(static_cast<KytBondType>(kind), 60.0);
-        return made;
-    }
-
-    /// The same, and both atoms end in the molecule of `from`.
-    KytBond* bond(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds = {KYTBT_SingleBond})
-    {
-        KytBond* made = looseBond(from, to, kinds);
-        to->setMolecule(from->getMolecule());
         return made;
     }
 
@@ -51,25 +26,16 @@ struct WorkspaceDrawing {
     {
         QString text;
         QTextStream stream(&text);
-        KytFileIO().writeWorkspace(stream, doc.canvas);
+        KytFileIO().writeWorkspace(stream, canvas());
         stream.flush();
         return text;
     }
 
     /// Adds a workspace; what readWorkspace says.
-    bool read(QString text, bool locked = false)
+    bool read(QString text, bool locked = false) const
     {
         QTextStream stream(&text);
-        return KytFileIO("sample.kyt").readWorkspace(stream, &doc, locked);
-    }
-
-    QList<KytAtom*> atoms() const
-    {
-        QList<KytAtom*> found;
-        for (QCanvasItem* item : doc.canvas->allItems())
-            if (item->rtti() == QCanvasItem::Rtti_Ellipse)
-                found.append(static_cast<KytAtom*>(item));
-        return found;
+        return KytFileIO("sample.kyt").readWorkspace(stream, doc, locked);
     }
 
     QStringList symbols() const
@@ -106,42 +72,6 @@ struct WorkspaceDrawing {
         }
         return found;
     }
-
-    KytStudioDoc doc;
-};
-
-/// Gathers what is logged while it lives, and keeps it off standard error.
-class LoggedMessages {
-public:
-    LoggedMessages()
-    {
-        lines().clear();
-        categories().clear();
-        previous = qInstallMessageHandler(keep);
-    }
-    ~LoggedMessages() { qInstallMessageHandler(previous); }
-    LoggedMessages(const LoggedMessages&) = delete;
-    LoggedMessages& operator=(const LoggedMessages&) = delete;
-
-    static QStringList& lines()
-    {
-        static QStringList kept;
-        return kept;
-    }
-    static QStringList& categories()
-    {
-        static QStringList kept;
-        return kept;
-    }
-
-private:
-    static void keep(QtMsgType, const QMessageLogContext& context, const QString& text)
-    {
-        lines().append(text);
-        categories().append(context.category);
-    }
-
-    QtMessageHandler previous;
 };
 
 /// The largest size in KiB that this process's memory has had, whether or not it was touched.

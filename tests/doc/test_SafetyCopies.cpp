@@ -86,7 +86,7 @@ private:
 /// A drawing of one atom with this symbol.
 struct OneAtom : WorkspaceDrawing {
     explicit OneAtom(const QString& symbol) { atom(10, 20, 0, symbol); }
-    void keep(const QString& inUse = {}) { keepSafetyCopy(*doc.canvas, inUse); }
+    void keep(const QString& inUse = {}) { keepSafetyCopy(*canvas(), inUse); }
 };
 
 QString workspaceOf(const QString& symbol)
@@ -132,429 +132,399 @@ int inAProcess(const std::function<int()>& act)
 
 } // namespace
 
-class TestSafetyCopies : public QObject {
+class test_SafetyCopies : public QObject {
     Q_OBJECT
 
 private slots:
-    void folderIsInTheStateHome();
-    void withoutAStateHomeTheFolderIsInTheHome_data();
-    void withoutAStateHomeTheFolderIsInTheHome();
-    void withoutAnyHomeThereIsNoFolder_data();
-    void withoutAnyHomeThereIsNoFolder();
+    void folderIsInTheStateHome()
+    {
+        const StateHome state;
+        QCOMPARE(safetyCopyFolder(), state.path("kytstudio"));
+    }
 
-    void copyIsTheWorkspaceAndOpens();
-    void emptyDrawingIsNotCopied();
-    void folderAndCopyAreForTheUserAlone();
-    void missingFoldersAreMade();
-    void nameTellsLocalTimeAndTheFileItToo();
-    void sameContentsAreCopiedOnce();
-    void sameContentsAreCopiedAgainAfterOthers();
-    void manyCopiesInOneMomentHaveNamesOfTheirOwn();
-    void processesDoNotTakeEachOthersNames();
+    void withoutAStateHomeTheFolderIsInTheHome_data()
+    {
+        QTest::addColumn<QByteArray>("stateHome");
+        QTest::newRow("not set") << QByteArray();
+        QTest::newRow("empty") << QByteArray("");
+        QTest::newRow("relative") << QByteArray("some/folder");
+    }
 
-    void newestTwentyAreKept();
-    void otherFilesAreNeverDeleted();
-    void copyThatWasSavedToStays();
-    void fileInUseStays_data();
-    void fileInUseStays();
-    void newCopyStaysThoughTheClockWasAhead();
-    void copiesOfAnotherTimeZoneAreKnown();
+    void withoutAStateHomeTheFolderIsInTheHome()
+    {
+        QFETCH(QByteArray, stateHome);
+        const StateHome state;
+        if (stateHome.isNull())
+            qunsetenv("XDG_STATE_HOME");
+        else
+            qputenv("XDG_STATE_HOME", stateHome);
+        qputenv("HOME", QFile::encodeName(state.path("me")));
+        QCOMPARE(safetyCopyFolder(), state.path("me/.local/state/kytstudio"));
+        OneAtom("C").keep();
+        QCOMPARE(QDir(state.path("me/.local/state/kytstudio")).entryList(QDir::Files).size(), 1);
+    }
 
-    void nothingHappensWhereThereCanBeNoCopy_data();
-    void nothingHappensWhereThereCanBeNoCopy();
-    void unwritableFolderIsLeftAlone();
-    void fullDiskLeavesNoPartAndKeepsTheOldCopies();
-    void killedWhileCopyingLeavesNoHalfCopy();
+    void withoutAnyHomeThereIsNoFolder_data()
+    {
+        QTest::addColumn<QByteArray>("home");
+        QTest::newRow("not set") << QByteArray();
+        QTest::newRow("empty") << QByteArray("");
+        QTest::newRow("relative") << QByteArray("me");
+    }
+
+    void withoutAnyHomeThereIsNoFolder()
+    {
+        QFETCH(QByteArray, home);
+        const StateHome state;
+        qunsetenv("XDG_STATE_HOME");
+        if (home.isNull())
+            qunsetenv("HOME");
+        else
+            qputenv("HOME", home);
+        QCOMPARE(safetyCopyFolder(), QString());
+        const QStringList here = QDir().entryList();
+        const LoggedMessages messages;
+        OneAtom("C").keep();
+        QCOMPARE(QDir().entryList(), here);
+        QCOMPARE(messages.lines(), QStringList());
+    }
+
+    void copyIsTheWorkspaceAndOpens()
+    {
+        const StateHome state;
+        WorkspaceDrawing drawing;
+        drawing.bond(drawing.atom(10, 20, 5, QString::fromUtf8("\xce\xb1")), drawing.atom(40, 20), {KYTBT_StereoUp});
+        keepSafetyCopy(*drawing.canvas());
+        QCOMPARE(state.texts(), QStringList(drawing.written()));
+        WorkspaceDrawing again;
+        QVERIFY(again.doc->load(state.folder().filePath(state.everything().first()), false));
+        QCOMPARE(again.written(), drawing.written());
+    }
+
+    void emptyDrawingIsNotCopied()
+    {
+        const StateHome state;
+        WorkspaceDrawing drawing;
+        keepSafetyCopy(*drawing.canvas());
+        new QCanvasText("not an atom", drawing.canvas());
+        keepSafetyCopy(*drawing.canvas());
+        QVERIFY(!state.folder().exists());
+    }
+
+    void folderAndCopyAreForTheUserAlone()
+    {
+        const StateHome state;
+        const mode_t before = umask(0);
+        OneAtom("C").keep();
+        umask(before);
+        struct stat status;
+        QCOMPARE(stat(qPrintable(state.folder().path()), &status), 0);
+        QCOMPARE(int(status.st_mode & ALLPERMS), 0700);
+        QCOMPARE(stat(qPrintable(state.folder().filePath(state.everything().first())), &status), 0);
+        QCOMPARE(int(status.st_mode & ALLPERMS), 0600);
+    }
+
+    void missingFoldersAreMade()
+    {
+        const StateHome state;
+        qputenv("XDG_STATE_HOME", QFile::encodeName(state.path("a/b/c")));
+        OneAtom("C").keep();
+        QCOMPARE(QDir(state.path("a/b/c/kytstudio")).entryList(QDir::Files).size(), 1);
+    }
+
+    void nameTellsLocalTimeAndTheFileItToo()
+    {
+        const TimeZone zone("XYZ-5:30"); // five and a half hours ahead
+        const StateHome state;
+        const QDateTime begin = QDateTime::currentDateTimeUtc();
+        OneAtom("C").keep();
+        const QDateTime end = QDateTime::currentDateTimeUtc().addMSecs(1);
+        const QString name = state.everything().value(0);
+        const QRegularExpression form("^(\\d{4}-\\d\\d-\\d\\dT\\d\\d-\\d\\d-\\d\\d\\.\\d{3})\\+0530\\.kyt$");
+        const QString local = form.match(name).captured(1);
+        QDateTime told = QDateTime::fromString(local, "yyyy-MM-dd'T'HH-mm-ss.zzz");
+        told.setTimeSpec(Qt::UTC);
+        told = told.addSecs(-(5 * 3600 + 30 * 60));
+        QVERIFY2(told.isValid() && begin <= told && told <= end, qPrintable(name));
+        QCOMPARE(QFileInfo(state.folder().filePath(name)).lastModified().toUTC(), told);
+    }
+
+    void sameContentsAreCopiedOnce()
+    {
+        const StateHome state;
+        OneAtom("C").keep();
+        const QStringList first = state.everything();
+        OneAtom("C").keep();
+        QCOMPARE(state.everything(), first);
+    }
+
+    void sameContentsAreCopiedAgainAfterOthers()
+    {
+        const StateHome state;
+        OneAtom("C").keep();
+        OneAtom("N").keep();
+        OneAtom("C").keep();
+        QCOMPARE(state.texts(), QStringList({workspaceOf("C"), workspaceOf("N"), workspaceOf("C")}));
+    }
+
+    void manyCopiesInOneMomentHaveNamesOfTheirOwn()
+    {
+        const StateHome state;
+        QStringList expected;
+        for (int i = 0; i < 20; ++i) {
+            OneAtom(QString::number(i)).keep();
+            expected << workspaceOf(QString::number(i));
+        }
+        QCOMPARE(state.texts(), expected);
+    }
+
+    void processesDoNotTakeEachOthersNames()
+    {
+        constexpr int processes = 6;
+        const StateHome state;
+        int go[2];
+        QCOMPARE(pipe(go), 0);
+        QList<pid_t> children;
+        std::vector<std::unique_ptr<OneAtom>> drawings;
+        for (int i = 0; i < processes * 3; ++i)
+            drawings.push_back(std::make_unique<OneAtom>(QString::number(i)));
+        for (int i = 0; i < processes; ++i) {
+            const pid_t child = fork();
+            if (child == 0) {
+                close(go[1]);
+                char byte;
+                static_cast<void>(!read(go[0], &byte, 1)); // the end of the pipe, for all at once
+                for (int k = 0; k < 3; ++k)
+                    drawings[3 * i + k]->keep();
+                _exit(0);
+            }
+            children.append(child);
+        }
+        close(go[0]);
+        close(go[1]);
+        for (const pid_t child : children) {
+            int status = -1;
+            waitpid(child, &status, 0);
+            QCOMPARE(status, 0);
+        }
+        const QStringList texts = state.texts();
+        QCOMPARE(texts.size(), processes * 3);
+        QCOMPARE(QSet<QString>(texts.begin(), texts.end()).size(), processes * 3);
+        for (int i = 0; i < processes * 3; ++i)
+            QVERIFY(texts.contains(workspaceOf(QString::number(i))));
+    }
+
+    void newestTwentyAreKept()
+    {
+        const StateHome state;
+        for (int minutes = 25; minutes > 0; --minutes)
+            state.putCopy(minutes);
+        const QStringList before = state.everything();
+        OneAtom("C").keep();
+        const QStringList after = state.everything();
+        QCOMPARE(after.size(), 20);
+        QCOMPARE(after.mid(0, 19), before.mid(6));
+        QCOMPARE(state.texts().last(), workspaceOf("C"));
+    }
+
+    void otherFilesAreNeverDeleted()
+    {
+        const StateHome state;
+        const QDateTime longAgo = QDateTime::currentDateTimeUtc().addYears(-3);
+        const QStringList others{"noname.kyt",
+                                 "2020-01-01T00-00-00.000+0000.kyt.bak",
+                                 "x2020-01-01T00-00-00.000+0000.kyt",
+                                 "2020-01-01T00-00-00.000.kyt",
+                                 "2020-13-41T00-00-00.000+0000.kyt",
+                                 "2020-01-01T00:00:00.000+0000.kyt",
+                                 "2020-01-01T00-00-00.000+0000.KYT",
+                                 ".2020-01-01T00-00-00.000+0000.kyt",
+                                 "2020-01-01T00-00-00.000+0000"};
+        for (const QString& name : others)
+            state.put(name, "somebody's", longAgo);
+        QVERIFY(state.folder().mkdir("2020-01-01T00-00-00.001+0000.kyt"));
+        QVERIFY(QFile::link(state.path("elsewhere"), state.folder().filePath("2020-01-01T00-00-00.002+0000.kyt")));
+        for (int minutes = 25; minutes > 0; --minutes)
+            state.putCopy(minutes);
+        OneAtom("C").keep();
+        const QStringList after = state.everything();
+        QCOMPARE(after.size(), 20 + others.size() + 2);
+        for (const QString& name : others)
+            QVERIFY2(after.contains(name), qPrintable(name));
+    }
+
+    // Whoever opens a copy and saves has made it a document.
+    void copyThatWasSavedToStays()
+    {
+        const StateHome state;
+        const QString saved = state.putCopy(100);
+        const QString old = state.putCopy(99);
+        OneAtom document("Mine");
+        QVERIFY(document.doc->saveAs(saved));
+        for (int minutes = 25; minutes > 0; --minutes)
+            state.putCopy(minutes);
+        OneAtom("C").keep();
+        QCOMPARE(StateHome::contents(saved), workspaceOf("Mine"));
+        QVERIFY(!QFile::exists(old));
+        QCOMPARE(state.everything().size(), 21);
+    }
+
+    void fileInUseStays_data()
+    {
+        QTest::addColumn<bool>("throughALink");
+        QTest::newRow("by its name") << false;
+        QTest::newRow("by a link") << true;
+    }
+
+    void fileInUseStays()
+    {
+        QFETCH(bool, throughALink);
+        const StateHome state;
+        const QString used = state.putCopy(100);
+        const QString old = state.putCopy(99);
+        for (int minutes = 25; minutes > 0; --minutes)
+            state.putCopy(minutes);
+        const QString link = state.path("link.kyt");
+        QVERIFY(QFile::link(used, link));
+        OneAtom("C").keep(throughALink ? link : used);
+        QVERIFY(QFile::exists(used));
+        QVERIFY(!QFile::exists(old));
+        QCOMPARE(state.everything().size(), 21);
+    }
+
+    void newCopyStaysThoughTheClockWasAhead()
+    {
+        const StateHome state;
+        for (int minutes = 25; minutes > 0; --minutes)
+            state.putCopy(-60 * minutes);
+        OneAtom("C").keep();
+        QCOMPARE(state.everything().size(), 20);
+        QCOMPARE(state.texts().first(), workspaceOf("C"));
+    }
+
+    void copiesOfAnotherTimeZoneAreKnown()
+    {
+        const StateHome state;
+        for (int i = 0; i < 12; ++i) {
+            const TimeZone zone("EAST-9");
+            OneAtom('E' + QString::number(i)).keep();
+        }
+        for (int i = 0; i < 12; ++i) {
+            const TimeZone zone("WEST9");
+            OneAtom('W' + QString::number(i)).keep();
+        }
+        QStringList texts = state.texts();
+        QCOMPARE(texts.size(), 20);
+        for (int i = 0; i < 12; ++i) {
+            QVERIFY(texts.contains(workspaceOf('W' + QString::number(i))));
+            QCOMPARE(texts.contains(workspaceOf('E' + QString::number(i))), i >= 4);
+        }
+    }
+
+    void nothingHappensWhereThereCanBeNoCopy_data()
+    {
+        QTest::addColumn<QString>("obstacle");
+        QTest::newRow("the folder is a file") << "file";
+        QTest::newRow("the folder is a pipe") << "pipe";
+        QTest::newRow("the folder is a link to nowhere") << "link";
+        QTest::newRow("the state home is a file") << "home file";
+        QTest::newRow("the state home is a device") << "/dev/null";
+    }
+
+    void nothingHappensWhereThereCanBeNoCopy()
+    {
+        QFETCH(QString, obstacle);
+        const StateHome state;
+        const QByteArray folder = QFile::encodeName(state.path("kytstudio"));
+        QFile file(state.path(obstacle == "file" ? "kytstudio" : "other"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        if (obstacle == "pipe")
+            QCOMPARE(mkfifo(folder.constData(), 0600), 0);
+        else if (obstacle == "link")
+            QCOMPARE(symlink("/nowhere/at/all", folder.constData()), 0);
+        else if (obstacle == "home file")
+            qputenv("XDG_STATE_HOME", QFile::encodeName(state.path("other")));
+        else if (obstacle.startsWith('/'))
+            qputenv("XDG_STATE_HOME", obstacle.toLatin1());
+        const QStringList before = QDir(state.path("")).entryList(QDir::AllEntries | QDir::System);
+        const LoggedMessages messages;
+        OneAtom("C").keep();
+        QCOMPARE(QDir(state.path("")).entryList(QDir::AllEntries | QDir::System), before);
+        QCOMPARE(messages.lines(), QStringList());
+    }
+
+    void unwritableFolderIsLeftAlone()
+    {
+        const StateHome state;
+        for (int minutes = 25; minutes > 0; --minutes)
+            state.putCopy(minutes);
+        const QStringList before = state.everything();
+        QCOMPARE(chmod(qPrintable(state.folder().path()), 0555), 0);
+        OneAtom drawing("C");
+        const int status = inAProcess([&] {
+            if (geteuid() == 0
+                && (setresgid(ordinaryId, ordinaryId, ordinaryId) || setresuid(ordinaryId, ordinaryId, ordinaryId)))
+                return 1;
+            drawing.keep();
+            return 0;
+        });
+        QCOMPARE(status, 0);
+        QCOMPARE(state.everything(), before);
+        QCOMPARE(chmod(qPrintable(state.folder().path()), 0700), 0);
+    }
+
+    void fullDiskLeavesNoPartAndKeepsTheOldCopies()
+    {
+        const StateHome state;
+        for (int minutes = 25; minutes > 0; --minutes)
+            state.putCopy(minutes);
+        const QStringList before = state.everything();
+        WorkspaceDrawing drawing;
+        for (int i = 0; i < 2000; ++i)
+            drawing.atom(i, 20, 0, "Symbol");
+        QVERIFY(drawing.written().size() > 60000);
+        const int status = inAProcess([&] {
+            const struct rlimit limit = {30000, 30000};
+            std::signal(SIGXFSZ, SIG_IGN);
+            if (setrlimit(RLIMIT_FSIZE, &limit) != 0)
+                return 1;
+            keepSafetyCopy(*drawing.canvas());
+            return 0;
+        });
+        QCOMPARE(status, 0);
+        QCOMPARE(state.everything(), before);
+    }
+
+    void killedWhileCopyingLeavesNoHalfCopy()
+    {
+        const StateHome state;
+        WorkspaceDrawing drawing;
+        for (int i = 0; i < 2000; ++i)
+            drawing.atom(i, 20, 0, "Symbol");
+        int copied = 0;
+        for (int i = 0; i < 60; ++i) {
+            drawing.atoms().first()->move(i, 0);
+            const pid_t child = fork();
+            if (child == 0) {
+                keepSafetyCopy(*drawing.canvas());
+                _exit(0);
+            }
+            usleep(useconds_t(i) * 1000);
+            kill(child, SIGKILL);
+            int status = 0;
+            waitpid(child, &status, 0);
+            copied += status == 0;
+        }
+        const QDir folder = state.folder();
+        const QString end = " END_MOLECULE\nEND_KYTFILE\n";
+        for (const QString& name : folder.entryList({"2*.kyt"}, QDir::Files))
+            QVERIFY2(StateHome::contents(folder.filePath(name)).endsWith(end), qPrintable(name));
+        keepSafetyCopy(*drawing.canvas());
+        QVERIFY(!folder.entryList({"2*.kyt"}, QDir::Files).isEmpty());
+        qInfo("%d of 60 copies were made before the kill", copied);
+    }
 };
 
-void TestSafetyCopies::folderIsInTheStateHome()
-{
-    const StateHome state;
-    QCOMPARE(safetyCopyFolder(), state.path("kytstudio"));
-}
-
-void TestSafetyCopies::withoutAStateHomeTheFolderIsInTheHome_data()
-{
-    QTest::addColumn<QByteArray>("stateHome");
-    QTest::newRow("not set") << QByteArray();
-    QTest::newRow("empty") << QByteArray("");
-    QTest::newRow("relative") << QByteArray("some/folder");
-}
-
-void TestSafetyCopies::withoutAStateHomeTheFolderIsInTheHome()
-{
-    QFETCH(QByteArray, stateHome);
-    const StateHome state;
-    if (stateHome.isNull())
-        qunsetenv("XDG_STATE_HOME");
-    else
-        qputenv("XDG_STATE_HOME", stateHome);
-    qputenv("HOME", QFile::encodeName(state.path("me")));
-    QCOMPARE(safetyCopyFolder(), state.path("me/.local/state/kytstudio"));
-    OneAtom("C").keep();
-    QCOMPARE(QDir(state.path("me/.local/state/kytstudio")).entryList(QDir::Files).size(), 1);
-}
-
-void TestSafetyCopies::withoutAnyHomeThereIsNoFolder_data()
-{
-    QTest::addColumn<QByteArray>("home");
-    QTest::newRow("not set") << QByteArray();
-    QTest::newRow("empty") << QByteArray("");
-    QTest::newRow("relative") << QByteArray("me");
-}
-
-void TestSafetyCopies::withoutAnyHomeThereIsNoFolder()
-{
-    QFETCH(QByteArray, home);
-    const StateHome state;
-    qunsetenv("XDG_STATE_HOME");
-    if (home.isNull())
-        qunsetenv("HOME");
-    else
-        qputenv("HOME", home);
-    QCOMPARE(safetyCopyFolder(), QString());
-    const QStringList here = QDir().entryList();
-    const LoggedMessages messages;
-    OneAtom("C").keep();
-    QCOMPARE(QDir().entryList(), here);
-    QCOMPARE(messages.lines(), QStringList());
-}
-
-void TestSafetyCopies::copyIsTheWorkspaceAndOpens()
-{
-    const StateHome state;
-    WorkspaceDrawing drawing;
-    drawing.bond(drawing.atom(10, 20, 5, QString::fromUtf8("\xce\xb1")), drawing.atom(40, 20), {KYTBT_StereoUp});
-    keepSafetyCopy(*drawing.doc.canvas);
-    QCOMPARE(state.texts(), QStringList(drawing.written()));
-    WorkspaceDrawing again;
-    QVERIFY(again.doc.load(state.folder().filePath(state.everything().first()), false));
-    QCOMPARE(again.written(), drawing.written());
-}
-
-void TestSafetyCopies::emptyDrawingIsNotCopied()
-{
-    const StateHome state;
-    WorkspaceDrawing drawing;
-    keepSafetyCopy(*drawing.doc.canvas);
-    new QCanvasText("not an atom", drawing.doc.canvas);
-    keepSafetyCopy(*drawing.doc.canvas);
-    QVERIFY(!state.folder().exists());
-}
-
-void TestSafetyCopies::folderAndCopyAreForTheUserAlone()
-{
-    const StateHome state;
-    const mode_t before = umask(0);
-    OneAtom("C").keep();
-    umask(before);
-    struct stat status;
-    QCOMPARE(stat(qPrintable(state.folder().path()), &status), 0);
-    QCOMPARE(int(status.st_mode & ALLPERMS), 0700);
-    QCOMPARE(stat(qPrintable(state.folder().filePath(state.everything().first())), &status), 0);
-    QCOMPARE(int(status.st_mode & ALLPERMS), 0600);
-}
-
-void TestSafetyCopies::missingFoldersAreMade()
-{
-    const StateHome state;
-    qputenv("XDG_STATE_HOME", QFile::encodeName(state.path("a/b/c")));
-    OneAtom("C").keep();
-    QCOMPARE(QDir(state.path("a/b/c/kytstudio")).entryList(QDir::Files).size(), 1);
-}
-
-void TestSafetyCopies::nameTellsLocalTimeAndTheFileItToo()
-{
-    const TimeZone zone("XYZ-5:30"); // five and a half hours ahead
-    const StateHome state;
-    const QDateTime begin = QDateTime::currentDateTimeUtc();
-    OneAtom("C").keep();
-    const QDateTime end = QDateTime::currentDateTimeUtc().addMSecs(1);
-    const QString name = state.everything().value(0);
-    const QRegularExpression form("^(\\d{4}-\\d\\d-\\d\\dT\\d\\d-\\d\\d-\\d\\d\\.\\d{3})\\+0530\\.kyt$");
-    const QString local = form.match(name).captured(1);
-    QDateTime told = QDateTime::fromString(local, "yyyy-MM-dd'T'HH-mm-ss.zzz");
-    told.setTimeSpec(Qt::UTC);
-    told = told.addSecs(-(5 * 3600 + 30 * 60));
-    QVERIFY2(told.isValid() && begin <= told && told <= end, qPrintable(name));
-    QCOMPARE(QFileInfo(state.folder().filePath(name)).lastModified().toUTC(), told);
-}
-
-void TestSafetyCopies::sameContentsAreCopiedOnce()
-{
-    const StateHome state;
-    OneAtom("C").keep();
-    const QStringList first = state.everything();
-    OneAtom("C").keep();
-    QCOMPARE(state.everything(), first);
-}
-
-void TestSafetyCopies::sameContentsAreCopiedAgainAfterOthers()
-{
-    const StateHome state;
-    OneAtom("C").keep();
-    OneAtom("N").keep();
-    OneAtom("C").keep();
-    QCOMPARE(state.texts(), QStringList({workspaceOf("C"), workspaceOf("N"), workspaceOf("C")}));
-}
-
-void TestSafetyCopies::manyCopiesInOneMomentHaveNamesOfTheirOwn()
-{
-    const StateHome state;
-    QStringList expected;
-    for (int i = 0; i < 20; ++i) {
-        OneAtom(QString::number(i)).keep();
-        expected << workspaceOf(QString::number(i));
-    }
-    QCOMPARE(state.texts(), expected);
-}
-
-void TestSafetyCopies::processesDoNotTakeEachOthersNames()
-{
-    constexpr int processes = 6;
-    const StateHome state;
-    int go[2];
-    QCOMPARE(pipe(go), 0);
-    QList<pid_t> children;
-    std::vector<std::unique_ptr<OneAtom>> drawings;
-    for (int i = 0; i < processes * 3; ++i)
-        drawings.push_back(std::make_unique<OneAtom>(QString::number(i)));
-    for (int i = 0; i < processes; ++i) {
-        const pid_t child = fork();
-        if (child == 0) {
-            close(go[1]);
-            char byte;
-            static_cast<void>(!read(go[0], &byte, 1)); // the end of the pipe, for all at once
-            for (int k = 0; k < 3; ++k)
-                drawings[3 * i + k]->keep();
-            _exit(0);
-        }
-        children.append(child);
-    }
-    close(go[0]);
-    close(go[1]);
-    for (const pid_t child : children) {
-        int status = -1;
-        waitpid(child, &status, 0);
-        QCOMPARE(status, 0);
-    }
-    const QStringList texts = state.texts();
-    QCOMPARE(texts.size(), processes * 3);
-    QCOMPARE(QSet<QString>(texts.begin(), texts.end()).size(), processes * 3);
-    for (int i = 0; i < processes * 3; ++i)
-        QVERIFY(texts.contains(workspaceOf(QString::number(i))));
-}
-
-void TestSafetyCopies::newestTwentyAreKept()
-{
-    const StateHome state;
-    for (int minutes = 25; minutes > 0; --minutes)
-        state.putCopy(minutes);
-    const QStringList before = state.everything();
-    OneAtom("C").keep();
-    const QStringList after = state.everything();
-    QCOMPARE(after.size(), 20);
-    QCOMPARE(after.mid(0, 19), before.mid(6));
-    QCOMPARE(state.texts().last(), workspaceOf("C"));
-}
-
-void TestSafetyCopies::otherFilesAreNeverDeleted()
-{
-    const StateHome state;
-    const QDateTime longAgo = QDateTime::currentDateTimeUtc().addYears(-3);
-    const QStringList others{"noname.kyt",
-                             "2020-01-01T00-00-00.000+0000.kyt.bak",
-                             "x2020-01-01T00-00-00.000+0000.kyt",
-                             "2020-01-01T00-00-00.000.kyt",
-                             "2020-13-41T00-00-00.000+0000.kyt",
-                             "2020-01-01T00:00:00.000+0000.kyt",
-                             "2020-01-01T00-00-00.000+0000.KYT",
-                             ".2020-01-01T00-00-00.000+0000.kyt",
-                             "2020-01-01T00-00-00.000+0000"};
-    for (const QString& name : others)
-        state.put(name, "somebody's", longAgo);
-    QVERIFY(state.folder().mkdir("2020-01-01T00-00-00.001+0000.kyt"));
-    QVERIFY(QFile::link(state.path("elsewhere"), state.folder().filePath("2020-01-01T00-00-00.002+0000.kyt")));
-    for (int minutes = 25; minutes > 0; --minutes)
-        state.putCopy(minutes);
-    OneAtom("C").keep();
-    const QStringList after = state.everything();
-    QCOMPARE(after.size(), 20 + others.size() + 2);
-    for (const QString& name : others)
-        QVERIFY2(after.contains(name), qPrintable(name));
-}
-
-// Whoever opens a copy and saves has made it a document.
-void TestSafetyCopies::copyThatWasSavedToStays()
-{
-    const StateHome state;
-    const QString saved = state.putCopy(100);
-    const QString old = state.putCopy(99);
-    OneAtom document("Mine");
-    QVERIFY(document.doc.saveAs(saved));
-    for (int minutes = 25; minutes > 0; --minutes)
-        state.putCopy(minutes);
-    OneAtom("C").keep();
-    QCOMPARE(StateHome::contents(saved), workspaceOf("Mine"));
-    QVERIFY(!QFile::exists(old));
-    QCOMPARE(state.everything().size(), 21);
-}
-
-void TestSafetyCopies::fileInUseStays_data()
-{
-    QTest::addColumn<bool>("throughALink");
-    QTest::newRow("by its name") << false;
-    QTest::newRow("by a link") << true;
-}
-
-void TestSafetyCopies::fileInUseStays()
-{
-    QFETCH(bool, throughALink);
-    const StateHome state;
-    const QString used = state.putCopy(100);
-    const QString old = state.putCopy(99);
-    for (int minutes = 25; minutes > 0; --minutes)
-        state.putCopy(minutes);
-    const QString link = state.path("link.kyt");
-    QVERIFY(QFile::link(used, link));
-    OneAtom("C").keep(throughALink ? link : used);
-    QVERIFY(QFile::exists(used));
-    QVERIFY(!QFile::exists(old));
-    QCOMPARE(state.everything().size(), 21);
-}
-
-void TestSafetyCopies::newCopyStaysThoughTheClockWasAhead()
-{
-    const StateHome state;
-    for (int minutes = 25; minutes > 0; --minutes)
-        state.putCopy(-60 * minutes);
-    OneAtom("C").keep();
-    QCOMPARE(state.everything().size(), 20);
-    QCOMPARE(state.texts().first(), workspaceOf("C"));
-}
-
-void TestSafetyCopies::copiesOfAnotherTimeZoneAreKnown()
-{
-    const StateHome state;
-    for (int i = 0; i < 12; ++i) {
-        const TimeZone zone("EAST-9");
-        OneAtom('E' + QString::number(i)).keep();
-    }
-    for (int i = 0; i < 12; ++i) {
-        const TimeZone zone("WEST9");
-        OneAtom('W' + QString::number(i)).keep();
-    }
-    QStringList texts = state.texts();
-    QCOMPARE(texts.size(), 20);
-    for (int i = 0; i < 12; ++i) {
-        QVERIFY(texts.contains(workspaceOf('W' + QString::number(i))));
-        QCOMPARE(texts.contains(workspaceOf('E' + QString::number(i))), i >= 4);
-    }
-}
-
-void TestSafetyCopies::nothingHappensWhereThereCanBeNoCopy_data()
-{
-    QTest::addColumn<QString>("obstacle");
-    QTest::newRow("the folder is a file") << "file";
-    QTest::newRow("the folder is a pipe") << "pipe";
-    QTest::newRow("the folder is a link to nowhere") << "link";
-    QTest::newRow("the state home is a file") << "home file";
-    QTest::newRow("the state home is a device") << "/dev/null";
-}
-
-void TestSafetyCopies::nothingHappensWhereThereCanBeNoCopy()
-{
-    QFETCH(QString, obstacle);
-    const StateHome state;
-    const QByteArray folder = QFile::encodeName(state.path("kytstudio"));
-    QFile file(state.path(obstacle == "file" ? "kytstudio" : "other"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.close();
-    if (obstacle == "pipe")
-        QCOMPARE(mkfifo(folder.constData(), 0600), 0);
-    else if (obstacle == "link")
-        QCOMPARE(symlink("/nowhere/at/all", folder.constData()), 0);
-    else if (obstacle == "home file")
-        qputenv("XDG_STATE_HOME", QFile::encodeName(state.path("other")));
-    else if (obstacle.startsWith('/'))
-        qputenv("XDG_STATE_HOME", obstacle.toLatin1());
-    const QStringList before = QDir(state.path("")).entryList(QDir::AllEntries | QDir::System);
-    const LoggedMessages messages;
-    OneAtom("C").keep();
-    QCOMPARE(QDir(state.path("")).entryList(QDir::AllEntries | QDir::System), before);
-    QCOMPARE(messages.lines(), QStringList());
-}
-
-void TestSafetyCopies::unwritableFolderIsLeftAlone()
-{
-    const StateHome state;
-    for (int minutes = 25; minutes > 0; --minutes)
-        state.putCopy(minutes);
-    const QStringList before = state.everything();
-    QCOMPARE(chmod(qPrintable(state.folder().path()), 0555), 0);
-    OneAtom drawing("C");
-    const int status = inAProcess([&] {
-        if (geteuid() == 0
-            && (setresgid(ordinaryId, ordinaryId, ordinaryId) || setresuid(ordinaryId, ordinaryId, ordinaryId)))
-            return 1;
-        drawing.keep();
-        return 0;
-    });
-    QCOMPARE(status, 0);
-    QCOMPARE(state.everything(), before);
-    QCOMPARE(chmod(qPrintable(state.folder().path()), 0700), 0);
-}
-
-void TestSafetyCopies::fullDiskLeavesNoPartAndKeepsTheOldCopies()
-{
-    const StateHome state;
-    for (int minutes = 25; minutes > 0; --minutes)
-        state.putCopy(minutes);
-    const QStringList before = state.everything();
-    WorkspaceDrawing drawing;
-    for (int i = 0; i < 2000; ++i)
-        drawing.atom(i, 20, 0, "Symbol");
-    QVERIFY(drawing.written().size() > 60000);
-    const int status = inAProcess([&] {
-        const struct rlimit limit = {30000, 30000};
-        std::signal(SIGXFSZ, SIG_IGN);
-        if (setrlimit(RLIMIT_FSIZE, &limit) != 0)
-            return 1;
-        keepSafetyCopy(*drawing.doc.canvas);
-        return 0;
-    });
-    QCOMPARE(status, 0);
-    QCOMPARE(state.everything(), before);
-}
-
-void TestSafetyCopies::killedWhileCopyingLeavesNoHalfCopy()
-{
-    const StateHome state;
-    WorkspaceDrawing drawing;
-    for (int i = 0; i < 2000; ++i)
-        drawing.atom(i, 20, 0, "Symbol");
-    int copied = 0;
-    for (int i = 0; i < 60; ++i) {
-        drawing.atoms().first()->move(i, 0);
-        const pid_t child = fork();
-        if (child == 0) {
-            keepSafetyCopy(*drawing.doc.canvas);
-            _exit(0);
-        }
-        usleep(useconds_t(i) * 1000);
-        kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        copied += status == 0;
-    }
-    const QDir folder = state.folder();
-    const QString end = " END_MOLECULE\nEND_KYTFILE\n";
-    for (const QString& name : folder.entryList({"2*.kyt"}, QDir::Files))
-        QVERIFY2(StateHome::contents(folder.filePath(name)).endsWith(end), qPrintable(name));
-    keepSafetyCopy(*drawing.doc.canvas);
-    QVERIFY(!folder.entryList({"2*.kyt"}, QDir::Files).isEmpty());
-    qInfo("%d of 60 copies were made before the kill", copied);
-}
-
-QTEST_MAIN(TestSafetyCopies)
+QTEST_MAIN(test_SafetyCopies)
 #include "test_SafetyCopies.moc"

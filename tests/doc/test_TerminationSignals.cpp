@@ -41,81 +41,74 @@ class test_TerminationSignals : public QObject {
     Q_OBJECT
 
 private slots:
-    void nothingHasArrivedAtFirst();
-    void aSignalIsHeldBackUntilTheEnd_data();
-    void aSignalIsHeldBackUntilTheEnd();
-    void anIgnoredSignalStaysIgnored();
-    void aSignalOfAnEarlierTimeIsForgotten();
-    void withoutAHandlerTheProcessDiesOfTheSignal();
-};
-
-void test_TerminationSignals::nothingHasArrivedAtFirst()
-{
-    const Handling handling(handle);
+    void nothingHasArrivedAtFirst()
     {
+        const Handling handling(handle);
+        {
+            const TerminationSignals held;
+            QVERIFY(!held.arrived());
+        }
+        QCOMPARE(int(handled), 0);
+    }
+
+    void aSignalIsHeldBackUntilTheEnd_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::newRow("interrupt") << SIGINT;
+        QTest::newRow("terminate") << SIGTERM;
+        QTest::newRow("hang up") << SIGHUP;
+    }
+
+    void aSignalIsHeldBackUntilTheEnd()
+    {
+        QFETCH(int, number);
+        const Handling handling(handle);
+        {
+            const TerminationSignals held;
+            raise(number);
+            QVERIFY(held.arrived());
+            QCOMPARE(int(handled), 0);
+        }
+        QCOMPARE(int(handled), number);
+    }
+
+    void anIgnoredSignalStaysIgnored()
+    {
+        const Handling handling(SIG_IGN);
+        const TerminationSignals held;
+        raise(SIGTERM);
+        QVERIFY(!held.arrived());
+    }
+
+    void aSignalOfAnEarlierTimeIsForgotten()
+    {
+        const Handling handling(handle);
+        {
+            const TerminationSignals held;
+            raise(SIGTERM);
+        }
         const TerminationSignals held;
         QVERIFY(!held.arrived());
     }
-    QCOMPARE(int(handled), 0);
-}
 
-void test_TerminationSignals::aSignalIsHeldBackUntilTheEnd_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::newRow("interrupt") << SIGINT;
-    QTest::newRow("terminate") << SIGTERM;
-    QTest::newRow("hang up") << SIGHUP;
-}
-
-void test_TerminationSignals::aSignalIsHeldBackUntilTheEnd()
-{
-    QFETCH(int, number);
-    const Handling handling(handle);
+    void withoutAHandlerTheProcessDiesOfTheSignal()
     {
-        const TerminationSignals held;
-        raise(number);
-        QVERIFY(held.arrived());
-        QCOMPARE(int(handled), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            std::signal(SIGTERM, SIG_DFL);
+            auto held = std::make_unique<TerminationSignals>();
+            raise(SIGTERM);
+            const bool survived = held->arrived();
+            held.reset();
+            _exit(survived ? 1 : 2);
+        }
+        QVERIFY(child > 0);
+        int status = 0;
+        QCOMPARE(waitpid(child, &status, 0), child);
+        QVERIFY(WIFSIGNALED(status));
+        QCOMPARE(WTERMSIG(status), SIGTERM);
     }
-    QCOMPARE(int(handled), number);
-}
-
-void test_TerminationSignals::anIgnoredSignalStaysIgnored()
-{
-    const Handling handling(SIG_IGN);
-    const TerminationSignals held;
-    raise(SIGTERM);
-    QVERIFY(!held.arrived());
-}
-
-void test_TerminationSignals::aSignalOfAnEarlierTimeIsForgotten()
-{
-    const Handling handling(handle);
-    {
-        const TerminationSignals held;
-        raise(SIGTERM);
-    }
-    const TerminationSignals held;
-    QVERIFY(!held.arrived());
-}
-
-void test_TerminationSignals::withoutAHandlerTheProcessDiesOfTheSignal()
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        std::signal(SIGTERM, SIG_DFL);
-        auto held = std::make_unique<TerminationSignals>();
-        raise(SIGTERM);
-        const bool survived = held->arrived();
-        held.reset();
-        _exit(survived ? 1 : 2);
-    }
-    QVERIFY(child > 0);
-    int status = 0;
-    QCOMPARE(waitpid(child, &status, 0), child);
-    QVERIFY(WIFSIGNALED(status));
-    QCOMPARE(WTERMSIG(status), SIGTERM);
-}
+};
 
 QTEST_APPLESS_MAIN(test_TerminationSignals)
 #include "test_TerminationSignals.moc"

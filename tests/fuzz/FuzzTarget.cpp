@@ -36,7 +36,7 @@ QList<QPoint> placesOf(const KytBond& bond)
 /// Whether what the bonds draw lies where their atoms are.
 QString layoutFault(const Drawing& drawing)
 {
-    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    const QList<KytAtom*> atoms = drawing.atoms();
     for (const KytAtom* atom : atoms) {
         for (KytBond* bond : atom->outList) {
             const QList<QPoint> places = placesOf(*bond);
@@ -52,7 +52,7 @@ QString layoutFault(const Drawing& drawing)
 /// are settled at the end, as they are in large molecules.
 void moveEveryAtom(const Drawing& drawing, unsigned choice)
 {
-    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    const QList<KytAtom*> atoms = drawing.atoms();
     {
         BondUpdate update(choice % 2 == 0 ? 0 : 1000);
         for (KytAtom* atom : atoms)
@@ -64,7 +64,7 @@ void moveEveryAtom(const Drawing& drawing, unsigned choice)
 
 void changeDepths(const Drawing& drawing)
 {
-    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    const QList<KytAtom*> atoms = drawing.atoms();
     for (qsizetype i = 0; i < atoms.size(); i += 4)
         atoms[i]->setAtomZ(atoms[i]->getAtomZ() + 0.5F);
     const QCanvasItemList items = drawing.canvas()->allItems();
@@ -76,7 +76,7 @@ void changeDepths(const Drawing& drawing)
 /// Drops one atom onto another, as the view does.
 void mergeTwo(const Drawing& drawing, unsigned choice)
 {
-    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    const QList<KytAtom*> atoms = drawing.atoms();
     if (atoms.size() < 2)
         return;
     const qsizetype stays = choice % atoms.size();
@@ -88,7 +88,7 @@ void mergeTwo(const Drawing& drawing, unsigned choice)
 
 void deleteHalf(const Drawing& drawing)
 {
-    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    const QList<KytAtom*> atoms = drawing.atoms();
     for (qsizetype i = 0; i < atoms.size(); i += 2)
         delete atoms[i];
 }

@@ -9,9 +9,9 @@ namespace {
 
 KytAtom* readTree(const QByteArray& bytes, Drawing& drawing)
 {
-    KytAtom* start = drawing.atomAt(0, 0);
+    KytAtom* start = drawing.atom(0, 0);
     QTextStream stream(bytes, QIODevice::ReadOnly);
-    start->readMoleculeFromFile(&stream, new KytMolecule, &drawing.doc);
+    start->readMoleculeFromFile(&stream, new KytMolecule, drawing.doc);
     return start;
 }
 
@@ -29,7 +29,7 @@ QByteArray writtenTree(KytAtom* start)
 bool hasPlainCoordinates(const Drawing& drawing)
 {
     constexpr double sixDigits = 999999;
-    const QList<KytAtom*> atoms = atomsOf(*drawing.canvas());
+    const QList<KytAtom*> atoms = drawing.atoms();
     return std::all_of(atoms.begin(), atoms.end(), [](const KytAtom* atom) {
         return std::fabs(atom->x()) <= sixDigits && std::fabs(atom->y()) <= sixDigits;
     });
@@ -47,7 +47,7 @@ void runInput(const QByteArray& input)
     Drawing again;
     const QByteArray rewritten = writtenTree(readTree(written, again));
     if (hasPlainCoordinates(drawing)) {
-        demand(again.atoms() == drawing.atoms(), "a tree comes back with all of its atoms");
+        demand(again.atoms().size() == drawing.atoms().size(), "a tree comes back with all of its atoms");
         demand(rewritten == written, "a tree that was written and read is written the same");
     }
     editAndCheck(drawing, input);

@@ -6,6 +6,6 @@
 void runInput(const QByteArray& input)
 {
     Drawing drawing;
-    addWorkspace(input, drawing.doc, input.size() % 2 == 1);
+    addWorkspace(input, drawing, input.size() % 2 == 1);
     editAndCheck(drawing, input);
 }

@@ -81,8 +81,8 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(1, 0);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(1, 0);
         molecule.addAtom(a);
         molecule.addAtom(b);
         QCOMPARE(molecule.atomsCount, 2);
@@ -96,7 +96,7 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        std::array<KytAtom*, 3> atoms{d.atomAt(0, 0), d.atomAt(1, 0), d.atomAt(2, 0)};
+        std::array<KytAtom*, 3> atoms{d.atom(0, 0), d.atom(1, 0), d.atom(2, 0)};
         for (KytAtom* atom : atoms)
             molecule.addAtom(atom);
         QCOMPARE(molecule.getAtom(0), atoms[2]);
@@ -108,7 +108,7 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        std::array<KytAtom*, 3> atoms{d.atomAt(0, 0), d.atomAt(1, 0), d.atomAt(2, 0)};
+        std::array<KytAtom*, 3> atoms{d.atom(0, 0), d.atom(1, 0), d.atom(2, 0)};
         for (KytAtom* atom : atoms)
             molecule.addAtom(atom);
         QCOMPARE(molecule.getAtom(1), atoms[1]);
@@ -124,7 +124,7 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        molecule.addAtom(d.atomAt(0, 0));
+        molecule.addAtom(d.atom(0, 0));
         QVERIFY(!molecule.getAtom(-1));
         QVERIFY(!molecule.getAtom(1));
         QVERIFY(!molecule.getAtom(1 << 30));
@@ -136,8 +136,8 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        KytAtom* member = d.atomAt(0, 0);
-        KytAtom* stranger = d.atomAt(1, 0);
+        KytAtom* member = d.atom(0, 0);
+        KytAtom* stranger = d.atom(1, 0);
         molecule.addAtom(member);
         QVERIFY(molecule.removeAtom(stranger));
         QCOMPARE(molecule.atomsCount, 0);
@@ -149,8 +149,8 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(1, 0);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(1, 0);
         molecule.addAtom(a);
         molecule.addAtom(b);
         QVERIFY(!molecule.removeAtom(a));
@@ -164,7 +164,7 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        KytAtom* a = d.atomAt(0, 0);
+        KytAtom* a = d.atom(0, 0);
         QVERIFY(!molecule.removeAtom(a));
         QCOMPARE(molecule.atomsCount, -1);
         QVERIFY(!molecule.removeAtom(a));
@@ -181,7 +181,7 @@ private slots:
     {
         Drawing d;
         KytMolecule molecule;
-        KytAtom* a = d.atomAt(0, 0);
+        KytAtom* a = d.atom(0, 0);
         molecule.addAtom(a);
         QCOMPARE(molecule.getAtom(0), a);
         QVERIFY(molecule.removeAtom(a));
@@ -191,19 +191,19 @@ private slots:
     void aMoleculeThatGoesDeletesNoAtoms()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
+        KytAtom* a = d.atom(0, 0);
         {
             KytMolecule molecule;
             molecule.addAtom(a);
         }
-        QCOMPARE(d.atoms(), 1);
+        QCOMPARE(d.atoms().size(), 1);
         QCOMPARE(a->getSymbol(), QStringLiteral("C"));
     }
 
     void theFirstMoleculeOfAnAtomStaysWhenTheAtomMovesOn()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
+        KytAtom* a = d.atom(0, 0);
         KytMolecule* first = a->getMolecule();
         watch(first);
         a->setMolecule(new KytMolecule);
@@ -215,8 +215,8 @@ private slots:
     void aMoleculeGoesWithItsLastAtom()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(1, 0);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(1, 0);
         auto* shared = new KytMolecule;
         a->setMolecule(shared);
         b->setMolecule(shared);
@@ -233,7 +233,7 @@ private slots:
     void aMoleculeGoesWhenItsLastAtomJoinsAnother()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
+        KytAtom* a = d.atom(0, 0);
         auto* left = new KytMolecule;
         auto* joined = new KytMolecule;
         a->setMolecule(left);
@@ -247,8 +247,8 @@ private slots:
     void aMoleculeWhoseCounterIsZeroStaysWhileAnAtomPointsToIt()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(1, 0);
+        KytAtom* a = d.atom(0, 0);
+        KytAtom* b = d.atom(1, 0);
         KytMolecule* first = a->getMolecule();
         first->setMoleculeName(QStringLiteral("of a"));
         b->setMolecule(first);
@@ -266,9 +266,7 @@ private slots:
     void deletingTheSecondAtomOfADrawnBondLeavesTheFirstAMoleculeOfItsOwn()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(30, 0);
-        d.join(a, b);
+        const auto [a, b] = d.chain<2>();
         KytMolecule* shared = a->getMolecule();
         QCOMPARE(shared->atomsCount, 1);
         shared->setMoleculeName(QStringLiteral("shared"));
@@ -284,9 +282,7 @@ private slots:
     void deletingTheFirstAtomOfADrawnBondLeavesTheSecondAMoleculeOfItsOwn()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
-        KytAtom* b = d.atomAt(30, 0);
-        d.join(a, b);
+        const auto [a, b] = d.chain<2>();
         watch(a->getMolecule());
         a->getMolecule()->setMoleculeName(QStringLiteral("shared"));
         delete a;
@@ -298,13 +294,13 @@ private slots:
     void drawnAndDeletedOverAndOverAnAtomKeepsALivingMolecule()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
+        KytAtom* a = d.atom(0, 0);
         for (int round = 0; round < 5; ++round) {
-            KytAtom* b = d.atomAt(30, 0);
+            KytAtom* b = d.atom(30, 0);
             if (round % 2)
-                d.join(b, a);
+                d.bond(b, a);
             else
-                d.join(a, b);
+                d.bond(a, b);
             a->getMolecule()->setMoleculeName(QString::number(round));
             QCOMPARE(b->getMolecule()->getMoleculeName(), QString::number(round));
             delete b;
@@ -316,7 +312,7 @@ private slots:
     void anAtomDeletedAloneCountsItsFirstMoleculeDown()
     {
         Drawing d;
-        KytAtom* a = d.atomAt(0, 0);
+        KytAtom* a = d.atom(0, 0);
         KytMolecule* first = a->getMolecule();
         watch(first);
         delete a;

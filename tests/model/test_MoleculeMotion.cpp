@@ -9,12 +9,12 @@ namespace {
 struct Molecules {
     Molecules()
     {
-        chain.append(d.atomAt(0, 0));
+        chain.append(d.atom(0, 0));
         while (chain.size() < 100) {
-            chain.append(d.atomAt(10.0 * double(chain.size()), 0));
-            others.append(d.atomAt(10.0 * double(chain.size()), 50));
+            chain.append(d.atom(10.0 * double(chain.size()), 0));
+            others.append(d.atom(10.0 * double(chain.size()), 50));
             const int kind = chain.size() % 3 == 0 ? KYTBT_StereoUp : KYTBT_SingleBond;
-            d.join(chain[chain.size() - 2], chain.last(), {kind});
+            d.bond(chain[chain.size() - 2], chain.last(), {kind});
         }
     }
 
@@ -55,7 +55,7 @@ private slots:
         const Molecules together;
         const Molecules oneByOne;
         moveMolecule(*together.d.canvas(), together.chain.first()->getMolecule(), 7, -3);
-        turnMolecule(*together.d.canvas(), *together.chain[40], 0.25F);
+        rotateMolecule(*together.d.canvas(), *together.chain[40], 0.25F);
         for (KytAtom* atom : oneByOne.chain)
             atom->moveBy(7, -3);
         for (KytAtom* atom : oneByOne.chain)
@@ -82,7 +82,7 @@ private slots:
     {
         const Molecules m;
         const KytAtom* pivot = m.chain[10];
-        turnMolecule(*m.d.canvas(), *pivot, 1);
+        rotateMolecule(*m.d.canvas(), *pivot, 1);
         QCOMPARE(QPointF(pivot->x(), pivot->y()), QPointF(100, 0));
         QCOMPARE(m.others.first()->y(), 50.0);
         QVERIFY(m.chain[11]->y() > 0);

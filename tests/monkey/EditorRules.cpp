@@ -220,7 +220,7 @@ QString EditorRules::fileFault()
     if (++filesRead % 8 == 0)
         return roundTripFault(view->canvas());
     Drawing read;
-    if (!addWorkspace(text, read.doc))
+    if (!addWorkspace(text, read))
         return QStringLiteral("what was written cannot be read to its end");
     return comeBackFault(*view->canvas(), *read.canvas());
 }

@@ -31,80 +31,72 @@ bool always()
 
 } // namespace
 
-class TestShrink : public QObject {
+class test_Shrink : public QObject {
     Q_OBJECT
 
 private slots:
-    void onlyTheStepsThatMatterAreLeft_data();
-    void onlyTheStepsThatMatterAreLeft();
-    void stepsThatAreOnlyNeededWithOthersGoToo();
-    void anySoManyStepsAreEnough();
-    void whatFailsWithoutAnyStepShrinksToNone();
-    void whatCannotBeShortenedStays();
-    void itStopsWhenItMayNotGoOn();
+    void onlyTheStepsThatMatterAreLeft_data()
+    {
+        QTest::addColumn<QList<int>>("needed");
+        QTest::newRow("first") << QList<int>{0};
+        QTest::newRow("last") << QList<int>{99};
+        QTest::newRow("far apart") << QList<int>{0, 50, 99};
+        QTest::newRow("neighbours") << QList<int>{31, 32, 33, 34};
+        QTest::newRow("scattered") << QList<int>{1, 2, 17, 40, 41, 77, 98};
+    }
+
+    void onlyTheStepsThatMatterAreLeft()
+    {
+        QFETCH(QList<int>, needed);
+        const auto fails = [&](const Steps& steps) {
+            const QList<int> numbers = numbersOf(steps);
+            return std::all_of(needed.begin(), needed.end(), [&](int number) { return numbers.contains(number); });
+        };
+        QCOMPARE(numbersOf(shrunk(numbered(100), fails, always)), needed);
+    }
+
+    void stepsThatAreOnlyNeededWithOthersGoToo()
+    {
+        // 10 does harm only while 20 is there, which must then be followed by 30.
+        const auto fails = [](const Steps& steps) {
+            const QList<int> numbers = numbersOf(steps);
+            return numbers.contains(10) && (!numbers.contains(20) || numbers.contains(30));
+        };
+        QCOMPARE(numbersOf(shrunk(numbered(100), fails, always)), QList<int>{10});
+    }
+
+    void anySoManyStepsAreEnough()
+    {
+        const auto fails = [](const Steps& steps) { return steps.size() >= 7; };
+        QCOMPARE(shrunk(numbered(100), fails, always).size(), 7);
+    }
+
+    void whatFailsWithoutAnyStepShrinksToNone()
+    {
+        QVERIFY(shrunk(
+                    numbered(10), [](const Steps&) { return true; }, always)
+                    .isEmpty());
+    }
+
+    void whatCannotBeShortenedStays()
+    {
+        const auto fails = [](const Steps& steps) { return steps == numbered(9); };
+        QCOMPARE(shrunk(numbered(9), fails, always), numbered(9));
+    }
+
+    void itStopsWhenItMayNotGoOn()
+    {
+        int trials = 0;
+        const auto fails = [&](const Steps& steps) {
+            ++trials;
+            return steps.size() >= 2;
+        };
+        const Steps few = shrunk(numbered(64), fails, [&] { return trials < 3; });
+        QCOMPARE(trials, 3);
+        QVERIFY(few.size() < 64);
+        QVERIFY(few.size() >= 2);
+    }
 };
 
-void TestShrink::onlyTheStepsThatMatterAreLeft_data()
-{
-    QTest::addColumn<QList<int>>("needed");
-    QTest::newRow("first") << QList<int>{0};
-    QTest::newRow("last") << QList<int>{99};
-    QTest::newRow("far apart") << QList<int>{0, 50, 99};
-    QTest::newRow("neighbours") << QList<int>{31, 32, 33, 34};
-    QTest::newRow("scattered") << QList<int>{1, 2, 17, 40, 41, 77, 98};
-}
-
-void TestShrink::onlyTheStepsThatMatterAreLeft()
-{
-    QFETCH(QList<int>, needed);
-    const auto fails = [&](const Steps& steps) {
-        const QList<int> numbers = numbersOf(steps);
-        return std::all_of(needed.begin(), needed.end(), [&](int number) { return numbers.contains(number); });
-    };
-    QCOMPARE(numbersOf(shrunk(numbered(100), fails, always)), needed);
-}
-
-void TestShrink::stepsThatAreOnlyNeededWithOthersGoToo()
-{
-    // 10 does harm only while 20 is there, which must then be followed by 30.
-    const auto fails = [](const Steps& steps) {
-        const QList<int> numbers = numbersOf(steps);
-        return numbers.contains(10) && (!numbers.contains(20) || numbers.contains(30));
-    };
-    QCOMPARE(numbersOf(shrunk(numbered(100), fails, always)), QList<int>{10});
-}
-
-void TestShrink::anySoManyStepsAreEnough()
-{
-    const auto fails = [](const Steps& steps) { return steps.size() >= 7; };
-    QCOMPARE(shrunk(numbered(100), fails, always).size(), 7);
-}
-
-void TestShrink::whatFailsWithoutAnyStepShrinksToNone()
-{
-    QVERIFY(shrunk(
-                numbered(10), [](const Steps&) { return true; }, always)
-                .isEmpty());
-}
-
-void TestShrink::whatCannotBeShortenedStays()
-{
-    const auto fails = [](const Steps& steps) { return steps == numbered(9); };
-    QCOMPARE(shrunk(numbered(9), fails, always), numbered(9));
-}
-
-void TestShrink::itStopsWhenItMayNotGoOn()
-{
-    int trials = 0;
-    const auto fails = [&](const Steps& steps) {
-        ++trials;
-        return steps.size() >= 2;
-    };
-    const Steps few = shrunk(numbered(64), fails, [&] { return trials < 3; });
-    QCOMPARE(trials, 3);
-    QVERIFY(few.size() < 64);
-    QVERIFY(few.size() >= 2);
-}
-
-QTEST_GUILESS_MAIN(TestShrink)
+QTEST_GUILESS_MAIN(test_Shrink)
 #include "test_Shrink.moc"

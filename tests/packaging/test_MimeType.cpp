@@ -3,59 +3,48 @@
 #include <QTest>
 
 /// How the desktop's database of file types, as found by XDG_DATA_DIRS, tells the program's files.
-class TestMimeType : public QObject {
+class test_MimeType : public QObject {
     Q_OBJECT
 
 private slots:
-    void samplesAndLibraryMoleculesAreTold_data();
-    void samplesAndLibraryMoleculesAreTold();
-    void theEndingsAreKnown();
-    void theFirstWordIsKnownWithoutAnEnding();
-    void otherTextIsNotTakenForAWorkspace();
-    void aWorkspaceIsTextToo();
+    void samplesAndLibraryMoleculesAreTold_data()
+    {
+        QTest::addColumn<QString>("file");
+        for (const char* file : {"data/alanine.kyt", "data/caffeine.kyt", "lib/benzene.kyf", "lib/water.kyf"})
+            QTest::newRow(file) << QString::fromLatin1(file);
+    }
+
+    void samplesAndLibraryMoleculesAreTold()
+    {
+        QFETCH(QString, file);
+        QVERIFY(QFile::exists(file));
+        QCOMPARE(database.mimeTypeForFile(file).name(), workspace);
+        QCOMPARE(database.mimeTypeForFile(file, QMimeDatabase::MatchContent).name(), workspace);
+    }
+
+    void theEndingsAreKnown()
+    {
+        QCOMPARE(database.mimeTypeForFile(QStringLiteral("a.kyt"), QMimeDatabase::MatchExtension).name(), workspace);
+        QCOMPARE(database.mimeTypeForFile(QStringLiteral("a.kyf"), QMimeDatabase::MatchExtension).name(), workspace);
+    }
+
+    void theFirstWordIsKnownWithoutAnEnding()
+    {
+        QCOMPARE(database.mimeTypeForFileNameAndData(QStringLiteral("a"), QByteArray("KYTFILE\nEND_KYTFILE\n")).name(),
+                 workspace);
+    }
+
+    void otherTextIsNotTakenForAWorkspace()
+    {
+        QCOMPARE(database.mimeTypeForData(QByteArray("A KYTFILE\n")).name(), QStringLiteral("text/plain"));
+    }
+
+    void aWorkspaceIsTextToo() { QVERIFY(database.mimeTypeForName(workspace).inherits(QStringLiteral("text/plain"))); }
 
 private:
     const QString workspace = QStringLiteral("application/x-kytstudio-workspace");
     const QMimeDatabase database;
 };
 
-void TestMimeType::samplesAndLibraryMoleculesAreTold_data()
-{
-    QTest::addColumn<QString>("file");
-    for (const char* file : {"data/alanine.kyt", "data/caffeine.kyt", "lib/benzene.kyf", "lib/water.kyf"})
-        QTest::newRow(file) << QString::fromLatin1(file);
-}
-
-void TestMimeType::samplesAndLibraryMoleculesAreTold()
-{
-    QFETCH(QString, file);
-    QVERIFY(QFile::exists(file));
-    QCOMPARE(database.mimeTypeForFile(file).name(), workspace);
-    QCOMPARE(database.mimeTypeForFile(file, QMimeDatabase::MatchContent).name(), workspace);
-}
-
-void TestMimeType::theEndingsAreKnown()
-{
-    QCOMPARE(database.mimeTypeForFile(QStringLiteral("a.kyt"), QMimeDatabase::MatchExtension).name(), workspace);
-    QCOMPARE(database.mimeTypeForFile(QStringLiteral("a.kyf"), QMimeDatabase::MatchExtension).name(), workspace);
-}
-
-void TestMimeType::theFirstWordIsKnownWithoutAnEnding()
-{
-    QCOMPARE(database.mimeTypeForFileNameAndData(QStringLiteral("a"), QByteArray("KYTFILE\nEND_KYTFILE\n")).name(),
-             workspace);
-}
-
-void TestMimeType::otherTextIsNotTakenForAWorkspace()
-{
-    QCOMPARE(database.mimeTypeForData(QByteArray("A KYTFILE\n")).name(), QStringLiteral("text/plain"));
-}
-
-void TestMimeType::aWorkspaceIsTextToo()
-{
-    QVERIFY(database.mimeTypeForName(workspace).inherits(QStringLiteral("text/plain")));
-}
-
-QTEST_GUILESS_MAIN(TestMimeType)
-
+QTEST_GUILESS_MAIN(test_MimeType)
 #include "test_MimeType.moc"

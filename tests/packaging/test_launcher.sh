@@ -100,9 +100,9 @@ expect_equal "A start with files of the user's own: the status" $status 0
 expect_equal "A folder of the user's own" "$(cat "$folder/data/drawing.kyt")" mine
 expect_equal "A file of the user's own" "$(cat "$folder/kytstudio.de.qm")" mine
 expect_equal "What is said about them" "$(cat "$work/err")" \
-    "kytstudio: $folder/data is not a link, so it is left alone and used instead of $first/share/kytstudio/data.
-kytstudio: $folder/kytstudio.de.qm is not a link, so it is left alone and used instead of \
-$first/share/kytstudio/translations/kytstudio.de.qm."
+    "kytstudio: warning: $folder/data is not a link: used instead of $first/share/kytstudio/data
+kytstudio: warning: $folder/kytstudio.de.qm is not a link: used instead of \
+$first/share/kytstudio/translations/kytstudio.de.qm"
 expect_equal "The link beside them" "$(readlink "$folder/lib")" "$first/share/kytstudio/lib"
 
 start HOME="$home" XDG_DATA_HOME="$work/other data" "$first/bin/kytstudio"
@@ -114,13 +114,13 @@ start HOME="$home" XDG_DATA_HOME=relative "$first/bin/kytstudio"
 expect_equal "The folder with a relative XDG_DATA_HOME" "$(head -n 1 "$work/out")" "$folder"
 
 start "$first/bin/kytstudio"
-expect_failure "No HOME" "HOME is not set"
+expect_failure "No HOME" "neither HOME nor XDG_DATA_HOME is set"
 start HOME=relative "$first/bin/kytstudio"
-expect_failure "A relative HOME" "HOME is not set to an absolute path"
+expect_failure "A relative HOME" "neither HOME nor XDG_DATA_HOME is set to an absolute path"
 
 touch "$work/file"
 start XDG_DATA_HOME="$work/file" "$first/bin/kytstudio"
-expect_failure "A file in the way of the folder" "The folder $work/file/kytstudio cannot be made."
+expect_failure "A file in the way of the folder" "cannot create folder $work/file/kytstudio"
 
 # Root may write anywhere; nobody may not.
 as_nobody=()
@@ -128,9 +128,9 @@ as_nobody=()
 mkdir -p "$work/closed" "$work/read only/kytstudio"
 chmod 555 "$work/closed" "$work/read only/kytstudio"
 start XDG_DATA_HOME="$work/closed" "${as_nobody[@]}" "$first/bin/kytstudio"
-expect_failure "A place where no folder can be made" "The folder $work/closed/kytstudio cannot be made."
+expect_failure "A place where no folder can be made" "cannot create folder $work/closed/kytstudio"
 start XDG_DATA_HOME="$work/read only" "${as_nobody[@]}" "$first/bin/kytstudio"
-expect_failure "A folder that is read-only" "The folder $work/read only/kytstudio cannot be written to."
+expect_failure "A folder that is read-only" "cannot write to folder $work/read only/kytstudio"
 
 for option in --help --version; do
     start "$first/bin/kytstudio" -style fusion $option
@@ -178,7 +178,7 @@ expect_equal "What many starts at once leave" "$(find "$work/crowd/kytstudio" -m
 
 rm "$second/libexec/kytstudio/kytstudio"
 start HOME="$home" "$second/bin/kytstudio"
-expect_failure "A missing program" "The editor is not installed"
+expect_failure "A missing program" "editor not found"
 rm -r "$first/share"
 start HOME="$home" "$first/bin/kytstudio"
-expect_failure "Missing data" "pictures and library are not installed"
+expect_failure "Missing data" "icons and library not found"

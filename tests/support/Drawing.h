@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bonds/BondGeometry.h"
 #include "bonds/KytBond.h"
 #include "bonds/KytBondLine.h"
 #include "bonds/KytStereoBond.h"
@@ -8,90 +9,132 @@
 #include "model/KytAtom.h"
 #include "model/KytMolecule.h"
 
+#include <QList>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 
+#include <array>
 #include <cmath>
 #include <initializer_list>
 
-/// A document with a canvas for one test. Both go when it goes, with everything that is drawn on the canvas.
-class Drawing {
+/// The items of the class `Item` on a canvas, in the order of its items; none where there is no canvas.
+template <typename Item> QList<Item*> itemsOf(const QCanvas* canvas)
+{
+    QList<Item*> found;
+    const QCanvasItemList items = canvas ? canvas->allItems() : QCanvasItemList();
+    for (QCanvasItem* item : items)
+        if (auto* one = dynamic_cast<Item*>(item))
+            found.append(one);
+    return found;
+}
+
+inline QList<KytAtom*> atomsOf(const QCanvas& canvas)
+{
+    return itemsOf<KytAtom>(&canvas);
+}
+
+/// What a test draws on the canvas of a document and finds there. Places are canvas pixels.
+class DrawnCanvas {
 public:
-    Drawing() { doc.newDoc(); }
-    ~Drawing() { freeCanvas(); }
-    Drawing(const Drawing&) = delete;
-    Drawing& operator=(const Drawing&) = delete;
-
-    QCanvas* canvas() const { return doc.canvas; }
-
-    void freeCanvas()
+    /// Whoever makes it owns `document`, which has a canvas. Both may go before this.
+    explicit DrawnCanvas(KytStudioDoc* document)
+        : doc(document)
+        , lastCanvas(document->canvas)
     {
-        delete doc.canvas;
-        doc.canvas = nullptr;
     }
 
-    /// A shown atom at (x, y), in canvas pixels, at the depth `z`.
-    KytAtom* atomAt(double x, double y, float z = 0, bool locked = false)
-    {
-        auto* atom = new KytAtom(doc.canvas, z, locked);
-        atom->move(x, y);
-        atom->show();
-        return atom;
-    }
+    QCanvas* canvas() const { return doc ? doc->canvas : lastCanvas.data(); }
 
-    /// A bond with one addBond for each of `kinds`. The molecules of the two atoms stay as they are.
-    KytBond* bond(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds = {KYTBT_SingleBond}, float angle = 60)
+    /// A shown atom in a molecule of its own.
+    KytAtom* atom(double x, double y, float z = 0, bool locked = false) const
     {
-        auto* made = new KytBond(from, to, &doc);
-        for (int kind : kinds)
-            made->addBond(static_cast<KytBondType>(kind), angle);
+        auto* made = new KytAtom(canvas(), z, locked);
+        made->move(x, y);
+        made->show();
         return made;
     }
 
-    /// A bond as it is drawn by hand: the end atom's molecule becomes the start atom's.
-    KytBond* join(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds = {KYTBT_SingleBond}, float angle = 60)
+    /// So many atoms side by side, the first at (x, y), each `step` pixels to the right of the one before it.
+    template <std::size_t count> std::array<KytAtom*, count> row(double x = 0, double y = 0, double step = 30) const
     {
-        KytBond* made = bond(from, to, kinds, angle);
+        std::array<KytAtom*, count> made;
+        for (std::size_t i = 0; i < count; ++i)
+            made[i] = atom(x + double(i) * step, y);
+        return made;
+    }
+
+    /// The same, each bonded to the next.
+    template <std::size_t count> std::array<KytAtom*, count> chain(double x = 0, double y = 0, double step = 30) const
+    {
+        const std::array<KytAtom*, count> made = row<count>(x, y, step);
+        for (std::size_t i = 1; i < count; ++i)
+            bond(made[i - 1], made[i]);
+        return made;
+    }
+
+    /// A bond as it is drawn by hand: the end atom's molecule becomes the start atom's. Without a kind, nothing is
+    /// drawn for it.
+    KytBond* bond(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds = {KYTBT_SingleBond},
+                  float angle = drawnAngle) const
+    {
+        KytBond* made = looseBond(from, to, kinds, angle);
         to->setMolecule(from->getMolecule());
         return made;
     }
 
-    /// How many items of the kind `rtti` are on the canvas.
-    int count(int rtti) const
+    /// The same bond, but the molecules of the two atoms stay as they are.
+    KytBond* looseBond(KytAtom* from, KytAtom* to, std::initializer_list<int> kinds = {KYTBT_SingleBond},
+                       float angle = drawnAngle) const
     {
-        int found = 0;
-        const QCanvasItemList items = doc.canvas->allItems();
-        for (const QCanvasItem* item : items)
-            found += item->rtti() == rtti;
-        return found;
-    }
-    int atoms() const { return count(QCanvasItem::Rtti_Ellipse); }
-    int labels() const { return count(QCanvasItem::Rtti_Text); }
-    int lines() const { return count(QCanvasItem::Rtti_Line); }
-    int wedges() const { return count(QCanvasItem::Rtti_Polygon); }
-
-    bool isDrawn(const QCanvasItem* item) const
-    {
-        const QCanvasItemList items = doc.canvas->allItems();
-        for (const QCanvasItem* drawn : items)
-            if (drawn == item)
-                return true;
-        return false;
+        auto* made = new KytBond(from, to, doc);
+        for (const int kind : kinds)
+            made->addBond(static_cast<KytBondType>(kind), angle);
+        return made;
     }
 
-    KytStudioDoc doc;
+    // Each in the order of the canvas's items; the rubber band is no line of a bond.
+    QList<KytAtom*> atoms() const { return itemsOf<KytAtom>(canvas()); }
+    QList<QCanvasText*> labels() const { return itemsOf<QCanvasText>(canvas()); }
+    QList<KytBondLine*> lines() const { return itemsOf<KytBondLine>(canvas()); }
+    QList<KytStereoBond*> wedges() const { return itemsOf<KytStereoBond>(canvas()); }
+
+    bool isOnCanvas(const QCanvasItem* item) const
+    {
+        return canvas() && canvas()->allItems().contains(const_cast<QCanvasItem*>(item));
+    }
+
+    QPointer<KytStudioDoc> doc;
+
+private:
+    QPointer<QCanvas> lastCanvas;
 };
 
-/// The atoms of a canvas, in the order of its items.
-inline QList<KytAtom*> atomsOf(const QCanvas& canvas)
-{
-    QList<KytAtom*> atoms;
-    const QCanvasItemList items = canvas.allItems();
-    for (QCanvasItem* item : items)
-        if (item->rtti() == QCanvasItem::Rtti_Ellipse)
-            atoms.append(static_cast<KytAtom*>(item));
-    return atoms;
-}
+/// A document with a canvas for one test. Both go when it goes, with everything that is drawn on the canvas.
+class Drawing : public DrawnCanvas {
+public:
+    Drawing()
+        : DrawnCanvas(newDocument())
+    {
+    }
+    ~Drawing()
+    {
+        freeCanvas();
+        delete doc;
+    }
+    Drawing(const Drawing&) = delete;
+    Drawing& operator=(const Drawing&) = delete;
+
+    void freeCanvas() const { delete canvas(); }
+
+private:
+    static KytStudioDoc* newDocument()
+    {
+        auto* made = new KytStudioDoc;
+        made->newDoc();
+        return made;
+    }
+};
 
 /// Everything that can be reached from `start` along bonds, whichever way they run, `start` included.
 inline QSet<KytAtom*> pieceOf(KytAtom* start)

@@ -29,11 +29,11 @@ inline QByteArray writtenWorkspace(QCanvas* canvas)
     return bytes;
 }
 
-/// Adds the workspace in `bytes` to the canvas of `doc`; what readWorkspace says.
-inline bool addWorkspace(const QByteArray& bytes, KytStudioDoc& doc, bool locked = false)
+/// Adds the workspace in `bytes` to the drawing; what readWorkspace says.
+inline bool addWorkspace(const QByteArray& bytes, const DrawnCanvas& drawing, bool locked = false)
 {
     QTextStream stream(bytes, QIODevice::ReadOnly);
-    return KytFileIO(QStringLiteral("round trip")).readWorkspace(stream, &doc, locked);
+    return KytFileIO(QStringLiteral("round trip")).readWorkspace(stream, drawing.doc, locked);
 }
 
 /// `text` as it comes out of a file: half a surrogate pair, which is no character, becomes U+FFFD.
@@ -231,14 +231,14 @@ inline QString roundTripFault(QCanvas* canvas)
 {
     const QByteArray first = writtenWorkspace(canvas);
     Drawing read;
-    if (!addWorkspace(first, read.doc))
+    if (!addWorkspace(first, read))
         return QStringLiteral("what was written cannot be read to its end");
     if (const QString fault = comeBackFault(*canvas, *read.canvas()); !fault.isEmpty())
         return fault;
 
     const QByteArray second = writtenWorkspace(read.canvas());
     Drawing readAgain;
-    if (!addWorkspace(second, readAgain.doc))
+    if (!addWorkspace(second, readAgain))
         return QStringLiteral("what was written the second time cannot be read to its end");
     if (const QString fault = comeBackFault(*read.canvas(), *readAgain.canvas()); !fault.isEmpty())
         return QStringLiteral("the second time, ") + fault;

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "bonds/KytBond.h"
-#include "bonds/KytBondLine.h"
-#include "bonds/KytStereoBond.h"
-#include "doc/kytstudiodoc.h"
-#include "model/KytAtom.h"
+#include "tests/support/Drawing.h"
+#include "tests/support/Near.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
@@ -16,22 +13,21 @@
 #include <QTest>
 
 #include <array>
-#include <cmath>
+#include <functional>
+#include <utility>
 
-/// The difference of two numbers is below `tolerance`; says both when it is not. A NaN never passes.
-#define NEAR(actual, expected, tolerance)                                                                              \
-    do {                                                                                                               \
-        const double actualValue = (actual);                                                                           \
-        const double expectedValue = (expected);                                                                       \
-        QVERIFY2(std::abs(actualValue - expectedValue) < (tolerance),                                                  \
-                 qPrintable(QStringLiteral(#actual " is %1, expected %2")                                              \
-                                .arg(actualValue, 0, 'g', 12)                                                          \
-                                .arg(expectedValue, 0, 'g', 12)));                                                     \
-    } while (false)
+inline constexpr std::array<KytViewState, 8> everyMode = {
+    KYTVS_view,         KYTVS_rotate,         KYTVS_drawSimpleBond, KYTVS_drawDashedBond,
+    KYTVS_drawStereoUp, KYTVS_drawStereoDown, KYTVS_deleteItem,     KYTVS_zigzag};
 
-constexpr std::array<KytViewState, 8> everyMode = {KYTVS_view,           KYTVS_rotate,       KYTVS_drawSimpleBond,
-                                                   KYTVS_drawDashedBond, KYTVS_drawStereoUp, KYTVS_drawStereoDown,
-                                                   KYTVS_deleteItem,     KYTVS_zigzag};
+inline constexpr std::array bondModes = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp,
+                                         KYTVS_drawStereoDown};
+inline constexpr std::array wedgeModes = {KYTVS_drawStereoUp, KYTVS_drawStereoDown};
+inline constexpr std::array drawingModes = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp,
+                                            KYTVS_drawStereoDown, KYTVS_zigzag};
+inline constexpr std::array modesThatMoveNothing = {KYTVS_drawSimpleBond, KYTVS_drawDashedBond, KYTVS_drawStereoUp,
+                                                    KYTVS_drawStereoDown, KYTVS_deleteItem,     KYTVS_zigzag};
+inline constexpr std::array modesThatDrawNothing = {KYTVS_view, KYTVS_rotate, KYTVS_deleteItem};
 
 /// Test rows, one for each of `modes`, with the mode in the column "mode".
 template <typename Modes> void addModeRows(const Modes& modes)
@@ -43,15 +39,12 @@ template <typename Modes> void addModeRows(const Modes& modes)
         QTest::newRow(names[mode]) << static_cast<int>(mode);
 }
 
-/// A document and a view onto its canvas, on the screen, with a hand at the mouse. All points are canvas pixels.
-class ViewFixture {
+/// A drawing and a view onto its canvas, on the screen, with a hand at the mouse.
+class ViewFixture : public Drawing {
 public:
     explicit ViewFixture(KytViewState mode = KYTVS_view)
     {
         QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight()); // out of the tests' way
-        doc = new KytStudioDoc;
-        doc->newDoc();
-        canvas = doc->canvas;
         view = new KytStudioView(nullptr, doc);
         view->canvasState = mode;
         QObject::connect(view, &KytStudioView::displayBondDetail,
@@ -70,52 +63,17 @@ public:
     ~ViewFixture()
     {
         delete view;
-        delete canvas;
-        delete doc;
         tempBond->hide();
     }
 
     ViewFixture(const ViewFixture&) = delete;
     ViewFixture& operator=(const ViewFixture&) = delete;
 
-    QPointer<KytStudioDoc> doc;
-    QPointer<QCanvas> canvas;
     QPointer<KytStudioView> view;
 
     QStringList texts;       ///< what displayBondDetail said
     QList<int> counts;       ///< what zigzagAtomValue said,
     QList<int> atomsAtCount; ///< and how many atoms there were when it did
-
-    // The drawing
-
-    KytAtom* atom(double x, double y, float z = 0, bool locked = false)
-    {
-        auto* made = new KytAtom(canvas, z, locked);
-        made->move(x, y);
-        made->show();
-        return made;
-    }
-
-    /// Bonds `from` to `to` as the drawing tools do; without a kind, nothing is drawn for it.
-    KytBond* bond(KytAtom* from, KytAtom* to, std::initializer_list<KytBondType> kinds = {KYTBT_SingleBond})
-    {
-        auto* made = new KytBond(from, to, doc);
-        for (const KytBondType kind : kinds)
-            made->addBond(kind, 60.0F);
-        to->setMolecule(from->getMolecule());
-        return made;
-    }
-
-    QList<KytAtom*> atoms() const { return items<KytAtom>(QCanvasItem::Rtti_Ellipse); }
-    QList<KytStereoBond*> wedges() const { return items<KytStereoBond>(QCanvasItem::Rtti_Polygon); }
-    QList<QCanvasText*> labels() const { return items<QCanvasText>(QCanvasItem::Rtti_Text); }
-    /// The lines of bonds, without the rubber band.
-    QList<KytBondLine*> lines() const { return items<KytBondLine>(QCanvasItem::Rtti_Line); }
-
-    bool isOnCanvas(const QCanvasItem* item) const
-    {
-        return canvas && canvas->allItems().contains(const_cast<QCanvasItem*>(item));
-    }
 
     /// A pixel in the label of `owner` that neither the atom nor a bond to its left, right or top reaches.
     static QPoint onLabel(const KytAtom* owner)
@@ -171,6 +129,17 @@ public:
         release(to, modifiers);
     }
 
+    /// Presses at the first of the points, moves on to the others and lets go at the last.
+    void dragAlong(std::initializer_list<QPoint> way)
+    {
+        press(*way.begin());
+        for (const QPoint* p = way.begin() + 1; p != way.end(); ++p)
+            move(*p);
+        release(*(way.end() - 1));
+    }
+
+    void rightClick(QPoint p) { click(p, Qt::NoModifier, Qt::RightButton); }
+
     /// Every gesture of the left button in every mode, around `p`; ends in view mode.
     void useEveryModeAt(QPoint p)
     {
@@ -197,19 +166,21 @@ public:
 
     QPoint scrolled() const { return {view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()}; }
     QPoint onViewport(QPoint p) const { return p - scrolled(); }
+    /// Where `p` is in the view's window while nothing is scrolled.
+    QPoint inWindow(QPoint p) const { return view->viewport()->mapTo(view.data(), p); }
 
-private:
-    template <typename Item> QList<Item*> items(int rtti) const
+    /// What is under way between two clicks.
+    QString gesture() const
     {
-        QList<Item*> found;
-        if (!canvas)
-            return found;
-        for (QCanvasItem* item : canvas->allItems())
-            if (item != tempBond && item->rtti() == rtti)
-                found.append(static_cast<Item*>(item));
-        return found;
+        const bool begun = view->isLastAtom == 1;
+        if (begun != tempBond->isVisible())
+            return QStringLiteral("isLastAtom is %1, and the rubber band is %2")
+                .arg(view->isLastAtom)
+                .arg(begun ? QStringLiteral("hidden") : QStringLiteral("shown"));
+        return begun ? QStringLiteral("begun") : QStringLiteral("none");
     }
 
+private:
     void send(QEvent::Type type, QPoint p, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
     {
         QWidget* viewport = view->viewport();
@@ -245,6 +216,27 @@ inline QPointF placeOf(const QCanvasItem* item)
 {
     return {item->x(), item->y()};
 }
+
+using Places = QList<QPointF>;
+
+inline Places placesOf(std::initializer_list<const QCanvasItem*> items)
+{
+    Places places;
+    for (const QCanvasItem* item : items)
+        places.append(placeOf(item));
+    return places;
+}
+
+/// Takes an atom away, alone or with more.
+using Destroyer = std::function<void(ViewFixture&, KytAtom*)>;
+Q_DECLARE_METATYPE(Destroyer)
+
+/// The ways in which an atom and what hangs on it can go.
+inline const std::array<std::pair<const char*, Destroyer>, 3> waysToGo{{
+    {"the atom", [](ViewFixture&, KytAtom* atom) { delete atom; }},
+    {"all atoms", [](ViewFixture& f, KytAtom*) { f.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse); }},
+    {"the canvas", [](ViewFixture& f, KytAtom*) { delete f.canvas(); }},
+}};
 
 inline QLine lineOf(const QCanvasLine* line)
 {

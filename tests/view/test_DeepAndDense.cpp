@@ -2,6 +2,7 @@
 #include "tests/support/Drawing.h"
 #include "tests/support/LargeDrawings.h"
 #include "tests/support/LargeGestures.h"
+#include "tests/support/Near.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -56,8 +57,8 @@ private slots:
         QVERIFY(writeWorkspace(drawing, file));
 
         Drawing d;
-        KytStudioView view(nullptr, &d.doc);
-        QVERIFY(d.doc.load(file, false));
+        KytStudioView view(nullptr, d.doc);
+        QVERIFY(d.doc->load(file, false));
         QList<KytAtom*> atoms = drawnAtoms(*d.canvas());
         QCOMPARE(atoms.size(), atomCount);
         QCOMPARE(bondsAmong(atoms), int(drawing.bonds.size()));
@@ -73,11 +74,11 @@ private slots:
         moveOneStep(&view, atoms.first(), KYTVS_rotate);
         QCOMPARE(QPointF(atoms.first()->x(), atoms.first()->y()), before[0] + QPointF(1, 1));
 
-        QVERIFY(d.doc.saveAs(folder.filePath("saved.kyt")));
+        QVERIFY(d.doc->saveAs(folder.filePath("saved.kyt")));
         Drawing copy;
-        QVERIFY(copy.doc.load(folder.filePath("saved.kyt"), false));
-        QCOMPARE(copy.atoms(), atomCount);
-        QCOMPARE(copy.lines() + copy.wedges(), int(drawing.bonds.size()));
+        QVERIFY(copy.doc->load(folder.filePath("saved.kyt"), false));
+        QCOMPARE(copy.atoms().size(), atomCount);
+        QCOMPARE(copy.lines().size() + copy.wedges().size(), int(drawing.bonds.size()));
         copy.freeCanvas();
 
         KytAtom* middle = atoms.first()->getBondCount() > 9 ? atoms.first() : atoms[atomCount / 2];
@@ -85,22 +86,22 @@ private slots:
         auto* target = new KytAtom(d.canvas(), middle->atomZ, false);
         QVERIFY(!target->combine(middle));
         QCOMPARE(target->getBondCount(), bonds);
-        QCOMPARE(d.atoms(), atomCount);
+        QCOMPARE(d.atoms().size(), atomCount);
 
         delete anyBondOf(target);
         QCOMPARE(target->getBondCount(), bonds - 1);
 
         delete target;
-        QCOMPARE(d.atoms(), atomCount - 1);
+        QCOMPARE(d.atoms().size(), atomCount - 1);
         tempBond->setCanvas(nullptr);
         QCOMPARE(moleculeFault(*d.canvas()), QString());
         QCOMPARE(drawingFault(*d.canvas()), QString());
 
         d.canvas()->deleteItems(QCanvasItem::Rtti_Ellipse);
         QVERIFY(d.canvas()->allItems().isEmpty());
-        QVERIFY(d.doc.load(file, false));
+        QVERIFY(d.doc->load(file, false));
         d.freeCanvas();
-        QCOMPARE(d.doc.canvas, nullptr);
+        QCOMPARE(d.doc->canvas, nullptr);
     }
 
     void theDepthOfALongChainReachesItsEnd()
@@ -108,13 +109,13 @@ private slots:
         const QTemporaryDir folder;
         QVERIFY(writeWorkspace(large::chain(200000, true), folder.filePath("chain.kyt")));
         Drawing d;
-        QVERIFY(d.doc.load(folder.filePath("chain.kyt"), false));
+        QVERIFY(d.doc->load(folder.filePath("chain.kyt"), false));
         const QList<KytAtom*> atoms = drawnAtoms(*d.canvas());
         const float before = atoms.last()->atomZ;
         atoms.first()->setAtomZ(before);
         QVERIFY(atoms.last()->atomZ > before * 1.9F);
         atoms.first()->setAtomZ(0);
-        QVERIFY(std::abs(atoms.last()->atomZ / before - 1) < 1e-2);
+        NEAR(atoms.last()->atomZ / before, 1, 1e-2);
     }
 
     void aSheetCutInTwoIsTwoMolecules()
@@ -123,7 +124,7 @@ private slots:
         const QTemporaryDir folder;
         QVERIFY(writeWorkspace(drawing, folder.filePath("sheet.kyt")));
         Drawing d;
-        QVERIFY(d.doc.load(folder.filePath("sheet.kyt"), false));
+        QVERIFY(d.doc->load(folder.filePath("sheet.kyt"), false));
         const QList<KytAtom*> atoms = drawnAtoms(*d.canvas());
         const double cut = atoms[10000]->y();
         for (KytAtom* atom : atoms)
