@@ -10,8 +10,8 @@ Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
 
 Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
 runs each with libFuzzer for SECONDS (default: 60). TARGET is workspace, tree, molfile or
-smiles; by default, all are run one after the other. Inputs that reach new code are kept in
-build/fuzz/corpus for the next run. Inputs that fail end the run of their target and are
+smiles; by default, all are run, one per processor at a time. Inputs that reach new code are
+kept in build/fuzz/corpus for the next run. Inputs that fail end the run of their target and are
 copied to tests/fuzz/found, which ./test.sh replays.
 
 Set KYTSTUDIO_FUZZ_MAX_LEN for inputs of more than 1024 bytes.
@@ -90,7 +90,15 @@ fuzz() {
 install_missing "${build_packages[@]}" "${converter_packages[@]}" "${fuzz_packages[@]}"
 build fuzz fuzz
 status=0
-for target in "${targets[@]}"; do
-    fuzz "$target" || status=1
+jobs=${KYTSTUDIO_JOBS:-$(nproc)}
+for ((first = 0; first < ${#targets[@]}; first += jobs)); do
+    running=()
+    for target in "${targets[@]:first:jobs}"; do
+        fuzz "$target" &
+        running+=($!)
+    done
+    for process in "${running[@]}"; do
+        wait "$process" || status=1
+    done
 done
 exit "$status"

@@ -92,3 +92,35 @@ inline QString closeWith(const TestWindow& window, QMessageBox::StandardButton b
 {
     return closeWith(window, [button](QMessageBox* box) { QTest::mouseClick(box->button(button), Qt::LeftButton); });
 }
+
+// Each opens all of the window's dialogs of one kind, looks at them one by one, and leaves them by Escape; what was
+// wrong with one that came up or did not, or nothing.
+
+inline QString inEachFileDialog(const TestWindow& window, const std::function<void(QFileDialog*)>& look)
+{
+    const WorkingFolder folder; // takes what a cancelled save writes
+    ModalSteps steps;
+    for (const FileCommand& command : {openCommand, insertCommand, saveAsCommand}) {
+        steps.then<QFileDialog>([&look](QFileDialog* dialog) {
+            look(dialog);
+            pressEscape(dialog);
+        });
+        (window.get()->*command.slot)();
+    }
+    return steps.fault();
+}
+
+inline QString inEachQuestion(const TestWindow& window, const std::function<void(QMessageBox*)>& look)
+{
+    ModalSteps steps;
+    const std::function<void()> questions[] = {[&] { window->slotFileClose(); }, [&] { QVERIFY(!window->queryExit()); },
+                                               [&] { window->slotHelpAbout(); }};
+    for (const std::function<void()>& ask : questions) {
+        steps.then<QMessageBox>([&look](QMessageBox* box) {
+            look(box);
+            QTest::keyClick(box, Qt::Key_Escape);
+        });
+        ask();
+    }
+    return steps.fault();
+}

@@ -4,6 +4,7 @@
 #include "i3d/KytI3dView.h"
 #include "tests/support/Drawing.h"
 #include "tests/support/Files.h"
+#include "tests/support/LoggedMessages.h"
 #include "view/kytstudioview.h"
 
 #include <QApplication>
@@ -220,27 +221,6 @@ inline bool samePicture(const QImage& one, const QImage& other)
     return one.convertToFormat(QImage::Format_ARGB32_Premultiplied)
         == other.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
-
-/// The warnings printed while it lives.
-class Printed {
-public:
-    Printed()
-        : before(qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-            if (type != QtDebugMsg && type != QtInfoMsg)
-                lines << text;
-        }))
-    {
-        lines.clear();
-    }
-    ~Printed() { qInstallMessageHandler(before); }
-    Printed(const Printed&) = delete;
-    Printed& operator=(const Printed&) = delete;
-
-    static inline QStringList lines;
-
-private:
-    QtMessageHandler before;
-};
 
 /// Puts every text that is translated in brackets, and replaces "Ctrl" by "Alt" in keys, until the end of the scope.
 class BracketTranslator : public QTranslator {

@@ -37,6 +37,7 @@ private:
         to = drawing->atom(200, 100);
         drawWedge(KYTBT_StereoUp, 60);
     }
+
     void edit(QDialog& dialog) const override { static_cast<KytBondProperties&>(dialog).setBond(wedge); }
     const void* edited(const QDialog& dialog) const override { return of(dialog).bond; }
     QStringList stored() const override
@@ -63,6 +64,7 @@ private:
         bond = drawing->bond(from, to, {kind}, angle);
         wedge = bond->stereoBond;
     }
+
     void replaceWedge(KytBondType kind, float angle)
     {
         delete bond;

@@ -43,6 +43,7 @@ protected:
         noted.append("close");
         event->ignore();
     }
+
     void paintEvent(QPaintEvent*) override { ++paints; }
 };
 

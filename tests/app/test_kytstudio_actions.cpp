@@ -227,6 +227,7 @@ private slots:
     }
 
     void eachActionHasItsTexts_data() { allActions(); }
+
     void eachActionHasItsTexts()
     {
         QFETCH(QString, member);
@@ -240,6 +241,7 @@ private slots:
     }
 
     void eachActionHasItsKey_data() { allActions(); }
+
     void eachActionHasItsKey()
     {
         QFETCH(QString, member);
@@ -251,6 +253,7 @@ private slots:
     }
 
     void eachActionHasItsToolTip_data() { allActions(); }
+
     void eachActionHasItsToolTip()
     {
         QFETCH(QString, member);
@@ -266,6 +269,7 @@ private slots:
     }
 
     void eachActionHasItsParentAndName_data() { allActions(); }
+
     void eachActionHasItsParentAndName()
     {
         QFETCH(QString, member);
@@ -279,6 +283,7 @@ private slots:
     }
 
     void eachActionIsAToggleOrNot_data() { allActions(); }
+
     void eachActionIsAToggleOrNot()
     {
         QFETCH(QString, member);
@@ -288,6 +293,7 @@ private slots:
     }
 
     void eachActionHasItsPicture_data() { allActions(); }
+
     void eachActionHasItsPicture()
     {
         QFETCH(QString, member);
@@ -308,6 +314,7 @@ private slots:
     }
 
     void eachActionIsEnabledAndOnTheWindow_data() { allActions(); }
+
     void eachActionIsEnabledAndOnTheWindow()
     {
         QFETCH(QString, member);
@@ -337,6 +344,7 @@ private slots:
     }
 
     void everyTextAndKeyIsTranslated_data() { allActions(); }
+
     void everyTextAndKeyIsTranslated()
     {
         QFETCH(QString, member);
@@ -776,13 +784,13 @@ private slots:
         std::vector<std::unique_ptr<QSignalSpy>> spies;
         for (const Row& row : rows)
             spies.push_back(std::make_unique<QSignalSpy>(window.get()->*row.action, &QAction::triggered));
-        const Printed printed;
+        const LoggedMessages messages;
         QTest::keyClick(window.get(), Qt::Key(key), Qt::ControlModifier);
         for (std::size_t i = 0; i < spies.size(); ++i)
             QVERIFY2(spies[i]->isEmpty(), rows[i].member);
         QCOMPARE(message(window), QString("Ambiguous \"%1\" not handled").arg(name));
         QCOMPARE(timeOut(window), 4000);
-        QCOMPARE(Printed::lines, QStringList());
+        QCOMPARE(LoggedMessages::lines(), QStringList());
         QCOMPARE(window->view->canvasState, KYTVS_zigzag);
         QCOMPARE(window->view->fixedLengthFlag, 0);
         QCOMPARE(window->view->fixedAngleFlag, 0);
@@ -843,6 +851,7 @@ private slots:
     }
 
     void eachFreeKeyWorksWithHiddenBars_data() { eachFreeKeyWorks_data(); }
+
     void eachFreeKeyWorksWithHiddenBars()
     {
         QFETCH(QString, member);
@@ -967,6 +976,7 @@ private:
         for (const Row& row : rows)
             QTest::newRow(row.member) << QString(row.member);
     }
+
     void pressFreeKey(const TestWindow& window, const QString& member)
     {
         const NoThirdDimension blocked;

@@ -78,6 +78,7 @@ class test_kytstudio_library : public QObject {
 
 private slots:
     void eachSlotReadsItsFile_data() { allMolecules(); }
+
     void eachSlotReadsItsFile()
     {
         QFETCH(QString, name);
@@ -94,6 +95,7 @@ private slots:
     }
 
     void eachActionReadsItsFile_data() { allMolecules(); }
+
     void eachActionReadsItsFile()
     {
         QFETCH(QString, name);
@@ -106,6 +108,7 @@ private slots:
     }
 
     void eachSlotShowsItsMessages_data() { allMolecules(); }
+
     void eachSlotShowsItsMessages()
     {
         QFETCH(QString, name);
@@ -118,6 +121,7 @@ private slots:
     }
 
     void eachSlotLocksItsAtoms_data() { allMolecules(); }
+
     void eachSlotLocksItsAtoms()
     {
         QFETCH(QString, name);
@@ -131,6 +135,7 @@ private slots:
     }
 
     void eachSlotLeavesTheViewInViewMode_data() { allMolecules(); }
+
     void eachSlotLeavesTheViewInViewMode()
     {
         QFETCH(QString, name);
@@ -143,6 +148,7 @@ private slots:
     }
 
     void eachSlotWithoutAViewShowsItsMessagesOnly_data() { allMolecules(); }
+
     void eachSlotWithoutAViewShowsItsMessagesOnly()
     {
         QFETCH(QString, name);
@@ -160,6 +166,7 @@ private slots:
     }
 
     void eachMissingFileIsNamedOnceAndStillSaidToBeLoaded_data() { allMolecules(); }
+
     void eachMissingFileIsNamedOnceAndStillSaidToBeLoaded()
     {
         QFETCH(QString, name);
@@ -168,14 +175,14 @@ private slots:
         window.atom(50, 50);
         window->view->canvasState = KYTVS_zigzag;
         const StatusLog log(window);
-        const Printed printed;
+        const LoggedMessages messages;
         (window.get()->*moleculeOf(name).slot)();
         QCOMPARE(log.shown, QStringList({"Loading " + name + "..|4000", name + " Loaded !|2000"}));
         QCOMPARE(window.atoms().size(), 1);
         QCOMPARE(window->view->canvasState, KYTVS_view);
-        QCOMPARE(Printed::lines.size(), 1);
-        QVERIFY2(Printed::lines[0].contains(moleculeOf(name).file), qPrintable(Printed::lines[0]));
-        QVERIFY(!Printed::lines[0].contains('\n'));
+        QCOMPARE(LoggedMessages::lines().size(), 1);
+        QVERIFY2(LoggedMessages::lines()[0].contains(moleculeOf(name).file), qPrintable(LoggedMessages::lines()[0]));
+        QVERIFY(!LoggedMessages::lines()[0].contains('\n'));
     }
 
     void aDirectoryInPlaceOfAFileIsNamedOnceAndAddsNothing()
@@ -183,12 +190,12 @@ private slots:
         const WorkingFolder folder;
         QVERIFY(QDir().mkpath("lib/water.kyf"));
         const TestWindow window;
-        const Printed printed;
+        const LoggedMessages messages;
         window->slotAddWater();
         QCOMPARE(message(window), QString("Water Loaded !"));
         QVERIFY(window.atoms().isEmpty());
-        QCOMPARE(Printed::lines.size(), 1);
-        QVERIFY2(Printed::lines[0].contains("lib/water.kyf"), qPrintable(Printed::lines[0]));
+        QCOMPARE(LoggedMessages::lines().size(), 1);
+        QVERIFY2(LoggedMessages::lines()[0].contains("lib/water.kyf"), qPrintable(LoggedMessages::lines()[0]));
     }
 
     void theModeActionStaysAsItWas()
@@ -289,11 +296,12 @@ private slots:
     }
 
     void theSixMoleculesOfTheProgramCanBeInserted_data() { allMolecules(); }
+
     void theSixMoleculesOfTheProgramCanBeInserted()
     {
         QFETCH(QString, name);
         const TestWindow window;
-        const Printed printed;
+        const LoggedMessages messages;
         (window.get()->*moleculeOf(name).action)->trigger();
         const QList<KytAtom*> atoms = window.atoms();
         QVERIFY(atoms.size() >= 3);
@@ -302,7 +310,7 @@ private slots:
             QCOMPARE(atom->getMolecule(), atoms[0]->getMolecule());
             QVERIFY(atom->getBondCount() > 0);
         }
-        QCOMPARE(Printed::lines, QStringList());
+        QCOMPARE(LoggedMessages::lines(), QStringList());
     }
 
     void aClickOnTheBarInsertsAndADragMovesTheWholeMolecule()
@@ -424,14 +432,14 @@ private slots:
         const TestWindow window;
         window->view->canvasState = KYTVS_rotate;
         window->doc->docName = "drawing.kyt";
-        const Printed printed;
+        const LoggedMessages messages;
         QCOMPARE(cancel(window, readingOf(name).command), QString());
         QVERIFY(window.atoms().isEmpty());
         QCOMPARE(message(window), QString("Ready."));
         QCOMPARE(timeOut(window), 0);
         QCOMPARE(window->view->canvasState, KYTVS_rotate);
         QCOMPARE(window->doc->docName, QString("drawing.kyt"));
-        QCOMPARE(Printed::lines, QStringList());
+        QCOMPARE(LoggedMessages::lines(), QStringList());
     }
 
     void readingWithoutAViewAsksNothing_data() { allReadings(); }

@@ -188,12 +188,12 @@ private slots:
         const TestWindow window;
         window.atom(50, 60);
         const StatusLog log(window);
-        const Printed printed;
+        const LoggedMessages messages;
         const ModalSteps steps;
         window->slotFileNew();
         QCOMPARE(itemCount(window), 0);
         QCOMPARE(log.shown, QStringList({"Creating file"}));
-        QCOMPARE(printed.lines, QStringList());
+        QCOMPARE(LoggedMessages::lines(), QStringList());
         QVERIFY(!QApplication::activeModalWidget());
         QCOMPARE(readFile(state.path("kytstudio")), QByteArray("in the way"));
     }

@@ -197,6 +197,7 @@ class test_translations : public QObject {
 
 private slots:
     void everyTextOfTheSourcesIsTranslated_data() { addLanguages(); }
+
     void everyTextOfTheSourcesIsTranslated()
     {
         QFETCH(QString, locale);
@@ -223,6 +224,7 @@ private slots:
     }
 
     void keysFileNamesFiltersAndFormatsStay_data() { addLanguages(); }
+
     void keysFileNamesFiltersAndFormatsStay()
     {
         QFETCH(QString, locale);
@@ -336,6 +338,7 @@ private slots:
     }
 
     void noTwoEntriesOfAMenuShareAnUnderlinedKey_data() { addLanguages(); }
+
     void noTwoEntriesOfAMenuShareAnUnderlinedKey()
     {
         QFETCH(QString, locale);
@@ -350,6 +353,7 @@ private slots:
     }
 
     void allShortcutsAreThoseOfTheOriginal_data() { addLanguages(); }
+
     void allShortcutsAreThoseOfTheOriginal()
     {
         QFETCH(QString, locale);
@@ -368,6 +372,7 @@ private slots:
     }
 
     void aNewDocumentAsksForItsNameAndGetsTheExtension_data() { addLanguages(); }
+
     void aNewDocumentAsksForItsNameAndGetsTheExtension()
     {
         QFETCH(QString, locale);
@@ -385,6 +390,7 @@ private slots:
     }
 
     void saveAsAppendsTheExtension_data() { addLanguages(); }
+
     void saveAsAppendsTheExtension()
     {
         QFETCH(QString, locale);
@@ -400,6 +406,7 @@ private slots:
     }
 
     void fileDialogsKeepTheirPatterns_data() { addLanguages(); }
+
     void fileDialogsKeepTheirPatterns()
     {
         QFETCH(QString, locale);
@@ -425,6 +432,7 @@ private slots:
     }
 
     void bondDetailKeepsItsNumbers_data() { addLanguages(); }
+
     void bondDetailKeepsItsNumbers()
     {
         QFETCH(QString, locale);
@@ -445,6 +453,7 @@ private slots:
     }
 
     void nothingIsCutOffInTheAtomDialog_data() { addLanguages(); }
+
     void nothingIsCutOffInTheAtomDialog()
     {
         QFETCH(QString, locale);
@@ -461,6 +470,7 @@ private slots:
     }
 
     void nothingIsCutOffInTheBondDialog_data() { addLanguages(); }
+
     void nothingIsCutOffInTheBondDialog()
     {
         QFETCH(QString, locale);
@@ -475,51 +485,29 @@ private slots:
     }
 
     void nothingIsCutOffInTheQuestions_data() { addLanguages(); }
+
     void nothingIsCutOffInTheQuestions()
     {
         QFETCH(QString, locale);
         const Language language(locale);
         const TestWindow window;
-        ModalSteps steps;
-        const auto look = [&] {
-            steps.then<QMessageBox>([](QMessageBox* box) {
-                QCOMPARE(cutOffIn(*box), QStringList());
-                QTest::keyClick(box, Qt::Key_Escape);
-            });
-        };
-        look();
-        window->slotFileClose();
-        look();
-        QVERIFY(!window->queryExit());
-        look();
-        window->slotHelpAbout();
-        QVERIFY2(steps.done(), steps.trouble());
+        const auto look = [](QMessageBox* box) { QCOMPARE(cutOffIn(*box), QStringList()); };
+        QCOMPARE(inEachQuestion(window, look), QString());
     }
 
     void nothingIsCutOffInTheFileDialogs_data() { addLanguages(); }
+
     void nothingIsCutOffInTheFileDialogs()
     {
         QFETCH(QString, locale);
         const Language language(locale);
         const TestWindow window;
-        ModalSteps steps;
-        const auto look = [&] {
-            steps.then<QFileDialog>([](QFileDialog* dialog) {
-                QCOMPARE(cutOffIn(*dialog), QStringList());
-                pressEscape(dialog);
-            });
-        };
-        look();
-        window->slotFileOpen();
-        look();
-        window->slotInsertMolecule();
-        const WorkingFolder folder; // takes what a cancelled save writes
-        look();
-        window->slotFileSaveAs();
-        QVERIFY2(steps.done(), steps.trouble());
+        const auto look = [](QFileDialog* dialog) { QCOMPARE(cutOffIn(*dialog), QStringList()); };
+        QCOMPARE(inEachFileDialog(window, look), QString());
     }
 
     void allButtonsHaveRoomInTheWindow_data() { addLanguages(); }
+
     void allButtonsHaveRoomInTheWindow()
     {
         QFETCH(QString, locale);

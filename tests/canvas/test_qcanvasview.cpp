@@ -90,6 +90,19 @@ void showAndSettle(QCanvasView& view)
     QCoreApplication::processEvents();
 }
 
+/// A view of that size onto a canvas, on the screen.
+class ShownView : public RecordingView {
+public:
+    ShownView(QCanvas& canvas, int width, int height, const QColor& background = {})
+    {
+        resize(width, height);
+        setCanvas(&canvas);
+        if (background.isValid())
+            setBackgroundColor(background);
+        showAndSettle(*this);
+    }
+};
+
 /// Presses, moves, releases and double-clicks. Says whether the view took any of it.
 bool takesTheMouse(QCanvasView& view)
 {
@@ -158,10 +171,7 @@ private slots:
     void startsAtTheCanvasCorner()
     {
         QCanvas canvas(2000, 2000);
-        RecordingView view;
-        view.resize(450, 400);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 450, 400);
         QCOMPARE(view.mapToScene(QPoint(0, 0)), QPointF(0, 0));
         QCOMPARE(view.horizontalScrollBar()->value(), 0);
         QCOMPARE(view.verticalScrollBar()->value(), 0);
@@ -188,10 +198,7 @@ private slots:
     void smallCanvasLiesAtTheCorner()
     {
         QCanvas canvas(50, 40);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         QCOMPARE(view.mapToScene(QPoint(0, 0)), QPointF(0, 0));
         QCOMPARE(view.mapFromScene(QPointF(0, 0)), QPoint(0, 0));
     }
@@ -199,10 +206,7 @@ private slots:
     void mouseEventsArriveInCanvasCoordinates()
     {
         QCanvas canvas(2000, 2000);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         QTest::mousePress(view.viewport(), Qt::LeftButton, {}, QPoint(20, 30));
         QTest::mouseMove(view.viewport(), QPoint(25, 36));
         QTRY_VERIFY(view.seen.size() >= 2);
@@ -218,10 +222,7 @@ private slots:
     void mouseEventsArriveInCanvasCoordinatesAfterScrolling()
     {
         QCanvas canvas(2000, 2000);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         view.horizontalScrollBar()->setValue(150);
         view.verticalScrollBar()->setValue(1080);
         QTest::mousePress(view.viewport(), Qt::LeftButton, {}, QPoint(20, 30));
@@ -236,10 +237,7 @@ private slots:
     void buttonsAndModifiersArrive()
     {
         QCanvas canvas(500, 500);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         QTest::mousePress(view.viewport(), Qt::RightButton, Qt::ControlModifier, QPoint(20, 30));
         QTest::mouseRelease(view.viewport(), Qt::RightButton, Qt::ShiftModifier, QPoint(20, 30));
         QCOMPARE(view.seen.size(), 2);
@@ -256,10 +254,7 @@ private slots:
     void doubleClickIsAPress()
     {
         QCanvas canvas(500, 500);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(40, 50));
         QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, QPoint(40, 50));
         QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, QPoint(40, 50));
@@ -275,10 +270,7 @@ private slots:
     void movesArriveWithoutAButtonOnceTracked()
     {
         QCanvas canvas(500, 500);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         QVERIFY(!view.viewport()->hasMouseTracking());
         view.viewport()->setMouseTracking(true);
         QTest::mouseMove(view.viewport(), QPoint(60, 70));
@@ -291,10 +283,7 @@ private slots:
     void inverseWorldMatrixLeadsBackToTheCanvas()
     {
         QCanvas canvas(1000, 1000);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         QVERIFY(view.inverseWorldMatrix().isIdentity());
         view.scale(2, 4);
         view.horizontalScrollBar()->setValue(200);
@@ -309,10 +298,7 @@ private slots:
     {
         QCanvas canvas(2000, 2000);
         QCanvasEllipse* ellipse = shownEllipse(canvas, 100, 100, 20, Qt::red);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         view.horizontalScrollBar()->setValue(50);
         const QPoint before(view.horizontalScrollBar()->value(), view.verticalScrollBar()->value());
         QTest::mousePress(view.viewport(), Qt::LeftButton, {}, QPoint(50, 100));
@@ -325,10 +311,7 @@ private slots:
     void wheelScrolls()
     {
         QCanvas canvas(2000, 2000);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         const QPointF at(50, 50);
         QWheelEvent down(at, view.viewport()->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
                          Qt::NoScrollPhase, false);
@@ -348,10 +331,7 @@ private slots:
         polygon->setPoints(QPolygon({QPoint(0, 0), QPoint(20, 0), QPoint(20, 20), QPoint(0, 20)}));
         polygon->move(120, 20);
         polygon->show();
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         const QImage image = picture(view);
         QCOMPARE(image.pixelColor(30, 30), QColor(Qt::red));
         QCOMPARE(image.pixelColor(30, 21), QColor(Qt::red));
@@ -370,10 +350,7 @@ private slots:
     {
         QCanvas canvas(100, 100);
         shownLine(canvas, QLine(30, 30, 30, 30), 8);
-        RecordingView view;
-        view.resize(100, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 100, 100);
         QCOMPARE(pixelsOf(picture(view), Qt::white), 100 * 100);
     }
 
@@ -381,10 +358,7 @@ private slots:
     {
         QCanvas canvas(100, 100);
         shownLine(canvas, QLine(10, 10, 80, 35), 2);
-        RecordingView view;
-        view.resize(100, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 100, 100);
         const QImage image = picture(view);
         const int full = pixelsOf(image, Qt::blue);
         const int empty = pixelsOf(image, Qt::white);
@@ -396,10 +370,7 @@ private slots:
         QCanvas canvas(100, 100);
         QCanvasEllipse* ellipse = shownEllipse(canvas, 50, 50, 20, Qt::red);
         ellipse->setPen(QPen(Qt::blue, 10));
-        RecordingView view;
-        view.resize(100, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 100, 100);
         const QImage image = picture(view);
         QCOMPARE(pixelsOf(image, Qt::blue), 0);
         QCOMPARE(image.pixelColor(50, 41), QColor(Qt::red));
@@ -410,10 +381,7 @@ private slots:
     {
         QCanvas canvas(100, 100);
         QCanvasEllipse* ellipse = shownEllipse(canvas, 50, 50, 20, Qt::red);
-        RecordingView view;
-        view.resize(100, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 100, 100);
         QCOMPARE(picture(view).pixelColor(50, 50), QColor(Qt::red));
         ellipse->hide();
         QCOMPARE(pixelsOf(picture(view), Qt::white), 100 * 100);
@@ -431,10 +399,7 @@ private slots:
         const QCanvasItemList items{shownEllipse(canvas, 50, 50, 20, Qt::green),
                                     shownEllipse(canvas, 50, 50, 20, Qt::blue),
                                     shownEllipse(canvas, 50, 50, 20, Qt::cyan)};
-        RecordingView view;
-        view.resize(100, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 100, 100);
         const auto paintedIsHitFirst = [&] {
             QCoreApplication::processEvents();
             const auto* first = static_cast<QCanvasEllipse*>(canvas.collisions(QPoint(50, 50)).first());
@@ -484,10 +449,7 @@ private slots:
             doomed += shownEllipse(canvas, 50, 50, 20, Qt::black);
         shownEllipse(canvas, 50, 50, 20, Qt::red);
         shownEllipse(canvas, 50, 50, 20, Qt::blue);
-        RecordingView view;
-        view.resize(100, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 100, 100);
         qDeleteAll(doomed);
         for (const QColor& expected : {QColor(Qt::blue), QColor(Qt::red), QColor(Qt::green)}) {
             canvas.update();
@@ -510,10 +472,7 @@ private slots:
         QCanvasItemList items{shownEllipse(canvas, 100.3, 30.6, 21, Qt::red), text};
         QCanvasLine* line = shownLine(canvas, QLine(20, 100, 90, 120), 7);
         items += line;
-        RecordingView view;
-        view.resize(200, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 200, 200);
         const auto onScreen = [&] {
             canvas.update();
             QCoreApplication::processEvents();
@@ -533,10 +492,7 @@ private slots:
     {
         QCanvas canvas(200, 200);
         QCanvasLine* line = shownLine(canvas, QLine(20, 100, 90, 120), 7);
-        RecordingView view;
-        view.resize(200, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 200, 200);
         const auto onScreen = [&] {
             QCoreApplication::processEvents();
             const QPoint corner = view.viewport()->mapToGlobal(QPoint(0, 0));
@@ -555,10 +511,7 @@ private slots:
         text->setFont(font);
         text->move(50, 30);
         text->show();
-        RecordingView view;
-        view.resize(200, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 200, 100);
         const QImage image = picture(view);
         QImage expected(200, 100, QImage::Format_RGB32);
         expected.fill(Qt::white);
@@ -586,10 +539,7 @@ private slots:
         auto* text = new QCanvasText("C", &canvas);
         text->setFont(QFont("Helvetica", 40, QFont::Bold));
         text->show();
-        RecordingView view;
-        view.resize(150, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 150, 100);
         const QImage image = picture(view);
         QCOMPARE(text->color(), QColor(Qt::black));
         QVERIFY(pixelsOf(image, Qt::black) > 50);
@@ -600,11 +550,7 @@ private slots:
     void outsideOfTheCanvasHasTheViewsColour()
     {
         QCanvas canvas(50, 40);
-        RecordingView view;
-        view.resize(120, 100);
-        view.setCanvas(&canvas);
-        view.setBackgroundColor(Qt::red);
-        showAndSettle(view);
+        ShownView view(canvas, 120, 100, Qt::red);
         QImage image = picture(view);
         QCOMPARE(pixelsOf(image, Qt::white), 50 * 40);
         QCOMPARE(pixelsOf(image, Qt::red), 120 * 100 - 50 * 40);
@@ -621,11 +567,7 @@ private slots:
     {
         QCanvas canvas(50, 40);
         shownEllipse(canvas, 50, 20, 20, Qt::green);
-        RecordingView view;
-        view.resize(120, 100);
-        view.setCanvas(&canvas);
-        view.setBackgroundColor(Qt::red);
-        showAndSettle(view);
+        ShownView view(canvas, 120, 100, Qt::red);
         const QImage image = picture(view);
         QCOMPARE(image.pixelColor(46, 20), QColor(Qt::green));
         QCOMPARE(pixelsOf(image, Qt::red), 120 * 100 - 50 * 40);
@@ -634,11 +576,7 @@ private slots:
     void resizedCanvasIsPaintedInItsNewSize()
     {
         QCanvas canvas(50, 40);
-        RecordingView view;
-        view.resize(120, 100);
-        view.setCanvas(&canvas);
-        view.setBackgroundColor(Qt::red);
-        showAndSettle(view);
+        ShownView view(canvas, 120, 100, Qt::red);
         canvas.resize(70, 30);
         canvas.update();
         const auto whiteOnScreen = [&] {
@@ -658,10 +596,7 @@ private slots:
         QCanvas canvas(2000, 2000);
         shownEllipse(canvas, 500, 600, 20, Qt::red);
         shownEllipse(canvas, 40, 40, 20, Qt::green);
-        RecordingView view;
-        view.resize(200, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 200, 200);
         const auto onScreen = [&] {
             QCoreApplication::processEvents();
             const QPoint corner = view.viewport()->mapToGlobal(QPoint(0, 0));
@@ -683,10 +618,7 @@ private slots:
     {
         constexpr int highest = std::numeric_limits<int>::max();
         QCanvas canvas(100, 100);
-        RecordingView view;
-        view.resize(100, 100);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 100, 100);
         for (const double far : {3e9, 1e30, -1e30, std::numeric_limits<double>::max()}) {
             shownEllipse(canvas, far, 50, 20, Qt::red);
             shownEllipse(canvas, 50, far, 20, Qt::red);
@@ -704,10 +636,7 @@ private slots:
     {
         QCanvas canvas(300, 300);
         canvas.setAdvancePeriod(3600 * 1000);
-        RecordingView view;
-        view.resize(200, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 200, 200);
         canvas.update();
         QTest::qWait(100);
         view.paints = 0;
@@ -727,10 +656,7 @@ private slots:
         QCanvas canvas(2000, 2000);
         QCanvasEllipse* inView = shownEllipse(canvas, 50, 50, 5, Qt::red);
         QCanvasEllipse* outOfView = shownEllipse(canvas, 1500, 1500, 5, Qt::red);
-        RecordingView view;
-        view.resize(200, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 200, 200);
         canvas.update();
         QTest::qWait(100);
         view.paints = 0;
@@ -747,10 +673,7 @@ private slots:
     {
         QCanvas canvas(2000, 2000);
         canvas.setAdvancePeriod(25);
-        RecordingView view;
-        view.resize(300, 200);
-        view.setCanvas(&canvas);
-        showAndSettle(view);
+        ShownView view(canvas, 300, 200);
         for (int i = 0; i < 100; ++i)
             shownEllipse(canvas, 10 * i, 20, 5, Qt::red);
         delete canvas.allItems().first();
@@ -769,11 +692,7 @@ private slots:
     {
         auto canvas = std::make_unique<QCanvas>(500, 500);
         shownEllipse(*canvas, 50, 50, 20, Qt::red);
-        RecordingView view;
-        view.resize(200, 200);
-        view.setCanvas(canvas.get());
-        view.setBackgroundColor(Qt::blue);
-        showAndSettle(view);
+        ShownView view(*canvas, 200, 200, Qt::blue);
         shownEllipse(*canvas, 90, 50, 20, Qt::red);
         canvas.reset();
         QCOMPARE(view.canvas(), nullptr);
@@ -796,10 +715,7 @@ private slots:
         QCanvas second(2000, 2000);
         shownEllipse(first, 50, 50, 20, Qt::red);
         shownEllipse(second, 50, 50, 20, Qt::green);
-        RecordingView view;
-        view.resize(200, 200);
-        view.setCanvas(&first);
-        showAndSettle(view);
+        ShownView view(first, 200, 200);
         view.horizontalScrollBar()->setValue(300);
         view.setCanvas(&second);
         QCOMPARE(view.canvas(), &second);
@@ -822,15 +738,10 @@ private slots:
     void oneCanvasInTwoViews()
     {
         QCanvas canvas(500, 500);
-        RecordingView left;
-        RecordingView right;
-        for (RecordingView* view : {&left, &right}) {
-            view->resize(200, 200);
-            view->setCanvas(&canvas);
-            showAndSettle(*view);
-        }
+        ShownView left(canvas, 200, 200);
+        ShownView right(canvas, 200, 200);
         shownEllipse(canvas, 50, 50, 20, Qt::red);
-        for (RecordingView* view : {&left, &right})
+        for (ShownView* view : {&left, &right})
             QCOMPARE(picture(*view).pixelColor(50, 50), QColor(Qt::red));
     }
 

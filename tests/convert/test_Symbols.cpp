@@ -27,6 +27,7 @@ private slots:
         QTest::newRow("tritium cation") << "T+" << ElementSymbol{1, 3, 1} << "3H+";
         QTest::newRow("any atom") << "*" << ElementSymbol{0, 0, 0} << "*";
     }
+
     void elementsWithIsotopeAndChargeAreRead()
     {
         QFETCH(QString, symbol);
@@ -46,6 +47,7 @@ private slots:
                                    "0C", "N+-", "C99+", "N0+", "NH4+", "2D", "_",  "C\nN", "1234C", "C+++++", "-C"})
             QTest::newRow(symbol) << symbol;
     }
+
     void everythingElseIsALabel()
     {
         QFETCH(QString, symbol);
@@ -87,6 +89,7 @@ private slots:
         QTest::newRow("label of nothing") << "?"
                                           << "128 128 128";
     }
+
     void coloursAreThoseOfTheLibrary()
     {
         QFETCH(QString, symbol);

@@ -1,8 +1,10 @@
 #include "convert/Canvas.h"
 #include "convert/WorkspaceCheck.h"
 #include "doc/KytFileIO.h"
+#include "tests/support/Drawing.h"
+#include "tests/support/Files.h"
+#include "tests/support/LoggedMessages.h"
 
-#include <QFile>
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTest>
@@ -10,17 +12,13 @@
 
 namespace {
 
-QSet<QString> logged;
-
-void remember(QtMsgType, const QMessageLogContext&, const QString& text)
+/// The faults that the editor's reader has logged, without the name of the file.
+QSet<QString> logged()
 {
-    logged.insert(text.section(QStringLiteral(": "), 1));
-}
-
-QByteArray contentsOf(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    QSet<QString> faults;
+    for (const QString& line : LoggedMessages::lines())
+        faults.insert(line.section(QStringLiteral(": "), 1));
+    return faults;
 }
 
 QStringList shown(const std::vector<LocatedFault>& faults)
@@ -40,15 +38,6 @@ qsizetype atomRecords(const QList<QByteArray>& words)
     return count;
 }
 
-int items(const QCanvas& canvas, int rtti)
-{
-    int count = 0;
-    const QCanvasItemList all = canvas.allItems();
-    for (const QCanvasItem* item : all)
-        count += item->rtti() == rtti;
-    return count;
-}
-
 } // namespace
 
 class test_WorkspaceCheck : public QObject {
@@ -62,11 +51,11 @@ private slots:
                                  "lib/prop.kyf", "lib/water.kyf", "data/alanine.kyt", "data/caffeine.kyt"})
             QTest::newRow(name) << name;
     }
+
     void soundFilesHaveNoFaults()
     {
         QFETCH(QString, fileName);
-        const QByteArray text = contentsOf(fileName);
-        QVERIFY(!text.isEmpty());
+        const QByteArray text = readFile(fileName);
         QCOMPARE(shown(checkWorkspace(text)), QStringList());
     }
 
@@ -111,6 +100,7 @@ private slots:
         row("Windows line ends", "KYTFILE\r\nMOLECULE 1 0\r\nATOM C 1 x 0 1 1 1\r\nEND_MOLECULE END_KYTFILE",
             {"3:10 invalid number"});
     }
+
     void faultsAreToldWithTheirPlace()
     {
         QFETCH(QByteArray, text);
@@ -120,13 +110,12 @@ private slots:
     // What the editor's reader logs is told, too; where nothing is told, every atom and bond of the text has been read.
     void theCheckAgreesWithTheReaderOnDamagedFiles()
     {
-        const QList<QByteArray> words = contentsOf("data/alanine.kyt").simplified().split(' ');
+        const QList<QByteArray> words = readFile("data/alanine.kyt").simplified().split(' ');
         const QList<QByteArray> others = {"0",    "1",        "-1",           "99",          "x",   "ATOM",
                                           "BOND", "MOLECULE", "END_MOLECULE", "END_KYTFILE", "2.5", "300"};
         QRandomGenerator random(7);
         int sound = 0;
         int damaged = 0;
-        const QtMessageHandler before = qInstallMessageHandler(remember);
         for (int round = 0; round < 1500; ++round) {
             QList<QByteArray> changed = words;
             for (int i = random.bounded(3); i >= 0; --i) {
@@ -139,28 +128,21 @@ private slots:
                 else
                     changed.insert(at, others[random.bounded(others.size())]);
             }
-            logged.clear();
+            const LoggedMessages messages;
             Canvas canvas;
             const QByteArray text = changed.join(random.bounded(2) ? '\n' : ' ');
             const std::vector<LocatedFault> faults = readChecked(text, canvas.doc);
             QSet<QString> told;
             for (const LocatedFault& fault : faults)
                 told.insert(fault.text);
-            if (!told.contains(logged)) {
-                qInstallMessageHandler(before);
-                QFAIL(text.constData());
-            }
+            QVERIFY2(told.contains(logged()), text);
             if (faults.empty()) {
                 ++sound;
-                if (items(*canvas.doc.canvas, QCanvasItem::Rtti_Ellipse) != atomRecords(changed)) {
-                    qInstallMessageHandler(before);
-                    QFAIL(text.constData());
-                }
+                QVERIFY2(atomsOf(*canvas.doc.canvas).size() == atomRecords(changed), text);
             } else {
                 ++damaged;
             }
         }
-        qInstallMessageHandler(before);
         QVERIFY(sound > 50);
         QVERIFY(damaged > 500);
     }

@@ -2,6 +2,7 @@
 
 #include "doc/KytFileIO.h"
 #include "tests/support/Drawing.h"
+#include "tests/support/LoggedMessages.h"
 
 #include <QFile>
 #include <QStringList>
@@ -71,40 +72,6 @@ public:
         }
         return found;
     }
-};
-
-/// Gathers what is logged while it lives, and keeps it off standard error.
-class LoggedMessages {
-public:
-    LoggedMessages()
-    {
-        lines().clear();
-        categories().clear();
-        previous = qInstallMessageHandler(keep);
-    }
-    ~LoggedMessages() { qInstallMessageHandler(previous); }
-    LoggedMessages(const LoggedMessages&) = delete;
-    LoggedMessages& operator=(const LoggedMessages&) = delete;
-
-    static QStringList& lines()
-    {
-        static QStringList kept;
-        return kept;
-    }
-    static QStringList& categories()
-    {
-        static QStringList kept;
-        return kept;
-    }
-
-private:
-    static void keep(QtMsgType, const QMessageLogContext& context, const QString& text)
-    {
-        lines().append(text);
-        categories().append(context.category);
-    }
-
-    QtMessageHandler previous;
 };
 
 /// The largest size in KiB that this process's memory has had, whether or not it was touched.

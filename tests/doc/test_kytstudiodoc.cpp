@@ -39,6 +39,7 @@ public:
     {
         return QDir(directory.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
+
     void setMode(mode_t mode) const { chmod(qPrintable(directory.path()), mode); }
 
     QString fill(const QString& name, const QString& text) const

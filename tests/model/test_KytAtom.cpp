@@ -46,6 +46,7 @@ public:
         home[atom] = atom->molecule;
         record(atom->molecule);
     }
+
     void record(KytMolecule* molecule)
     {
         counter[molecule] = molecule->atomsCount;

@@ -191,7 +191,7 @@ private slots:
     void whatDoesNotComeBackFromAFileIsFound()
     {
         // Not a word that anybody can enter: three letters are the most.
-        const Printed quiet;
+        const LoggedMessages quiet;
         first->_atomColor[1] = "END_MOLECULE";
         QVERIFY(!fault().isEmpty());
         first->_atomColor[1] = "0";
