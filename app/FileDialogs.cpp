@@ -28,8 +28,8 @@ public:
     }
 };
 
-/// A save dialog that knows the extension that its answer will get. Below its fields it says which file will be
-/// written, and why a name cannot be.
+/// A save dialog that appends an extension to the selected name. A line below its fields shows the file that will be
+/// written, or why it cannot be written.
 class SaveDialog : public QFileDialog {
     Q_DECLARE_TR_FUNCTIONS(SaveDialog)
 
@@ -41,7 +41,7 @@ public:
         setOption(QFileDialog::DontConfirmOverwrite);
     }
 
-    /// To be called when the dialog is set up: its fields exist from then on.
+    /// Adds the line that shows the file. To be called after the dialog is set up, when its fields exist.
     void showFileBelow()
     {
         auto* grid = qobject_cast<QGridLayout*>(layout());
@@ -78,7 +78,7 @@ private:
     {
         const QString name = selectedFiles().value(0);
         const bool isFile = !name.isEmpty() && !QFileInfo(name).isDir();
-        showBelow(isFile ? tr("Will be written: %1").arg(QDir::toNativeSeparators(name + extension)) : QString());
+        showBelow(isFile ? tr("Saves as: %1").arg(QDir::toNativeSeparators(name + extension)) : QString());
     }
 
     void showBelow(const QString& text, bool isFault = false)
@@ -92,20 +92,20 @@ private:
         below->setToolTip(text);
     }
 
-    /// Why there can be no file of this name, or nothing.
+    /// Why this file cannot be written; empty if it can.
     static QString whyNot(const QString& fileName)
     {
         const QFileInfo file(fileName);
         const QFileInfo folder(file.path());
         if (!folder.isDir())
-            return tr("There is no folder \"%1\".").arg(folder.filePath());
+            return tr("The folder \"%1\" does not exist.").arg(folder.filePath());
         if (file.isDir())
             return tr("\"%1\" is a folder.").arg(file.fileName());
         if (file.exists() && !file.isFile())
-            return tr("\"%1\" is no regular file.").arg(file.fileName());
+            return tr("\"%1\" is not a regular file.").arg(file.fileName());
         const bool writable = file.exists() ? file.isWritable() : folder.isWritable();
         return writable ? QString()
-                        : tr("You may not write to \"%1\".").arg(file.exists() ? file.fileName() : folder.filePath());
+                        : tr("No write permission for \"%1\".").arg(file.exists() ? file.fileName() : folder.filePath());
     }
 
     bool mayWrite(const QString& fileName)
@@ -135,7 +135,7 @@ void prepare(QFileDialog& dialog, const FileQuestion& question)
 QString selectedFile(QFileDialog& dialog)
 {
     const bool accepted = dialog.exec() == QDialog::Accepted;
-    // Behind a question about overwriting, window managers do not always give the keyboard back by themselves.
+    // After a question about overwriting, not every window manager returns the keyboard focus to the parent.
     if (QWidget* parent = dialog.parentWidget())
         parent->activateWindow();
     return accepted ? dialog.selectedFiles().value(0) : QString();

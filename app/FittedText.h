@@ -11,5 +11,6 @@ void fitText(QLabel* label);
 /// Does the same for several labels, with one font size for all of them.
 void fitTexts(const QList<QLabel*>& labels);
 
-/// Shrinks the edit's font, from the application's, until its letters fit into its height with their descenders.
+/// Sets the edit's font to the application's, reduced in size until its letters, including descenders, fit into the
+/// height of the edit.
 void fitHeight(QLineEdit* edit);

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int apart = 16; // pixels between a message and the text
-constexpr int least = 40; // pixels; less says nothing
+constexpr int least = 40; // pixels; a narrower text is hidden
 
 } // namespace
 
@@ -21,7 +21,7 @@ StateLabel::StateLabel(QStatusBar* bar)
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setTextFormat(Qt::PlainText);
     setMargin(0);
-    // As high as the bar is without it, so that the paper keeps its size.
+    // The bar keeps the height that it has without the label, so that the view keeps its size.
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     setFixedWidth(0);
     bar->addPermanentWidget(this);

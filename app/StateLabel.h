@@ -4,16 +4,16 @@
 
 class QStatusBar;
 
-/// A quiet text at the right end of a status bar. The bar's messages go before it: what they need of a narrow bar it
-/// does without, and shows the rest of its text in its tool tip.
+/// A subdued text at the right end of a status bar. The bar's messages take precedence: where there is not enough room
+/// for both, the text is cut off or hidden, and the tool tip shows all of it.
 class StateLabel : public QLabel {
     Q_OBJECT
 
 public:
-    /// Puts itself into `bar`, which owns it.
+    /// Adds itself to `bar`, which owns it.
     explicit StateLabel(QStatusBar* bar);
 
-    /// Shows `text`, cut off at its start where there is no room.
+    /// Shows `text`, with its start cut off where there is not enough room.
     void showText(const QString& text);
     QString wholeText() const { return whole; }
 

@@ -50,7 +50,7 @@ KytStudioApp::KytStudioApp()
 
 KytStudioApp::~KytStudioApp()
 {
-    // The view goes later, as a child, and may settle a drag then.
+    // The view is deleted later, as a child, and may end a drag then.
     view->history = nullptr;
 }
 

@@ -147,7 +147,7 @@ private:
     void initHistory();
     void initKeys();
     void initStateLabel();
-    /// Before a command changes the drawing, and after it: what `action` has changed is a step of the history.
+    /// To be called before and after a command changes the drawing: records the change as a step named after `action`.
     void beginStep();
     void endStep(const QAction* action);
     KytHistory::Title title() const;
@@ -156,9 +156,9 @@ private:
     void redo();
     void zoomBy(int steps);
     QPointF zoomAnchor() const;
-    /// Adds the file to the drawing, and shows what was read if nothing of it is in sight.
+    /// Adds the file to the drawing, and scrolls to the new atoms if none of them is visible.
     void readIntoView(const QString& fileName, bool locked);
-    /// Saves to `fileName` as the document's name or under another one, and remembers whether that failed.
+    /// Remembers a failed save of `fileName` for the permanent label, or forgets it after a successful one.
     void noteSave(bool succeeded, const QString& fileName);
     void updateState();
     /// Asks for a name to save under and appends the extension. Returns the extension alone if the dialog is cancelled.
@@ -170,7 +170,7 @@ private:
     StatusMessages messages;
     std::unique_ptr<KytHistory> history;
     StateLabel* stateLabel = nullptr;
-    const KytAtom* atomUnderPointer = nullptr; // for its depth; only while it is there
+    const KytAtom* atomUnderPointer = nullptr; // its depth is shown
     int atomsUnderPointer = 0;
-    QString failedSave; // the file that the last save could not write
+    QString failedSave; // the file that the last save failed to write; null if it succeeded
 };

@@ -8,11 +8,16 @@
 #include <functional>
 #include <initializer_list>
 
-// Keys beside those of the actions: undo and redo, zoom, the end of a gesture, and a digit for each mode and switch,
-// whose own keys are shared with others.
+// Keys in addition to those of the actions: undo and redo, zoom, cancelling a gesture, and a digit for each mode and
+// switch, since some of these share their own key.
 
 void KytStudioApp::initKeys()
 {
+    view->setWhatsThis(
+        tr("Canvas\n\nDraw and move with the left mouse button. Right-click on an atom or a wedge for its properties.\n\n"
+           "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture\n"
+           "Ctrl+wheel, Ctrl++, Ctrl+-: zoom\nCtrl+0: full size\nCtrl+9: the whole drawing\n"
+           "1 to 8: modes, in the order of the toolbar\n9: Fixed Length\n0: Fixed Angle"));
     const auto bind = [this](std::initializer_list<const char*> keys, const std::function<void()>& act) {
         for (const char* key : keys)
             connect(new QShortcut(QKeySequence(QString::fromLatin1(key)), this), &QShortcut::activated, this, act);
@@ -31,12 +36,12 @@ void KytStudioApp::initKeys()
     for (int i = 0; i < 10; ++i) {
         const QKeySequence digit(QString::number((i + 1) % 10));
         auto* shortcut = new QShortcut(digit, this);
-        shortcut->setAutoRepeat(false); // a held key would switch to and fro
+        shortcut->setAutoRepeat(false); // a held key would toggle a switch repeatedly
         connect(shortcut, &QShortcut::activated, owners[i], &QAction::trigger);
-        const QString told = owners[i]->shortcut().toString(QKeySequence::NativeText);
-        owners[i]->setToolTip(QStringLiteral("%1 (%2, %3)").arg(owners[i]->iconText(), told, digit.toString()));
+        const QString own = owners[i]->shortcut().toString(QKeySequence::NativeText);
+        owners[i]->setToolTip(QStringLiteral("%1 (%2, %3)").arg(owners[i]->iconText(), own, digit.toString()));
     }
-    // An open menu takes the release of a drag away.
+    // A drag gets no release event when a menu opens.
     for (QMenu* menu : {pFileMenu, pViewMenu, pInsertMenu, pHelpMenu})
         connect(menu, &QMenu::aboutToShow, view, &KytStudioView::settleDrag);
 }

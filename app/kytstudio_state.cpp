@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-// The label at the right end of the status bar: where one is.
+// The text of the permanent label in the status bar: document, mode, atoms under the pointer, and what needs attention.
 
 namespace {
 
@@ -52,9 +52,9 @@ void KytStudioApp::updateState()
         parts << tr("%1 atoms on top of each other").arg(atomsUnderPointer);
     const QList<KytAtom*> atoms = drawnAtoms(*doc->canvas);
     if (const auto outside = std::count_if(atoms.begin(), atoms.end(), isOutside))
-        parts << tr("%n atom(s) outside the paper", nullptr, static_cast<int>(outside));
+        parts << tr("%1 outside the canvas").arg(outside);
     if (!failedSave.isNull())
-        parts << tr("NOT SAVED: %1").arg(QFileInfo(failedSave).fileName());
+        parts << tr("not saved: %1").arg(QFileInfo(failedSave).fileName());
     parts.removeAll(QString());
     stateLabel->showText(parts.join(QStringLiteral(" \u00b7 ")));
 }

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-// Undo and redo, and what commands do to be steps.
+// Undo and redo, and the steps that commands record.
 
 namespace {
 

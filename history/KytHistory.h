@@ -10,10 +10,10 @@
 
 class KytStudioDoc;
 
-/// The steps in which a drawing was made, backwards and forwards.
+/// The steps of a drawing, to be undone and redone.
 ///
-/// A step is what has changed on the document's canvas from one call of record to the next; who changed it and how does
-/// not matter. Steps restore recorded states to the bit.
+/// A step is the change of the document's canvas between two calls of record, whatever caused it. Undoing and redoing
+/// restores the recorded states exactly, to the bit.
 class KytHistory {
 public:
     /// The name of the document and the caption of its window, as far as a step carries them.
@@ -24,35 +24,35 @@ public:
         bool operator==(const Title&) const = default;
     };
 
-    /// Takes the drawing as it is now for the first state. `doc` is not owned and must have a canvas.
+    /// Starts with the current drawing. `doc` is not owned and must have a canvas.
     explicit KytHistory(KytStudioDoc* doc);
 
-    /// Ends a step with this name; nothing, and false, when the drawing is as it was. Steps that were undone are gone
-    /// then. Linear in the drawing.
+    /// Records what has changed since the last call as a step with this name, and discards all undone steps. Returns
+    /// false, without a step, if nothing has changed. Takes time linear in the size of the drawing.
     bool record(const QString& name);
     /// The same for a step that also changed the title, which was `before`.
     bool record(const QString& name, const Title& before);
 
-    /// Takes back what has changed since the last call of record, as if it had never been.
+    /// Reverts all changes since the last call of record.
     void revert();
 
-    /// Goes back over the last step, or forward again; returns its name, or nothing where there is none. What has
-    /// changed since the last call of record must have been recorded.
+    /// Undoes the last step, or redoes the last undone one. Returns its name, or nothing if there is none. All changes
+    /// must have been recorded.
     std::optional<QString> undo();
     std::optional<QString> redo();
 
-    /// How many steps can be undone, and redone.
+    /// The number of steps that can be undone, and redone.
     qsizetype undoCount() const { return static_cast<qsizetype>(done.size()); }
     qsizetype redoCount() const { return static_cast<qsizetype>(undone.size()); }
-    /// How many steps have been recorded in all.
+    /// The number of steps recorded so far.
     qint64 recordCount() const { return recorded; }
 
-    /// The memory of all steps and of the present state, in bytes. It stays below mostMemory by forgetting the oldest
-    /// steps; the last one is always kept.
+    /// The memory used by all steps and the current state, in bytes. The oldest steps are discarded to keep it below
+    /// mostMemory; the last one is always kept.
     qsizetype size() const;
     static constexpr qsizetype mostMemory = qsizetype{64} << 20;
 
-    std::function<Title()> title;               ///< what the title is now; may be empty
+    std::function<Title()> title;               ///< returns the current title; may be empty
     std::function<void(const Title&)> setTitle; ///< called when a step with a title is undone or redone; may be empty
 
 private:

@@ -899,6 +899,70 @@ Version @PROJECT_VERSION@
 Version @PROJECT_VERSION@
 © 2026 die Mitwirkenden an KytStudio</translation>
     </message>
+    <message>
+        <source>State of the drawing</source>
+        <translation>Zustand der Zeichnung</translation>
+    </message>
+    <message>
+        <source>depth %1</source>
+        <translation>Tiefe %1</translation>
+    </message>
+    <message>
+        <source>%1 atoms on top of each other</source>
+        <translation>%1 Atome übereinander</translation>
+    </message>
+    <message>
+        <source>Nothing to undo</source>
+        <translation>Nichts rückgängig zu machen</translation>
+    </message>
+    <message>
+        <source>Undone: %1</source>
+        <translation>Rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>Nothing to redo</source>
+        <translation>Nichts wiederherzustellen</translation>
+    </message>
+    <message>
+        <source>Redone: %1</source>
+        <translation>Wiederhergestellt: %1</translation>
+    </message>
+    <message>
+        <source>Canvas
+
+Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
+
+Ctrl+Z: undo
+Ctrl+Shift+Z, Ctrl+Y: redo
+Escape: cancel the current gesture
+Ctrl+wheel, Ctrl++, Ctrl+-: zoom
+Ctrl+0: full size
+Ctrl+9: the whole drawing
+1 to 8: modes, in the order of the toolbar
+9: Fixed Length
+0: Fixed Angle</source>
+        <translation>Zeichenfläche
+
+Zeichnen und verschieben Sie mit der linken Maustaste. Ein Rechtsklick auf ein Atom oder einen Keil zeigt dessen Eigenschaften.
+
+Strg+Z: rückgängig
+Strg+Umschalt+Z, Strg+Y: wiederherstellen
+Esc: abbrechen
+Strg+Mausrad, Strg++, Strg+-: Zoom
+Strg+0: Originalgröße
+Strg+9: die ganze Zeichnung
+1 bis 8: Modi in der Reihenfolge der Werkzeugleiste
+9: Feste Länge
+0: Fester Winkel</translation>
+    </message>
+    <message>
+        <source>%1 outside the canvas</source>
+        <translation>%1 außerhalb der Zeichenfläche</translation>
+    </message>
+    <message>
+        <source>not saved: %1</source>
+        <translation>nicht gespeichert: %1</translation>
+    </message>
 </context>
 <context>
     <name>KytStudioDoc</name>
@@ -913,6 +977,14 @@ Version @PROJECT_VERSION@
         <source>Bond Length: %.3f  Bond Angle: %.2f</source>
         <translation>Bindungslänge: %.3f  Winkel: %.2f</translation>
     </message>
+    <message>
+        <source>Move</source>
+        <translation>Verschieben</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>Drehen</translation>
+    </message>
 </context>
 <context>
     <name>QFileDialog</name>
@@ -921,6 +993,29 @@ Version @PROJECT_VERSION@
 Do you want to replace it?</source>
         <translation>Die Datei %1 existiert bereits.
 Möchten Sie sie ersetzen?</translation>
+    </message>
+</context>
+<context>
+    <name>SaveDialog</name>
+    <message>
+        <source>&quot;%1&quot; is a folder.</source>
+        <translation>„%1“ ist ein Ordner.</translation>
+    </message>
+    <message>
+        <source>Saves as: %1</source>
+        <translation>Speichert als: %1</translation>
+    </message>
+    <message>
+        <source>The folder &quot;%1&quot; does not exist.</source>
+        <translation>Den Ordner „%1“ gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a regular file.</source>
+        <translation>„%1“ ist keine reguläre Datei.</translation>
+    </message>
+    <message>
+        <source>No write permission for &quot;%1&quot;.</source>
+        <translation>Keine Schreibberechtigung für „%1“.</translation>
     </message>
 </context>
 </TS>

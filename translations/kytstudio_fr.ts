@@ -899,6 +899,70 @@ Version @PROJECT_VERSION@
 Version @PROJECT_VERSION@
 © 2026 les contributeurs de KytStudio</translation>
     </message>
+    <message>
+        <source>State of the drawing</source>
+        <translation>État du dessin</translation>
+    </message>
+    <message>
+        <source>depth %1</source>
+        <translation>profondeur %1</translation>
+    </message>
+    <message>
+        <source>%1 atoms on top of each other</source>
+        <translation>%1 atomes superposés</translation>
+    </message>
+    <message>
+        <source>Nothing to undo</source>
+        <translation>Rien à annuler</translation>
+    </message>
+    <message>
+        <source>Undone: %1</source>
+        <translation>Annulé : %1</translation>
+    </message>
+    <message>
+        <source>Nothing to redo</source>
+        <translation>Rien à rétablir</translation>
+    </message>
+    <message>
+        <source>Redone: %1</source>
+        <translation>Rétabli : %1</translation>
+    </message>
+    <message>
+        <source>Canvas
+
+Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
+
+Ctrl+Z: undo
+Ctrl+Shift+Z, Ctrl+Y: redo
+Escape: cancel the current gesture
+Ctrl+wheel, Ctrl++, Ctrl+-: zoom
+Ctrl+0: full size
+Ctrl+9: the whole drawing
+1 to 8: modes, in the order of the toolbar
+9: Fixed Length
+0: Fixed Angle</source>
+        <translation>Zone de dessin
+
+Dessinez et déplacez avec le bouton gauche de la souris. Un clic droit sur un atome ou un coin affiche ses propriétés.
+
+Ctrl+Z : annuler
+Ctrl+Maj+Z, Ctrl+Y : rétablir
+Échap : interrompre
+Ctrl+molette, Ctrl++, Ctrl+- : zoom
+Ctrl+0 : taille réelle
+Ctrl+9 : le dessin entier
+1 à 8 : modes, dans l’ordre de la barre d’outils
+9 : Longueur fixe
+0 : Angle fixe</translation>
+    </message>
+    <message>
+        <source>%1 outside the canvas</source>
+        <translation>%1 hors de la zone de dessin</translation>
+    </message>
+    <message>
+        <source>not saved: %1</source>
+        <translation>non enregistré : %1</translation>
+    </message>
 </context>
 <context>
     <name>KytStudioDoc</name>
@@ -913,6 +977,14 @@ Version @PROJECT_VERSION@
         <source>Bond Length: %.3f  Bond Angle: %.2f</source>
         <translation>Longueur de liaison&#xa0;: %.3f  Angle&#xa0;: %.2f</translation>
     </message>
+    <message>
+        <source>Move</source>
+        <translation>Déplacement</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>Rotation</translation>
+    </message>
 </context>
 <context>
     <name>QFileDialog</name>
@@ -921,6 +993,29 @@ Version @PROJECT_VERSION@
 Do you want to replace it?</source>
         <translation>Le fichier %1 existe déjà.
 Voulez-vous le remplacer&#xa0;?</translation>
+    </message>
+</context>
+<context>
+    <name>SaveDialog</name>
+    <message>
+        <source>&quot;%1&quot; is a folder.</source>
+        <translation>« %1 » est un dossier.</translation>
+    </message>
+    <message>
+        <source>Saves as: %1</source>
+        <translation>Enregistre sous : %1</translation>
+    </message>
+    <message>
+        <source>The folder &quot;%1&quot; does not exist.</source>
+        <translation>Le dossier « %1 » n’existe pas.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a regular file.</source>
+        <translation>« %1 » n’est pas un fichier ordinaire.</translation>
+    </message>
+    <message>
+        <source>No write permission for &quot;%1&quot;.</source>
+        <translation>Pas de droit d’écriture pour « %1 ».</translation>
     </message>
 </context>
 </TS>

@@ -4,8 +4,8 @@
 
 #include <QString>
 
-/// What a gesture in the mode `state` is called in the status bar when it is undone, translated.
+/// The translated name of a gesture in the mode `state`, shown when it is undone.
 QString stepName(KytViewState state);
 
-/// The mode itself, translated.
+/// The translated name of the mode.
 QString modeName(KytViewState state);

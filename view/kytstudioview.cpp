@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr double hitReach = 3; // pixels on the screen, where items are shown smaller than they are
+constexpr double hitReach = 3; // screen pixels, when zoomed out
 
 bool isAtom(const QCanvasItem* item)
 {
@@ -92,8 +92,7 @@ QCanvasItemList KytStudioView::itemsAt(const QPoint& p) const
     return items;
 }
 
-/// The atoms at `p` but for `except`, topmost first. Where the view makes items smaller and none is at `p`, those
-/// nearby.
+/// The atoms at `p` other than `except`, topmost first. If there are none and the view is zoomed out, those nearby.
 QList<KytAtom*> KytStudioView::atomsAt(const QPoint& p, const KytAtom* except) const
 {
     const auto atomsAmong = [except](const QCanvasItemList& items) {
@@ -112,7 +111,7 @@ KytAtom* KytStudioView::atomAt(const QPoint& p) const
     return atomsAt(p).value(0);
 }
 
-/// How far from the pointer an item may be hit, in canvas pixels, beyond its own hit area.
+/// The distance from an item's hit area, in canvas pixels, at which it is still hit.
 int KytStudioView::reach() const
 {
     return zoom() < 1 ? static_cast<int>(std::lround(hitReach / zoom())) : 0;

@@ -5,7 +5,7 @@
 #include <QCoreApplication>
 #include <QFocusEvent>
 
-// The steps that gestures make, and the way back.
+// The steps that gestures record, undo and redo.
 
 QString modeName(KytViewState state)
 {
@@ -37,7 +37,7 @@ QString stepName(KytViewState state)
     return state == KYTVS_rotate ? KytStudioView::tr("Rotate") : modeName(state);
 }
 
-/// The name of the gesture under way; a drag goes before a bond that waits for its second click.
+/// The name of the current gesture. A drag takes precedence over a bond that waits for its second click.
 QString KytStudioView::gestureName() const
 {
     if (moving)
@@ -84,7 +84,7 @@ QString KytStudioView::cancelGesture()
 
 QString KytStudioView::undo()
 {
-    // What a drawing gesture has done may be steps already: bonds of a polyline, or a start atom before something else.
+    // A drawing gesture may have recorded steps already: bonds of a polyline, or a start atom before another gesture.
     const bool hasSteps = drawingHasSteps && !moving;
     const QString cancelled = cancelGesture();
     return cancelled.isNull() || hasSteps ? moveInHistory(&KytHistory::undo) : cancelled;
@@ -110,7 +110,7 @@ QString KytStudioView::moveInHistory(std::optional<QString> (KytHistory::*move)(
 
 bool KytStudioView::event(QEvent* event)
 {
-    // Whatever takes the pointer away in the middle of a drag takes its release away, too.
+    // Whatever takes the pointer away during a drag also takes its release event.
     const bool takesPointer = event->type() == QEvent::WindowDeactivate || event->type() == QEvent::WindowBlocked
         || event->type() == QEvent::Hide
         || (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason);

@@ -14,7 +14,7 @@ constexpr double smallest = levels[0];
 constexpr double largest = 8;
 constexpr double sameLevel = 1e-6;
 constexpr double stepOfWheel = 120; // QWheelEvent::angleDelta of one notch
-constexpr double marginAround = 20; // pixels on the screen around the whole drawing
+constexpr double marginAround = 20; // screen pixels around the whole drawing
 
 } // namespace
 
@@ -51,7 +51,7 @@ void KytStudioView::zoomToDrawing()
         return;
     const QSizeF room = QSizeF(viewport()->size()) - 2 * QSizeF(marginAround, marginAround);
     const double factor = std::min(room.width() / extent.width(), room.height() / extent.height());
-    // Up to the largest factor at which the drawing is shown whole, but no larger than it is.
+    // At most full size.
     zoomTo(std::min(factor, 1.0), QPointF(0, 0));
     showInView(extent);
 }
@@ -82,7 +82,7 @@ void KytStudioView::scrollContentsBy(int dx, int dy)
     followPointer();
 }
 
-/// The paper has moved under a pointer that rests: what is under it is highlighted, and a bond under way follows.
+/// Updates the highlight and the rubber band after the canvas has moved under a resting pointer.
 void KytStudioView::followPointer()
 {
     const std::optional<QPoint> pointer = contentsPointer();
