@@ -19,7 +19,10 @@ END
 preset=release
 for argument in "$@"; do
     case $argument in
-    --asan) preset=asan ;;
+    --asan)
+        preset=asan
+        build_packages+=("${fuzz_packages[@]}")
+        ;;
     --help | -h)
         usage
         exit 0

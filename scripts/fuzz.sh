@@ -55,7 +55,7 @@ last_number() {
 
 # fuzz TARGET: runs one target; fails if an input fails.
 fuzz() {
-    local target=$1 program=build/fuzz/tests/fuzz/fuzz_$1
+    local target=$1 program=build/asan/tests/fuzz/fuzz_$1
     local corpus=build/fuzz/corpus/$target found=tests/fuzz/found/$target log=build/fuzz/fuzz_$target.log
     local new=build/fuzz/new/$target
     mkdir -p "$corpus" "$found"
@@ -88,7 +88,7 @@ fuzz() {
 }
 
 install_missing "${build_packages[@]}" "${converter_packages[@]}" "${fuzz_packages[@]}"
-build fuzz fuzz
+build asan fuzz -DBUILD_TESTING=ON
 status=0
 jobs=${KYTSTUDIO_JOBS:-$(nproc)}
 for ((first = 0; first < ${#targets[@]}; first += jobs)); do

@@ -537,7 +537,7 @@ private slots:
         if (labels <= 50)
             QCOMPARE(symbolsOf(read(text, Format::Molfile)[0].molecules[0]).last(), QString("L49"));
         else
-            QVERIFY_EXCEPTION_THROWN(read(text, Format::Molfile), ConversionError);
+            QVERIFY_THROWS_EXCEPTION(ConversionError, read(text, Format::Molfile));
     }
 
     void whatIsLostInReadingIsNamed_data()
@@ -706,7 +706,7 @@ private slots:
             if (written)
                 QVERIFY(sdFileOf({sketch}, false, notes).contains("V3000"));
             else
-                QVERIFY_EXCEPTION_THROWN(sdFileOf({sketch}, false, notes), ConversionError);
+                QVERIFY_THROWS_EXCEPTION(ConversionError, sdFileOf({sketch}, false, notes));
         }
     }
 
