@@ -1,4 +1,4 @@
-#include "convert/Options.h"
+#include "convert/program/Options.h"
 
 #include <QTest>
 
@@ -28,7 +28,7 @@ private slots:
         QCOMPARE(options.inputs, QStringList("a.kyt"));
         QCOMPARE(options.output, QString("b.svg"));
         QVERIFY(!options.from);
-        QCOMPARE(options.to, Format::Svg);
+        QCOMPARE(options.to, formatNamed("svg"));
         QCOMPARE(options.style.picture.scale, 1.0);
         QCOMPARE(options.style.picture.margin, 10.0);
         QCOMPARE(options.style.picture.background, QColor(Qt::white));
@@ -42,8 +42,8 @@ private slots:
                                               "--background", "#ff0000", "--v3000", "-o", "out", "a", "-", "b"});
         QCOMPARE(options.inputs, QStringList({"a", "-", "b"}));
         QCOMPARE(options.output, QString("out"));
-        QCOMPARE(options.from, std::optional(Format::Smiles));
-        QCOMPARE(options.to, Format::Png);
+        QCOMPARE(options.from, formatNamed("smi"));
+        QCOMPARE(options.to, formatNamed("png"));
         QCOMPARE(options.style.picture.scale, 2.5);
         QCOMPARE(options.style.picture.margin, 0.0);
         QCOMPARE(options.style.picture.background, QColor(255, 0, 0));
@@ -66,24 +66,24 @@ private slots:
         const Options options = parseOptions(arguments);
         QCOMPARE(options.inputs, QStringList("a"));
         QCOMPARE(options.output, QString("b.mol"));
-        QCOMPARE(options.to, Format::Molfile);
+        QCOMPARE(options.to, formatNamed("mol"));
     }
 
     void whatToWriteIsSaidByTheEndingOrByAnOption_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("format");
-        QTest::newRow("ending") << QStringList{"a", "-o", "b.sdf"} << int(Format::SdFile);
-        QTest::newRow("option") << QStringList{"a", "--to", "sdf"} << int(Format::SdFile);
-        QTest::newRow("option before ending") << QStringList{"a", "-o", "b.svg", "--to", "pdf"} << int(Format::Pdf);
-        QTest::newRow("numbered files") << QStringList{"a", "-o", "m%03d.SMI"} << int(Format::Smiles);
+        QTest::addColumn<QString>("format");
+        QTest::newRow("ending") << QStringList{"a", "-o", "b.sdf"} << "sdf";
+        QTest::newRow("option") << QStringList{"a", "--to", "sdf"} << "sdf";
+        QTest::newRow("option before ending") << QStringList{"a", "-o", "b.svg", "--to", "pdf"} << "pdf";
+        QTest::newRow("numbered files") << QStringList{"a", "-o", "m%03d.SMI"} << "smi";
     }
 
     void whatToWriteIsSaidByTheEndingOrByAnOption()
     {
         QFETCH(QStringList, arguments);
-        QFETCH(int, format);
-        QCOMPARE(int(parseOptions(arguments).to), format);
+        QFETCH(QString, format);
+        QCOMPARE(parseOptions(arguments).to, formatNamed(format));
     }
 
     void standardOutputIsTheDefault() { QCOMPARE(parseOptions({"a", "--to", "smi"}).output, QString("-")); }
