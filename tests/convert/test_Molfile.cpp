@@ -620,7 +620,7 @@ private slots:
             << good + badPlace << QStringLiteral("test:%1: ").arg(goodLines + 7);
         QTest::newRow("cut off") << good.left(good.indexOf("M  END") - 20) << "test:";
         QTest::newRow("too far away") << v3000With("M  V30 1 1 1 2\n").replace("2 C 1.5", "2 C 1e9")
-                                      << "test:1: atom 2 lies too far away";
+                                      << "test:1: coordinates of atom 2 out of range";
         QTest::newRow("huge count") << QByteArray("\n\n\n  0  0  0     0  0            999 V3000\nM  V30 BEGIN CTAB\n"
                                                   "M  V30 COUNTS 2000000000 0 0 0 0\nM  V30 END CTAB\nM  END\n")
                                     << "test:6: ";
