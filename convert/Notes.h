@@ -16,6 +16,9 @@ public:
     /// One line per kind, in order of first occurrence: the kind, followed by its count in parentheses.
     QStringList lines() const;
 
+    /// All kinds with their counts, in order of first occurrence.
+    const std::vector<std::pair<QString, qsizetype>>& entries() const { return kinds; }
+
 private:
     std::vector<std::pair<QString, qsizetype>> kinds;
 };

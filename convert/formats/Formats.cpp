@@ -3,8 +3,11 @@
 #include "convert/chemistry/Canvas.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/SketchCanvas.h"
+#include "convert/formats/Cdxml.h"
 #include "convert/formats/Molfile.h"
+#include "convert/formats/SdRecords.h"
 #include "convert/formats/Smiles.h"
+#include "convert/formats/Table.h"
 #include "convert/formats/Workspace.h"
 
 #include <QFileInfo>
@@ -15,6 +18,8 @@
 namespace {
 
 using Sketches = std::vector<Sketch>;
+
+constexpr QLatin1String gzipEnding(".gz");
 
 Sketch oneDrawing(Sketches sketches)
 {
@@ -52,7 +57,7 @@ QByteArray writeMolfile(Sketches sketches, const OutputStyle& style, Notes& note
 
 QByteArray writeSdFile(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    return sdFileOf(sketches, style.v3000, notes);
+    return sdFileOf(sketches, style.v3000, style.firstDrawing, notes);
 }
 
 QByteArray writeSmiles(Sketches sketches, const OutputStyle&, Notes& notes)
@@ -77,15 +82,29 @@ QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes&)
     return pdfOf(picture.canvas(), style.picture, picture.title);
 }
 
+constexpr bool sequence = true;
+
 constexpr Format formats[] = {
-    {"kyt kyf", readWorkspace, writeWorkspace, workspaceFaults},
-    {"mol mdl", readMolfiles, writeMolfile},
-    {"sdf sd", readMolfiles, writeSdFile},
-    {"smi smiles", readSmiles, writeSmiles},
-    {"svg", nullptr, writeSvg},
-    {"png", nullptr, writePng},
-    {"pdf", nullptr, writePdf},
+    {"kyt kyf", wholeFile, readWorkspace, writeWorkspace, !sequence, workspaceFaults},
+    {"mol mdl", sdRecords, readMolfiles, writeMolfile},
+    {"sdf sd", sdRecords, readMolfiles, writeSdFile, sequence},
+    {"smi smiles", smilesRecords, readSmiles, writeSmiles, sequence},
+    {"csv", csvRecords, readSmiles, nullptr},
+    {"tsv", tsvRecords, readSmiles, nullptr},
+    {"cdxml", wholeFile, readCdxml, nullptr},
+    {"svg", nullptr, nullptr, writeSvg},
+    {"png", nullptr, nullptr, writePng},
+    {"pdf", nullptr, nullptr, writePdf},
 };
+
+template <typename Matches> QStringList extensionsWhere(Matches matches)
+{
+    QStringList extensions;
+    for (const Format& format : formats)
+        if (matches(format))
+            extensions += QString::fromLatin1(format.extensions).split(u' ');
+    return extensions;
+}
 
 } // namespace
 
@@ -99,5 +118,21 @@ const Format* formatNamed(const QString& name)
 
 const Format* formatOfFile(const QString& fileName)
 {
-    return formatNamed(QFileInfo(fileName).suffix());
+    const QString plain = isGzipName(fileName) ? fileName.chopped(gzipEnding.size()) : fileName;
+    return formatNamed(QFileInfo(plain).suffix());
+}
+
+bool isGzipName(const QString& fileName)
+{
+    return fileName.endsWith(gzipEnding, Qt::CaseInsensitive);
+}
+
+QStringList readableExtensions()
+{
+    return extensionsWhere([](const Format& format) { return format.read != nullptr; });
+}
+
+QStringList writableExtensions()
+{
+    return extensionsWhere([](const Format& format) { return format.write != nullptr; });
 }

@@ -24,7 +24,6 @@ namespace {
 const QString colorsProperty = QStringLiteral("KYTSTUDIO_COLORS");
 const QString symbolsProperty = QStringLiteral("KYTSTUDIO_SYMBOLS");
 const QString sizesProperty = QStringLiteral("KYTSTUDIO_MOLECULES");
-const QString drawingProperty = QStringLiteral("KYTSTUDIO_DRAWING");
 
 constexpr double maxCoordinateInV2000 = 9999; // angstroms, due to the width of the columns
 constexpr double maxCoordinate = 1e9;         // angstroms
@@ -224,8 +223,17 @@ bool needsProperty(const QString& symbol, bool v3000)
     return v3000 || symbol.startsWith(QLatin1String(endOfRecord));
 }
 
-QByteArray property(const QString& name, const QString& text)
+/// The lines of a property. Its text must not contain a line that ends it or starts another.
+QByteArray property(const QString& name, const QString& value)
 {
+    QStringList lines;
+    for (const QString& line : value.split(u'\n')) {
+        if (line.trimmed().isEmpty())
+            continue;
+        const bool isSpecial = line.startsWith(u'>') || line.startsWith(QLatin1String(endOfRecord));
+        lines.append(isSpecial ? u' ' + line : line);
+    }
+    const QString text = lines.join(u'\n');
     return QStringLiteral(">  <%1>\n%2\n\n").arg(name, text).toUtf8();
 }
 
@@ -290,7 +298,7 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     for (const auto& [name, value] : molecule.data)
         text += property(name, value);
     if (drawing > 0)
-        text += property(drawingProperty, QString::number(drawing));
+        text += property(QLatin1String(drawingProperty), QString::number(drawing));
     if (!sizes.isEmpty())
         text += property(sizesProperty, sizes);
     if (const QString symbols = symbolsOf(molecule, v3000); !symbols.isEmpty())
@@ -331,11 +339,9 @@ QString sizesOf(const Sketch& sketch)
 
 } // namespace
 
-std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, Notes& notes)
+std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes& notes)
 {
-    const std::vector<SdRecord> records = splitRecords(text);
-    if (records.empty())
-        throw ConversionError(name + QStringLiteral(": contains no molfile"));
+    const std::vector<SdRecord> records = splitRecords(file.text, file.line);
     std::vector<Sketch> sketches;
     QString lastDrawing;
     for (const SdRecord& record : records) {
@@ -348,7 +354,7 @@ std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, No
         if (const auto colors = take(molecule, colorsProperty); colors && !applyColors(molecule, *colors))
             notes.add("KYTSTUDIO_COLORS properties that do not match the molecule: not fully applied");
         liftWedges(molecule);
-        const QString drawing = take(molecule, drawingProperty).value_or(QString());
+        const QString drawing = take(molecule, QLatin1String(drawingProperty)).value_or(QString());
         const QString sizes = take(molecule, sizesProperty).value_or(QString());
 
         Sketch sketch;
@@ -375,14 +381,14 @@ QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes)
     return recordOf(combined(sketch), v3000, sketch.placed ? 1 : 0, sizesOf(sketch), notes);
 }
 
-QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, Notes& notes)
+QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, int firstDrawing, Notes& notes)
 {
     QByteArray text;
-    int drawing = 0;
+    int drawing = firstDrawing;
     for (const Sketch& sketch : sketches) {
-        ++drawing;
         for (const SketchMolecule& molecule : sketch.molecules)
             text += recordOf(molecule, v3000, sketch.placed ? drawing : 0, QString(), notes) + endOfRecord + "\n";
+        ++drawing;
     }
     return text;
 }

@@ -1,11 +1,11 @@
 #include "convert/formats/Smiles.h"
 
 #include "convert/Deadline.h"
+#include "convert/chemistry/ParserReason.h"
 #include "convert/chemistry/Perception.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/RDKitMolecule.h"
 #include "convert/chemistry/Symbols.h"
-#include "convert/formats/TextLines.h"
 
 #include <GraphMol/Depictor/RDDepictor.h>
 #include <GraphMol/FileParsers/MolFileStereochem.h>
@@ -109,15 +109,22 @@ SketchMolecule layOut(RWMol& molecule, Notes& notes)
     return drawn;
 }
 
+/// The start of a SMILES, for a message.
+QString shortened(const std::string& smiles)
+{
+    return QString::fromStdString(smiles).left(60);
+}
+
 std::unique_ptr<RWMol> parse(const std::string& smiles, bool sanitize)
 {
     SmilesParserParams params;
     params.parseName = false;
     params.sanitize = sanitize;
     params.removeHs = sanitize;
+    takeLoggedReason(); // an older one
     std::unique_ptr<RWMol> molecule(SmilesToMol(smiles, params));
     if (!molecule)
-        throw ConversionError(QStringLiteral("invalid SMILES: ") + QString::fromStdString(smiles).left(60));
+        throw ConversionError(QStringLiteral("%1: %2").arg(takeLoggedReason(), shortened(smiles)));
     return molecule;
 }
 
@@ -207,31 +214,73 @@ qsizetype hydrogenBonds(const SketchMolecule& drawn)
     });
 }
 
+/// Whether the first line of a file names its columns, as "SMILES name" does. No SMILES contains that word.
+bool isHeading(const QByteArray& line)
+{
+    return line.left(line.indexOf('\t') >= 0 ? line.indexOf('\t') : line.size())
+        .split(' ')
+        .front()
+        .toLower()
+        .contains("smiles");
+}
+
+class SmilesReader : public RecordReader {
+public:
+    using RecordReader::RecordReader;
+
+    std::optional<Record> next() override
+    {
+        Record record;
+        while (lines.next(record.text)) {
+            const QByteArray line = record.text.trimmed();
+            if (line.isEmpty() || line.startsWith('#') || (isFirst && isHeading(line))) {
+                isFirst = isFirst && (line.isEmpty() || line.startsWith('#'));
+                continue;
+            }
+            isFirst = false;
+            isEmpty = false;
+            record.line = lines.number();
+            return record;
+        }
+        if (isEmpty)
+            throw ConversionError(lines.fileName() + QStringLiteral(": contains no SMILES"));
+        return std::nullopt;
+    }
+
+private:
+    bool isFirst = true;
+    bool isEmpty = true;
+};
+
 } // namespace
 
-std::vector<Sketch> readSmiles(const QByteArray& text, const QString& name, Notes& notes)
+std::unique_ptr<RecordReader> smilesRecords(LineReader& lines, const InputStyle&)
 {
-    std::vector<Sketch> sketches;
-    int number = 0;
-    for (const QByteArray& bytes : linesOf(text)) {
-        ++number;
-        const QString line = QString::fromUtf8(bytes).trimmed();
-        if (line.isEmpty() || line.startsWith(u'#'))
-            continue;
-        const Deadline deadline(QStringLiteral("%1:%2").arg(name).arg(number));
-        try {
-            Sketch sketch;
-            sketch.laidOut = true;
-            sketch.molecules.push_back(readLine(line, notes));
-            centre(sketch);
-            sketches.push_back(std::move(sketch));
-        } catch (const std::exception& fault) {
-            throw ConversionError(QStringLiteral("%1:%2: %3").arg(name).arg(number).arg(fault.what()));
-        }
+    return std::make_unique<SmilesReader>(lines);
+}
+
+std::vector<Sketch> readSmiles(const Record& record, const QString& file, Notes& notes)
+{
+    const Deadline deadline(QStringLiteral("%1:%2").arg(file).arg(record.line));
+    const QString text = QString::fromUtf8(record.text).trimmed();
+    try {
+        Sketch sketch;
+        sketch.laidOut = true;
+        SketchMolecule molecule = readLine(text, notes);
+        if (!record.name.isEmpty())
+            molecule.name = record.name;
+        molecule.data = record.data;
+        sketch.molecules.push_back(std::move(molecule));
+        centre(sketch);
+        return {std::move(sketch)};
+    } catch (const std::exception& fault) {
+        const QString name = record.name.isEmpty() ? parseLine(text).name : record.name;
+        throw ConversionError(QStringLiteral("%1:%2: %3%4")
+                                  .arg(file)
+                                  .arg(record.line)
+                                  .arg(name.isEmpty() ? QString() : name + QStringLiteral(": "),
+                                       plainReason(QString::fromUtf8(fault.what()))));
     }
-    if (sketches.empty())
-        throw ConversionError(name + QStringLiteral(": contains no SMILES"));
-    return sketches;
 }
 
 QString smilesOf(const SketchMolecule& drawn, Notes& notes)

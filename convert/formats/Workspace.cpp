@@ -29,10 +29,10 @@ void noteLosses(const Sketch& sketch, Notes& notes)
 
 } // namespace
 
-std::vector<Sketch> readWorkspace(const QByteArray& text, const QString& name, Notes& notes)
+std::vector<Sketch> readWorkspace(const Record& file, const QString& name, Notes& notes)
 {
     Canvas canvas;
-    const std::vector<LocatedFault> faults = readChecked(text, canvas.doc);
+    const std::vector<LocatedFault> faults = readChecked(file.text, canvas.doc);
     const auto error =
         std::find_if(faults.begin(), faults.end(), [](const LocatedFault& fault) { return fault.isError; });
     if (error != faults.end())
@@ -50,10 +50,10 @@ QByteArray workspaceOf(const Sketch& sketch, Notes& notes)
     return workspaceText(*canvas.doc.canvas);
 }
 
-QStringList workspaceFaults(const QByteArray& text, const QString& name)
+QStringList workspaceFaults(const Record& file, const QString& name)
 {
     QStringList lines;
-    for (const LocatedFault& fault : checkWorkspace(text))
+    for (const LocatedFault& fault : checkWorkspace(file.text))
         lines.append(located(fault, name));
     return lines;
 }

@@ -2,10 +2,21 @@
 
 #include <QCommandLineParser>
 
+#include <algorithm>
+#include <thread>
+
 namespace {
 
 constexpr double largestScale = 100;
 constexpr double largestMargin = 10'000; // canvas pixels
+constexpr int maxJobs = 1024;
+constexpr int maxTimeLimit = 86'400; // seconds
+
+/// One worker for each processor that the program may use.
+int defaultJobs()
+{
+    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, maxJobs);
+}
 
 [[noreturn]] void fail(const QString& reason)
 {
@@ -20,13 +31,28 @@ QString asReason(QString sentence)
     return sentence.left(1).toLower() + sentence.mid(1);
 }
 
-const Format* formatOption(const QCommandLineParser& parser, const QString& option)
+const Format* formatOption(const QCommandLineParser& parser, const QString& option, const QStringList& known)
 {
     const QString name = parser.value(option);
     const Format* format = formatNamed(name);
     if (!format)
-        fail(QStringLiteral("unknown format \"%1\"").arg(name));
+        fail(QStringLiteral("unknown format \"%1\": use one of %2").arg(name, known.join(QStringLiteral(", "))));
+    if (!known.contains(name, Qt::CaseInsensitive))
+        fail(QStringLiteral("format \"%1\" can only be %2: use one of %3")
+                 .arg(name, format->read ? QStringLiteral("read") : QStringLiteral("written"),
+                      known.join(QStringLiteral(", "))));
     return format;
+}
+
+int wholeNumberOption(const QCommandLineParser& parser, const QString& option, int maximum, int defaultValue)
+{
+    if (!parser.isSet(option))
+        return defaultValue;
+    bool isNumber = false;
+    const int number = parser.value(option).toInt(&isNumber);
+    if (!isNumber || number < 1 || number > maximum)
+        fail(QStringLiteral("--%1 must be a whole number from 1 to %2").arg(option).arg(maximum));
+    return number;
 }
 
 double numberOption(const QCommandLineParser& parser, const QString& option, double minimum, double maximum,
@@ -74,6 +100,11 @@ Options parseOptions(const QStringList& arguments)
                        {"margin", {}, "pixels"},
                        {"background", {}, "colour"},
                        {"v3000", {}},
+                       {"smiles-column", {}, "column"},
+                       {"name-column", {}, "column"},
+                       {"skip-errors", {}},
+                       {"jobs", {}, "number"},
+                       {"time-limit", {}, "seconds"},
                        {"check", {}},
                        {"info", {}},
                        {"json", {}},
@@ -94,7 +125,11 @@ Options parseOptions(const QStringList& arguments)
     if (parser.isSet("check") && parser.isSet("info"))
         fail(QStringLiteral("--check and --info cannot be combined"));
     if (parser.isSet("from"))
-        options.from = formatOption(parser, "from");
+        options.from = formatOption(parser, "from", readableExtensions());
+    options.input = {parser.value("smiles-column"), parser.value("name-column")};
+    options.skipErrors = parser.isSet("skip-errors");
+    options.jobs = wholeNumberOption(parser, "jobs", maxJobs, defaultJobs());
+    options.timeLimit = wholeNumberOption(parser, "time-limit", maxTimeLimit, options.timeLimit);
     options.json = parser.isSet("json");
     if (options.json && options.task != Options::Task::Info)
         fail(QStringLiteral("--json requires --info"));
@@ -105,9 +140,10 @@ Options parseOptions(const QStringList& arguments)
 
     if (parser.isSet("output"))
         options.output = parser.value("output");
-    options.to = parser.isSet("to") ? formatOption(parser, "to") : formatOfFile(options.output);
-    if (!options.to)
-        fail(QStringLiteral("unknown output format: use a file extension or --to"));
+    options.to = parser.isSet("to") ? formatOption(parser, "to", writableExtensions()) : formatOfFile(options.output);
+    if (!options.to || !options.to->write)
+        fail(QStringLiteral("unknown output format: use a file extension or --to (%1)")
+                 .arg(writableExtensions().join(QStringLiteral(", "))));
     options.style.picture.scale = numberOption(parser, "scale", 0.01, largestScale, options.style.picture.scale);
     options.style.picture.margin = numberOption(parser, "margin", 0, largestMargin, options.style.picture.margin);
     if (parser.isSet("background"))

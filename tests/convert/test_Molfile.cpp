@@ -418,7 +418,7 @@ private slots:
         QFETCH(QByteArray, text);
         QFETCH(QStringList, notes);
         Notes found;
-        const std::vector<Sketch> sketches = readMolfiles(recordWith(text), "test", found);
+        const std::vector<Sketch> sketches = readMolfiles({.text = recordWith(text)}, "test", found);
         QStringList reds;
         for (const SketchAtom& atom : sketches[0].molecules[0].atoms)
             reds.append(atom.color[0]);
@@ -447,7 +447,7 @@ private slots:
         QFETCH(bool, fits);
         Notes notes;
         const std::vector<Sketch> sketches =
-            readMolfiles(recordWith(propertyText("KYTSTUDIO_SYMBOLS", text)), "test", notes);
+            readMolfiles({.text = recordWith(propertyText("KYTSTUDIO_SYMBOLS", text))}, "test", notes);
         QTEST(symbolsOf(sketches[0].molecules[0]), "symbols");
         QCOMPARE(
             notes.lines(),
@@ -703,9 +703,9 @@ private slots:
             atom.depth = coordinate == 2 ? float(place) : 0;
             Notes notes;
             if (written)
-                QVERIFY(sdFileOf({sketch}, false, notes).contains("V3000"));
+                QVERIFY(sdFileOf({sketch}, false, 1, notes).contains("V3000"));
             else
-                QVERIFY_EXCEPTION_THROWN(sdFileOf({sketch}, false, notes), ConversionError);
+                QVERIFY_EXCEPTION_THROWN(sdFileOf({sketch}, false, 1, notes), ConversionError);
         }
     }
 
