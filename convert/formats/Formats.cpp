@@ -1,14 +1,17 @@
 #include "convert/formats/Formats.h"
 
 #include "convert/chemistry/Canvas.h"
+#include "convert/chemistry/Inchi.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/SketchCanvas.h"
 #include "convert/formats/Cdxml.h"
+#include "convert/formats/InchiLines.h"
 #include "convert/formats/Molfile.h"
 #include "convert/formats/SdRecords.h"
 #include "convert/formats/Smiles.h"
 #include "convert/formats/Table.h"
 #include "convert/formats/Workspace.h"
+#include "convert/formats/Xyz.h"
 
 #include <QFileInfo>
 
@@ -65,6 +68,21 @@ QByteArray writeSmiles(Sketches sketches, const OutputStyle&, Notes& notes)
     return smilesOf(sketches, notes);
 }
 
+QByteArray writeXyz(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return xyzOf(sketches, notes);
+}
+
+QByteArray writeInchi(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return inchiLinesOf(sketches, notes);
+}
+
+QByteArray writeInchiKey(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return inchiKeyLinesOf(sketches, notes);
+}
+
 QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes&)
 {
     const PictureCanvas picture(std::move(sketches));
@@ -85,13 +103,16 @@ QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes&)
 constexpr bool sequence = true;
 
 constexpr Format formats[] = {
-    {"kyt kyf", wholeFile, readWorkspace, writeWorkspace, !sequence, workspaceFaults},
+    {"kyt kyf", wholeFile, readWorkspace, writeWorkspace, !sequence, true, workspaceFaults},
     {"mol mdl", sdRecords, readMolfiles, writeMolfile},
     {"sdf sd", sdRecords, readMolfiles, writeSdFile, sequence},
     {"smi smiles", smilesRecords, readSmiles, writeSmiles, sequence},
     {"csv", csvRecords, readSmiles, nullptr},
     {"tsv", tsvRecords, readSmiles, nullptr},
     {"cdxml", wholeFile, readCdxml, nullptr},
+    {"xyz", nullptr, nullptr, writeXyz, sequence},
+    {"inchi", nullptr, nullptr, writeInchi, sequence, inchiIsSupported},
+    {"inchikey", nullptr, nullptr, writeInchiKey, sequence, inchiIsSupported},
     {"svg", nullptr, nullptr, writeSvg},
     {"png", nullptr, nullptr, writePng},
     {"pdf", nullptr, nullptr, writePdf},

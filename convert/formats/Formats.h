@@ -37,6 +37,9 @@ struct Format {
     /// all of them. Files in other formats hold one drawing.
     bool isSequence = false;
 
+    /// Whether this build supports the format.
+    bool isSupported = true;
+
     /// The faults of a record, one line each, which starts with `name`; null if the first error that `read` throws is
     /// the only one known.
     QStringList (*check)(const Record& record, const QString& name) = nullptr;

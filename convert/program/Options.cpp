@@ -144,6 +144,8 @@ Options parseOptions(const QStringList& arguments)
     if (!options.to || !options.to->write)
         fail(QStringLiteral("unknown output format: use a file extension or --to (%1)")
                  .arg(writableExtensions().join(QStringLiteral(", "))));
+    if (!options.to->isSupported)
+        fail(QStringLiteral("InChI is not supported by this build: libinchi was not found"));
     options.style.picture.scale = numberOption(parser, "scale", 0.01, largestScale, options.style.picture.scale);
     options.style.picture.margin = numberOption(parser, "margin", 0, largestMargin, options.style.picture.margin);
     if (parser.isSet("background"))
