@@ -15,7 +15,7 @@ using namespace RDKit;
 
 namespace {
 
-constexpr std::size_t maxAtoms = 1024; // of the library
+constexpr std::size_t maxAtoms = 1023; // of the library
 constexpr unsigned maxNeighbours = MAXVAL;
 
 [[noreturn]] void fail(const QString& reason)

@@ -110,12 +110,11 @@ MoleculeInfo infoOf(const SketchMolecule& drawn)
     return info;
 }
 
-int implicitHydrogens(const SketchMolecule& drawn)
+std::vector<int> implicitHydrogens(const SketchMolecule& drawn)
 {
     const std::unique_ptr<RWMol> molecule = kekulizedMolecule(drawn);
-    int hydrogens = 0;
+    std::vector<int> hydrogens;
     for (const Atom* atom : molecule->atoms())
-        if (atom->getAtomicNum() > 0)
-            hydrogens += static_cast<int>(atom->getTotalNumHs());
+        hydrogens.push_back(atom->getAtomicNum() > 0 ? static_cast<int>(atom->getTotalNumHs()) : 0);
     return hydrogens;
 }

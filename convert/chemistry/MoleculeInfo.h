@@ -20,5 +20,5 @@ struct MoleculeInfo {
 };
 MoleculeInfo infoOf(const SketchMolecule& drawn);
 
-/// The number of hydrogens that the atoms have without being drawn.
-int implicitHydrogens(const SketchMolecule& drawn);
+/// The number of hydrogens that each atom has without being drawn; 0 for a label.
+std::vector<int> implicitHydrogens(const SketchMolecule& drawn);

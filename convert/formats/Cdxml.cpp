@@ -1,14 +1,17 @@
 #include "convert/formats/Cdxml.h"
 
-#include "canvas/truncate.h"
+#include "convert/chemistry/MoleculeInfo.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/Symbols.h"
 
 #include <QHash>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
+#include <set>
+#include <tuple>
 
 namespace {
 
@@ -203,6 +206,7 @@ private:
         node.element = intOf(attributes, "Element", 0, maxElement, carbon, node.line);
         node.isotope = intOf(attributes, "Isotope", 0, 999, 0, node.line);
         node.charge = intOf(attributes, "Charge", -99, 99, 0, node.line);
+        node.hydrogens = intOf(attributes, "NumHydrogens", 0, 99, none, node.line);
         node.isRadical = attributes.hasAttribute(QLatin1String("Radical"))
             && attributes.value(QLatin1String("Radical")) != QLatin1String("None");
         if (attributes.hasAttribute(QLatin1String("p"))) {
@@ -325,6 +329,7 @@ public:
         : document(document)
         , notes(notes)
         , atomOf(document.nodes.size(), none)
+        , isUsed(document.nodes.size(), false)
     {
     }
 
@@ -335,6 +340,8 @@ public:
             if (document.fragments[i].outerNode != none)
                 continue;
             molecule = SketchMolecule();
+            hydrogens.clear();
+            bonded.clear();
             addFragments(static_cast<int>(i));
             if (!molecule.atoms.empty())
                 sketch.molecules.push_back(std::move(molecule));
@@ -347,24 +354,22 @@ private:
     void addFragments(int first)
     {
         std::vector<int> all = {first};
-        for (std::size_t i = 0; i < all.size(); ++i) {
-            for (const int index : document.fragments[all[i]].nodes) {
-                const Node& node = document.nodes[index];
-                if (node.structure != none)
-                    all.push_back(node.structure);
-                else if (!isInnerAttachmentPoint(node))
-                    addAtom(index);
-            }
-        }
+        for (std::size_t i = 0; i < all.size(); ++i)
+            for (const int node : document.fragments[all[i]].nodes)
+                if (document.nodes[node].structure != none)
+                    all.push_back(document.nodes[node].structure);
+        for (const int index : all)
+            for (const Line& bond : document.fragments[index].bonds)
+                for (const QString& id : {bond.begin, bond.end})
+                    resolve(id, bond);
+        for (const int index : all)
+            for (const int node : document.fragments[index].nodes)
+                if (document.nodes[node].structure == none && !isUsed[node])
+                    addAtom(node);
         for (const int index : all)
             for (const Line& bond : document.fragments[index].bonds)
                 addBond(bond);
-    }
-
-    /// Whether the node only marks where the structure of a nickname is attached.
-    bool isInnerAttachmentPoint(const Node& node) const
-    {
-        return isAttachmentPoint(node) && document.fragments[node.fragment].outerNode != none;
+        noteUnusualHydrogens();
     }
 
     void addAtom(int index)
@@ -383,6 +388,7 @@ private:
         if (node.isRadical)
             notes.add("unpaired electrons: discarded, not supported in drawings");
         atomOf[index] = static_cast<int>(molecule.atoms.size());
+        hydrogens.push_back(isAtom(node) ? node.hydrogens : none);
         molecule.atoms.push_back(std::move(atom));
     }
 
@@ -432,39 +438,54 @@ private:
         return found;
     }
 
-    /// The atom at an end of a bond: of a nickname with a structure, the one that it is attached by.
-    int atomAt(const QString& id, const Line& bond) const
+    /// The node at an end of a bond: of a nickname with a structure, the one that it is attached by. Marks the
+    /// attachment points of the structures as used, so that the bond stands for theirs.
+    int resolve(const QString& id, const Line& bond)
     {
         int node = nodeWithId(id, bond.line);
         const Line* through = &bond;
         for (std::size_t steps = 0; document.nodes[node].structure != none; ++steps) {
             if (steps > document.nodes.size())
                 fail(bond.line, QStringLiteral("nicknames that contain each other"));
-            std::tie(node, through) = neighbourOf(attachmentPoint(document.nodes[node], *through));
+            const int point = attachmentPoint(document.nodes[node], *through);
+            isUsed[point] = true;
+            std::tie(node, through) = neighbourOf(point);
         }
-        if (atomOf[node] == none)
+        return node;
+    }
+
+    int atomAt(const QString& id, const Line& bond)
+    {
+        const int atom = atomOf[resolve(id, bond)];
+        if (atom == none || atom >= static_cast<int>(molecule.atoms.size()))
             fail(bond.line, QStringLiteral("bond to a node of another fragment"));
-        return atomOf[node];
+        return atom;
     }
 
     void addBond(const Line& line)
     {
         for (const QString& id : {line.begin, line.end})
-            if (isInnerAttachmentPoint(document.nodes[nodeWithId(id, line.line)]))
+            if (isUsed[nodeWithId(id, line.line)])
                 return; // the bond from outside stands for it
         SketchBond bond;
         bond.from = atomAt(line.begin, line);
         bond.to = atomAt(line.end, line);
-        const int atoms = static_cast<int>(molecule.atoms.size());
-        if (bond.from >= atoms || bond.to >= atoms)
-            fail(line.line, QStringLiteral("bond to a node of another fragment"));
         if (bond.from == bond.to)
             fail(line.line, QStringLiteral("bond from an atom to itself"));
-        for (const SketchBond& other : molecule.bonds)
-            if (std::minmax(other.from, other.to) == std::minmax(bond.from, bond.to))
-                fail(line.line, QStringLiteral("duplicate bond between two atoms"));
+        if (!bonded.insert(std::minmax(bond.from, bond.to)).second)
+            fail(line.line, QStringLiteral("duplicate bond between two atoms"));
         setKinds(bond, line);
         molecule.bonds.push_back(std::move(bond));
+    }
+
+    void noteUnusualHydrogens()
+    {
+        if (std::all_of(hydrogens.begin(), hydrogens.end(), [](int count) { return count == none; }))
+            return;
+        const std::vector<int> usual = implicitHydrogens(molecule);
+        for (std::size_t i = 0; i < hydrogens.size(); ++i)
+            if (hydrogens[i] != none && hydrogens[i] != usual[i])
+                notes.add("atoms with an unusual number of hydrogens: read with the usual number");
     }
 
     void setKinds(SketchBond& bond, const Line& line)
@@ -510,8 +531,13 @@ private:
 
     const Document& document;
     Notes& notes;
-    std::vector<int> atomOf; ///< the index in its molecule of each node
+    std::vector<int> atomOf;  ///< the index in its molecule of each node
+    std::vector<bool> isUsed; ///< of each node: an attachment point that a bond from outside stands for
+
+    // What is being built.
     SketchMolecule molecule;
+    std::vector<int> hydrogens;           ///< of each atom, none if unspecified
+    std::set<std::pair<int, int>> bonded; ///< pairs of atoms
 };
 
 } // namespace

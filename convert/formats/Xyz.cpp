@@ -3,6 +3,8 @@
 #include "convert/chemistry/MoleculeInfo.h"
 #include "convert/chemistry/Symbols.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int decimals = 5;
@@ -11,6 +13,12 @@ QByteArray coordinate(double pixels)
 {
     // Adding 0.0 turns -0, which would be written with a sign, into 0.
     return QByteArray::number(pixels / pixelsPerAngstrom + 0.0, 'f', decimals).rightJustified(12);
+}
+
+bool hasImplicitHydrogens(const SketchMolecule& molecule)
+{
+    const std::vector<int> hydrogens = implicitHydrogens(molecule);
+    return std::any_of(hydrogens.begin(), hydrogens.end(), [](int count) { return count > 0; });
 }
 
 QByteArray lineOf(const SketchAtom& atom, Notes& notes)
@@ -33,7 +41,7 @@ QByteArray xyzOf(const std::vector<Sketch>& sketches, Notes& notes)
     for (const Sketch& sketch : sketches) {
         for (const SketchMolecule& molecule : sketch.molecules) {
             notes.add("molecules with implicit hydrogens: written without them",
-                      implicitHydrogens(molecule) > 0 ? 1 : 0);
+                      hasImplicitHydrogens(molecule) ? 1 : 0);
             notes.add("record properties: discarded, not supported in XYZ", std::ssize(molecule.data));
             text += QByteArray::number(molecule.atoms.size()) + '\n' + molecule.name.toUtf8() + '\n';
             for (const SketchAtom& atom : molecule.atoms)

@@ -81,7 +81,7 @@ private slots:
 
     void someFormatsCanOnlyBeReadOrWritten()
     {
-        for (const char* name : {"svg", "png", "pdf"})
+        for (const char* name : {"svg", "png", "pdf", "xyz", "inchi", "inchikey"})
             QVERIFY(!formatNamed(name)->read && formatNamed(name)->write);
         for (const char* name : {"csv", "tsv", "cdxml"})
             QVERIFY(formatNamed(name)->read && !formatNamed(name)->write);
