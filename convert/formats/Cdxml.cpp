@@ -342,6 +342,7 @@ public:
             molecule = SketchMolecule();
             hydrogens.clear();
             bonded.clear();
+            wavy.clear();
             addFragments(static_cast<int>(i));
             if (!molecule.atoms.empty())
                 sketch.molecules.push_back(std::move(molecule));
@@ -369,7 +370,23 @@ private:
         for (const int index : all)
             for (const Line& bond : document.fragments[index].bonds)
                 addBond(bond);
+        for (const SketchBond& bond : wavy)
+            openDoubleBonds(bond);
         noteUnusualHydrogens();
+    }
+
+    /// A wavy bond leaves the double bonds at its atoms open, or else its stereocentre.
+    void openDoubleBonds(const SketchBond& mark)
+    {
+        bool isOpen = false;
+        for (SketchBond& bond : molecule.bonds) {
+            const bool touches =
+                bond.from == mark.from || bond.from == mark.to || bond.to == mark.from || bond.to == mark.to;
+            if (touches && bond.kinds.size() == 2 && bond.kinds.back() != KYTBT_DashedLine)
+                isOpen = bond.open = true;
+        }
+        if (!isOpen)
+            notes.add("bonds with unknown stereo: stereo mark discarded");
     }
 
     void addAtom(int index)
@@ -500,8 +517,10 @@ private:
             bond.kinds = {isUp ? KYTBT_StereoUp : KYTBT_StereoDown};
             if (display.endsWith(QLatin1String("End")))
                 std::swap(bond.from, bond.to);
+        } else if (display == QLatin1String("Wavy") && bond.kinds.size() == 2) {
+            bond.open = true;
         } else if (display == QLatin1String("Wavy")) {
-            notes.add("bonds with unknown stereo: stereo mark discarded");
+            wavy.push_back(bond);
         } else if (isUp || isDown) {
             notes.add("wedges on bonds other than single bonds: discarded");
         } else {
@@ -538,6 +557,7 @@ private:
     SketchMolecule molecule;
     std::vector<int> hydrogens;           ///< of each atom, none if unspecified
     std::set<std::pair<int, int>> bonded; ///< pairs of atoms
+    std::vector<SketchBond> wavy;
 };
 
 } // namespace

@@ -32,9 +32,10 @@ Sketch oneDrawing(Sketches sketches)
 /// The drawing of a picture, on a canvas.
 class PictureCanvas {
 public:
-    explicit PictureCanvas(Sketches sketches)
+    PictureCanvas(Sketches sketches, Notes& notes)
     {
         const Sketch sketch = oneDrawing(std::move(sketches));
+        noteOpenDoubleBonds(sketch, notes);
         drawOn(drawn.doc, sketch);
         if (sketch.molecules.size() == 1)
             title = sketch.molecules.front().name;
@@ -83,20 +84,20 @@ QByteArray writeInchiKey(Sketches sketches, const OutputStyle&, Notes& notes)
     return inchiKeyLinesOf(sketches, notes);
 }
 
-QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes&)
+QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    const PictureCanvas picture(std::move(sketches));
+    const PictureCanvas picture(std::move(sketches), notes);
     return svgOf(picture.canvas(), style.picture, picture.title);
 }
 
-QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes&)
+QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    return pngOf(PictureCanvas(std::move(sketches)).canvas(), style.picture);
+    return pngOf(PictureCanvas(std::move(sketches), notes).canvas(), style.picture);
 }
 
-QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes&)
+QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    const PictureCanvas picture(std::move(sketches));
+    const PictureCanvas picture(std::move(sketches), notes);
     return pdfOf(picture.canvas(), style.picture, picture.title);
 }
 

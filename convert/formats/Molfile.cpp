@@ -1,8 +1,10 @@
 #include "convert/formats/Molfile.h"
 
 #include "convert/Deadline.h"
+#include "convert/chemistry/Perception.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/RDKitMolecule.h"
+#include "convert/chemistry/Stereo.h"
 #include "convert/chemistry/Symbols.h"
 #include "convert/formats/SdRecords.h"
 
@@ -19,11 +21,13 @@ using namespace RDKit;
 namespace {
 
 // The record properties for what a molfile cannot store. A line of the colours has a count and the colour of that many
-// atoms. A line of the symbols has an atom number and its symbol. The sizes are the atom counts of the molecules in the
+// atoms; one of the depths a count and the depth of that many atoms, in pixels, which a flat molfile has no room for. A
+// line of the symbols has an atom number and its symbol. The sizes are the atom counts of the molecules in the
 // molfile. The drawing number is the same in all records of one drawing.
 const QString colorsProperty = QStringLiteral("KYTSTUDIO_COLORS");
 const QString symbolsProperty = QStringLiteral("KYTSTUDIO_SYMBOLS");
 const QString sizesProperty = QStringLiteral("KYTSTUDIO_MOLECULES");
+const QString depthsProperty = QStringLiteral("KYTSTUDIO_DEPTHS");
 
 constexpr double maxCoordinateInV2000 = 9999; // angstroms, due to the width of the columns
 constexpr double maxCoordinate = 1e9;         // angstroms
@@ -125,6 +129,11 @@ std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
     }
 }
 
+bool isInSpace(const RWMol& molecule)
+{
+    return molecule.getNumConformers() > 0 && molecule.getConformer().is3D();
+}
+
 /// Sets the colours of all atoms from a property. Returns false if the property does not match the molecule.
 bool applyColors(SketchMolecule& molecule, const QString& text)
 {
@@ -139,6 +148,25 @@ bool applyColors(SketchMolecule& molecule, const QString& text)
             return false;
         for (int i = 0; i < count; ++i)
             molecule.atoms[next++].color = {words[1], words[2], words[3]};
+    }
+    return next == molecule.atoms.size();
+}
+
+/// Sets the depths of all atoms from a property. Returns false if the property does not match the molecule.
+bool applyDepths(SketchMolecule& molecule, const QString& text)
+{
+    std::size_t next = 0;
+    for (const QString& line : text.split(u'\n')) {
+        const QStringList words = line.simplified().split(u' ');
+        const int count = words.first().toInt();
+        bool isNumber = false;
+        const float depth = words.last().toFloat(&isNumber);
+        if (words.size() != 2 || !isNumber || !isInRange(double{depth} / pixelsPerAngstrom))
+            return false;
+        if (count < 1 || static_cast<std::size_t>(count) > molecule.atoms.size() - next)
+            return false;
+        for (int i = 0; i < count; ++i)
+            molecule.atoms[next++].depth = depth;
     }
     return next == molecule.atoms.size();
 }
@@ -237,18 +265,37 @@ QByteArray property(const QString& name, const QString& value)
     return QStringLiteral(">  <%1>\n%2\n\n").arg(name, text).toUtf8();
 }
 
-QString colorsOf(const SketchMolecule& molecule)
+/// Lines of a count and what `textOf` gives for that many consecutive atoms.
+template <typename TextOf> QString runsOf(const SketchMolecule& molecule, const TextOf& textOf)
 {
     QStringList lines;
     for (std::size_t i = 0; i < molecule.atoms.size();) {
-        const std::array<QString, 3>& color = molecule.atoms[i].color;
+        const QString text = textOf(molecule.atoms[i]);
         std::size_t count = 1;
-        while (i + count < molecule.atoms.size() && molecule.atoms[i + count].color == color)
+        while (i + count < molecule.atoms.size() && textOf(molecule.atoms[i + count]) == text)
             ++count;
-        lines.append(QStringLiteral("%1 %2 %3 %4").arg(QString::number(count), color[0], color[1], color[2]));
+        lines.append(QString::number(count) + u' ' + text);
         i += count;
     }
     return lines.join(u'\n');
+}
+
+QString colorsOf(const SketchMolecule& molecule)
+{
+    return runsOf(molecule, [](const SketchAtom& atom) {
+        return QStringLiteral("%1 %2 %3").arg(atom.color[0], atom.color[1], atom.color[2]);
+    });
+}
+
+/// The depths that a flat molfile has no room for; empty if there are none.
+QString depthsOf(const SketchMolecule& molecule)
+{
+    constexpr int digits = 9; // enough to read the same float again
+    const bool any = std::any_of(molecule.atoms.begin(), molecule.atoms.end(),
+                                 [](const SketchAtom& atom) { return atom.depth != 0; });
+    if (!any || !isFlat(molecule))
+        return {};
+    return runsOf(molecule, [](const SketchAtom& atom) { return QString::number(double{atom.depth}, 'g', digits); });
 }
 
 QString symbolsOf(const SketchMolecule& molecule, bool v3000)
@@ -269,9 +316,11 @@ bool fitsV2000(const SketchMolecule& molecule)
            });
 }
 
-/// Warns of wedges whose direction contradicts the depths of their ends.
+/// Warns of wedges in a molecule with a shape in space whose direction contradicts the depths of their ends.
 void noteContradictoryWedges(const SketchMolecule& molecule, Notes& notes)
 {
+    if (isFlat(molecule))
+        return;
     for (const SketchBond& bond : molecule.bonds) {
         if (!isWedge(bond))
             continue;
@@ -281,8 +330,25 @@ void noteContradictoryWedges(const SketchMolecule& molecule, Notes& notes)
     }
 }
 
-/// A record without its final "$$$$" line. `drawing` is the number of the drawing whose coordinates are kept, or 0.
-QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, const QString& sizes, Notes& notes)
+/// Warns if RDKit, as any other program, reads another molecule from a molfile than the drawing shows.
+void noteMisreading(const std::string& molfile, const SketchMolecule& drawn, const QString& name, Notes& notes)
+{
+    const std::unique_ptr<RWMol> meant = perceivedMolecule(drawn, Labels::Alike);
+    if (!meant)
+        return;
+    try {
+        const std::unique_ptr<RWMol> found(MolBlockToMol(molfile, true, false));
+        if (const QString differences = differencesOf(*meant, *found); !differences.isEmpty())
+            notes.add(QStringLiteral("%1: %2: read otherwise by other programs").arg(name, differences));
+    } catch (const std::exception&) {
+        notes.add(QStringLiteral("%1: not readable by other programs").arg(name));
+    }
+}
+
+/// A record without its final "$$$$" line. `drawing` is the number of the drawing whose coordinates are kept, or 0;
+/// `name` is that of the record in warnings.
+QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, const QString& sizes, const QString& name,
+                    Notes& notes)
 {
     v3000 = v3000 || !fitsV2000(molecule);
     for (const SketchAtom& atom : molecule.atoms)
@@ -292,17 +358,21 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     noteContradictoryWedges(molecule, notes);
     const std::unique_ptr<RWMol> converted =
         moleculeOf(molecule, v3000 ? MoleculeUse::V3000 : MoleculeUse::V2000, notes);
-    QByteArray text = QByteArray::fromStdString(MolToMolBlock(*converted, false, -1, false, v3000));
+    const std::string molfile = MolToMolBlock(*converted, false, -1, false, v3000);
+    noteMisreading(molfile, molecule, name, notes);
+    QByteArray text = QByteArray::fromStdString(molfile);
     if (text.startsWith(endOfRecord)) // the name must not end the record
         text.prepend(' ');
-    for (const auto& [name, value] : molecule.data)
-        text += property(name, value);
+    for (const auto& [key, value] : molecule.data)
+        text += property(key, value);
     if (drawing > 0)
         text += property(QLatin1String(drawingProperty), QString::number(drawing));
     if (!sizes.isEmpty())
         text += property(sizesProperty, sizes);
     if (const QString symbols = symbolsOf(molecule, v3000); !symbols.isEmpty())
         text += property(symbolsProperty, symbols);
+    if (const QString depths = depthsOf(molecule); !depths.isEmpty())
+        text += property(depthsProperty, depths);
     if (!molecule.atoms.empty())
         text += property(colorsProperty, colorsOf(molecule));
     return text;
@@ -326,6 +396,12 @@ SketchMolecule combined(const Sketch& sketch)
             all.data.push_back(entry);
     }
     return all;
+}
+
+/// The name of a record in warnings.
+QString recordName(const SketchMolecule& molecule, int number)
+{
+    return molecule.name.isEmpty() ? QStringLiteral("molecule %1").arg(number) : molecule.name;
 }
 
 QString sizesOf(const Sketch& sketch)
@@ -353,6 +429,9 @@ std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes&
             notes.add("KYTSTUDIO_SYMBOLS properties that do not match the molecule: not fully applied");
         if (const auto colors = take(molecule, colorsProperty); colors && !applyColors(molecule, *colors))
             notes.add("KYTSTUDIO_COLORS properties that do not match the molecule: not fully applied");
+        const auto depths = take(molecule, depthsProperty);
+        if (depths && (isInSpace(*parsed) || !applyDepths(molecule, *depths)))
+            notes.add("KYTSTUDIO_DEPTHS properties that do not match the molecule: not fully applied");
         liftWedges(molecule);
         const QString drawing = take(molecule, QLatin1String(drawingProperty)).value_or(QString());
         const QString sizes = take(molecule, sizesProperty).value_or(QString());
@@ -378,16 +457,20 @@ QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes)
     const auto named = std::count_if(sketch.molecules.begin(), sketch.molecules.end(),
                                      [](const SketchMolecule& molecule) { return !molecule.name.isEmpty(); });
     notes.add("molecule names other than the first in a molfile: discarded", named - 1);
-    return recordOf(combined(sketch), v3000, sketch.placed ? 1 : 0, sizesOf(sketch), notes);
+    const SketchMolecule all = combined(sketch);
+    return recordOf(all, v3000, sketch.placed ? 1 : 0, sizesOf(sketch), recordName(all, 1), notes);
 }
 
 QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, int firstDrawing, Notes& notes)
 {
     QByteArray text;
     int drawing = firstDrawing;
+    int number = firstDrawing - 1;
     for (const Sketch& sketch : sketches) {
         for (const SketchMolecule& molecule : sketch.molecules)
-            text += recordOf(molecule, v3000, sketch.placed ? drawing : 0, QString(), notes) + endOfRecord + "\n";
+            text +=
+                recordOf(molecule, v3000, sketch.placed ? drawing : 0, QString(), recordName(molecule, ++number), notes)
+                + endOfRecord + "\n";
         ++drawing;
     }
     return text;

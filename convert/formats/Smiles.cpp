@@ -1,21 +1,18 @@
 #include "convert/formats/Smiles.h"
 
 #include "convert/Deadline.h"
+#include "convert/chemistry/Layout.h"
 #include "convert/chemistry/ParserReason.h"
 #include "convert/chemistry/Perception.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/RDKitMolecule.h"
 #include "convert/chemistry/Symbols.h"
 
-#include <GraphMol/Depictor/RDDepictor.h>
-#include <GraphMol/FileParsers/MolFileStereochem.h>
 #include <GraphMol/MolOps.h>
 #include <GraphMol/SmilesParse/SmilesParse.h>
 #include <GraphMol/SmilesParse/SmilesWrite.h>
 
 #include <QRegularExpression>
-
-#include <map>
 
 using namespace RDKit;
 
@@ -25,28 +22,6 @@ namespace {
 constexpr unsigned maxAtoms = 1000;
 constexpr qsizetype maxLineLength = qsizetype{16} * 1024; // characters
 constexpr std::size_t maxAtomsToWrite = 2'000;            // RDKit writes SMILES recursively
-
-constexpr unsigned firstLabelIsotope = 1000; // above all real mass numbers
-
-/// Marks different labels as different isotopes: RDKit distinguishes isotopes, but not labels, as neighbours of a
-/// stereocentre. removeLabelIsotopes() removes the marks.
-void markLabelsAsIsotopes(RWMol& molecule)
-{
-    std::map<std::string, unsigned> isotopes;
-    for (Atom* atom : molecule.atoms()) {
-        std::string label;
-        if (atom->getAtomicNum() == 0 && atom->getIsotope() == 0
-            && atom->getPropIfPresent(common_properties::atomLabel, label))
-            atom->setIsotope(isotopes.try_emplace(label, firstLabelIsotope + isotopes.size()).first->second);
-    }
-}
-
-void removeLabelIsotopes(RWMol& molecule)
-{
-    for (Atom* atom : molecule.atoms())
-        if (atom->getAtomicNum() == 0 && atom->getIsotope() >= firstLabelIsotope)
-            atom->setIsotope(0);
-}
 
 /// A line of a SMILES file.
 struct Line {
@@ -61,31 +36,6 @@ Line parseLine(const QString& text)
     return {match.captured(1), match.captured(2).simplified()};
 }
 
-std::vector<ChosenWedge> chooseWedges(const RWMol& molecule)
-{
-    std::vector<ChosenWedge> chosen;
-    const INT_MAP_INT wedges = pickBondsToWedge(molecule);
-    for (const auto& [index, narrowEnd] : wedges) {
-        const Bond* bond = molecule.getBondWithIdx(index);
-        const Bond::BondDir direction = DetermineBondWedgeState(bond, wedges, &molecule.getConformer());
-        if (bond->getBondType() != Bond::SINGLE || (direction != Bond::BEGINWEDGE && direction != Bond::BEGINDASH))
-            continue;
-        chosen.push_back({static_cast<unsigned>(index), static_cast<unsigned>(narrowEnd),
-                          direction == Bond::BEGINWEDGE ? KYTBT_StereoUp : KYTBT_StereoDown});
-    }
-    return chosen;
-}
-
-/// Warns of double bonds without E/Z stereo that could have it: the drawing shows one of the two isomers.
-void noteUnspecifiedDoubleBonds(const RWMol& molecule, Notes& notes)
-{
-    RWMol marked(molecule);
-    MolOps::findPotentialStereoBonds(marked);
-    for (const Bond* bond : marked.bonds())
-        if (bond->getBondType() == Bond::DOUBLE && bond->getStereo() == Bond::STEREOANY)
-            notes.add("double bonds with unspecified E/Z stereo: drawn as one of the isomers");
-}
-
 /// Warns of stereo that cannot be drawn. `molecule` must not be sanitized.
 void noteUnusualStereo(const RWMol& molecule, Notes& notes)
 {
@@ -95,18 +45,6 @@ void noteUnusualStereo(const RWMol& molecule, Notes& notes)
         if (type != Atom::CHI_UNSPECIFIED && (!isTetrahedral || atom->getTotalDegree() == 2))
             notes.add("stereo of allenes and of non-tetrahedral centres: discarded, not supported in drawings");
     }
-}
-
-SketchMolecule layOut(RWMol& molecule, Notes& notes)
-{
-    noteUnspecifiedDoubleBonds(molecule, notes);
-    MolOps::Kekulize(molecule, true);
-    noteUnusualHydrogens(molecule, notes);
-    RDDepict::compute2DCoords(molecule, nullptr, true);
-    SketchMolecule drawn = sketchOf(molecule, chooseWedges(molecule), notes);
-    spreadPieces(drawn);
-    liftWedges(drawn);
-    return drawn;
 }
 
 /// The start of a SMILES, for a message.
@@ -136,18 +74,17 @@ bool hasLabels(const RWMol& molecule)
     return false;
 }
 
-/// Sanitizes a parsed molecule with labels; keeps stereocentres whose neighbours differ only in their labels.
-std::unique_ptr<RWMol> sanitizedWithLabels(const RWMol& parsed)
+/// The sanitized molecule of a SMILES that has been parsed as it is.
+std::unique_ptr<RWMol> sanitized(const RWMol& parsed, const std::string& smiles)
 {
+    if (!hasLabels(parsed))
+        return parse(smiles, true);
     auto molecule = std::make_unique<RWMol>(parsed);
-    markLabelsAsIsotopes(*molecule);
-    MolOps::removeHs(*molecule, false, false, true);
-    MolOps::assignStereochemistry(*molecule, true, true);
-    removeLabelIsotopes(*molecule);
+    sanitizeWithLabels(*molecule);
     return molecule;
 }
 
-SketchMolecule readLine(const QString& text, Notes& notes)
+SketchMolecule readLine(const QString& text, const QString& place, Notes& notes)
 {
     if (text.size() > maxLineLength)
         throw ConversionError(QStringLiteral("line longer than %1 characters").arg(maxLineLength));
@@ -161,11 +98,12 @@ SketchMolecule readLine(const QString& text, Notes& notes)
     const unsigned atoms = parsed->getNumAtoms();
     if (atoms > maxAtoms)
         throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtoms));
-    const std::unique_ptr<RWMol> molecule = hasLabels(*parsed) ? sanitizedWithLabels(*parsed) : parse(smiles, true);
+    const std::unique_ptr<RWMol> molecule = sanitized(*parsed, smiles);
     if (molecule->getNumAtoms() == 0)
         throw ConversionError(QStringLiteral("molecule without atoms"));
     noteUnusualStereo(*parsed, notes);
-    SketchMolecule drawn = layOut(*molecule, notes);
+    SketchMolecule drawn =
+        layOut(*molecule, line.name.isEmpty() ? place : QStringLiteral("%1 (%2)").arg(place, line.name), notes);
     drawn.name = line.name;
     return drawn;
 }
@@ -261,12 +199,13 @@ std::unique_ptr<RecordReader> smilesRecords(LineReader& lines, const InputStyle&
 
 std::vector<Sketch> readSmiles(const Record& record, const QString& file, Notes& notes)
 {
-    const Deadline deadline(QStringLiteral("%1:%2").arg(file).arg(record.line));
+    const QString place = QStringLiteral("%1:%2").arg(file).arg(record.line);
+    const Deadline deadline(place);
     const QString text = QString::fromUtf8(record.text).trimmed();
     try {
         Sketch sketch;
         sketch.laidOut = true;
-        SketchMolecule molecule = readLine(text, notes);
+        SketchMolecule molecule = readLine(text, place, notes);
         if (!record.name.isEmpty())
             molecule.name = record.name;
         molecule.data = record.data;
@@ -275,10 +214,8 @@ std::vector<Sketch> readSmiles(const Record& record, const QString& file, Notes&
         return {std::move(sketch)};
     } catch (const std::exception& fault) {
         const QString name = record.name.isEmpty() ? parseLine(text).name : record.name;
-        throw ConversionError(QStringLiteral("%1:%2: %3%4")
-                                  .arg(file)
-                                  .arg(record.line)
-                                  .arg(name.isEmpty() ? QString() : name + QStringLiteral(": "),
+        throw ConversionError(QStringLiteral("%1: %2%3")
+                                  .arg(place, name.isEmpty() ? QString() : name + QStringLiteral(": "),
                                        plainReason(QString::fromUtf8(fault.what()))));
     }
 }
@@ -295,9 +232,7 @@ QString smilesOf(const SketchMolecule& drawn, Notes& notes)
     const int labels = setLabels(*molecule, drawn);
     std::string smiles;
     try {
-        markLabelsAsIsotopes(*molecule);
-        perceive(*molecule);
-        removeLabelIsotopes(*molecule);
+        perceive(*molecule, Hydrogens::Remove);
         molecule->clearConformers();
         if (labels > 0)
             smiles = MolToCXSmiles(*molecule, SmilesWriteParams(), SmilesWrite::CX_ATOM_LABELS);

@@ -18,6 +18,7 @@ QString located(const LocatedFault& fault, const QString& name)
 /// Adds warnings for everything that a workspace cannot store.
 void noteLosses(const Sketch& sketch, Notes& notes)
 {
+    noteOpenDoubleBonds(sketch, notes);
     for (const SketchMolecule& molecule : sketch.molecules) {
         notes.add("molecule names: discarded, not supported in workspaces", molecule.name.isEmpty() ? 0 : 1);
         notes.add("record properties: discarded, not supported in workspaces", std::ssize(molecule.data));

@@ -203,6 +203,27 @@ private slots:
         QCOMPARE(smilesOf(alanine("WedgedHashBegin")), QByteArray("C[C@H](N)C(=O)O\n"));
     }
 
+    void wavyBondsLeaveADoubleBondOpen_data()
+    {
+        QTest::addColumn<QByteArray>("single");
+        QTest::addColumn<QByteArray>("both");
+        QTest::addColumn<QByteArray>("smiles");
+        QTest::newRow("none") << QByteArray() << QByteArray() << QByteArray("C/C=C/C\n");
+        QTest::newRow("a single bond") << QByteArray(" Display=\"Wavy\"") << QByteArray() << QByteArray("CC=CC\n");
+        QTest::newRow("the double bond") << QByteArray() << QByteArray(" Display=\"Wavy\"") << QByteArray("CC=CC\n");
+    }
+
+    void wavyBondsLeaveADoubleBondOpen()
+    {
+        QFETCH(QByteArray, single);
+        QFETCH(QByteArray, both);
+        const QByteArray butene = fragmentWith(
+            "<n id=\"2\" p=\"0 0\"/><n id=\"3\" p=\"13 7\"/><n id=\"4\" p=\"26 0\"/><n id=\"5\" p=\"39 7\"/>"
+            "<b B=\"2\" E=\"3\""
+            + single + "/><b B=\"3\" E=\"4\" Order=\"2\"" + both + "/><b B=\"4\" E=\"5\"/>");
+        QTEST(smilesOf(butene), "smiles");
+    }
+
     void fragmentsAreMoleculesOfOneDrawing()
     {
         const QByteArray two = documentWith("<group><fragment id=\"1\"><n id=\"2\" p=\"0 0\"/></fragment></group>"

@@ -44,6 +44,7 @@ private slots:
         row("C[C@@H](N)C(=O)O", "InChI=1S/C3H7NO2/c1-2(4)3(5)6/h2H,4H2,1H3,(H,5,6)/t2-/m1/s1");
         row("C/C=C/C", "InChI=1S/C4H8/c1-3-4-2/h3-4H,1-2H3/b4-3+");
         row("C/C=C\\C", "InChI=1S/C4H8/c1-3-4-2/h3-4H,1-2H3/b4-3-");
+        row("CC=CC", "InChI=1S/C4H8/c1-3-4-2/h3-4H,1-2H3");
         row("[13CH4]", "InChI=1S/CH4/h1H4/i1+1");
         row("[2H]C", "InChI=1S/CH4/h1H4/i1D");
         row("[NH4+].[Cl-]", "InChI=1S/ClH.H3N/h1H;1H3");

@@ -272,8 +272,10 @@ private slots:
 
     void scaleAndAxesOfAMolfile()
     {
-        const QByteArray text =
-            write(read("KYTFILE MOLECULE 1 0 ATOM N+ 130 45 -30 1 2 3 END_MOLECULE END_KYTFILE", "kyt"), "mol");
+        const QByteArray text = write(read("KYTFILE MOLECULE 2 1 ATOM N+ 130 45 -30 1 2 3 ATOM C 160 45 0 4 5 6 "
+                                           "BOND 0 1 1 1 END_MOLECULE END_KYTFILE",
+                                           "kyt"),
+                                      "mol");
         QVERIFY(text.contains("    6.5000   -2.2500   -1.5000 N "));
         QVERIFY(text.contains("M  CHG  1   1   1"));
         QVERIFY(text.contains("KYTSTUDIO_COLORS>\n1 1 2 3\n"));
@@ -726,8 +728,9 @@ private slots:
         QFETCH(int, kind);
         QFETCH(float, depth);
         QFETCH(bool, noted);
-        Sketch sketch = chainOf(2);
+        Sketch sketch = chainOf(3);
         sketch.molecules[0].atoms[1].depth = depth;
+        sketch.molecules[0].atoms[2].depth = 5; // so that the molecule has a shape in space
         sketch.molecules[0].bonds[0].kinds = {KytBondType(kind)};
         Notes notes;
         molfileOf(sketch, false, notes);
