@@ -63,16 +63,6 @@ int countOverlaps(const SketchMolecule& molecule)
     return static_cast<int>(molecule.atoms.size() - cells.size());
 }
 
-/// Opens the double bonds for which the molecule has no E/Z stereo, but the drawing shows some.
-void openDoubleBonds(Attempt& attempt, const Stereo& meant)
-{
-    for (SketchBond& bond : attempt.drawn.bonds) {
-        const std::pair<unsigned, unsigned> ends = std::minmax<unsigned>({unsigned(bond.from), unsigned(bond.to)});
-        if (!meant.doubleBonds.contains(ends) && attempt.shown.doubleBonds.erase(ends) > 0)
-            bond.open = true;
-    }
-}
-
 Attempt draw(RWMol& molecule, const Stereo& meant, LayoutMethod method)
 {
     Attempt attempt;
@@ -82,7 +72,7 @@ Attempt draw(RWMol& molecule, const Stereo& meant, LayoutMethod method)
     liftWedges(attempt.drawn);
     if (const std::unique_ptr<RWMol> perceived = perceivedMolecule(attempt.drawn))
         attempt.shown = stereoOf(*perceived);
-    openDoubleBonds(attempt, meant);
+    openDoubleBonds(attempt.drawn, meant, attempt.shown);
     attempt.differences = countDifferences(meant, attempt.shown);
     attempt.overlaps = countOverlaps(attempt.drawn);
     return attempt;

@@ -69,12 +69,24 @@ void perceive(RWMol& molecule, Hydrogens hydrogens)
         MolOps::assignChiralTypesFrom3D(molecule, conformer);
     else
         MolOps::assignChiralTypesFromBondDirs(molecule, conformer);
-    // The sides of double bonds come before hydrogens are removed: some are the only neighbour that shows them.
+    // The sides of double bonds come before hydrogens are removed, since some are the only neighbour that shows them, and
+    // again after that, since the sides of conjugated bonds depend on each other.
     MolOps::clearSingleBondDirFlags(molecule);
     MolOps::detectBondStereochemistry(molecule, conformer);
     sanitize(molecule, hydrogens);
-    MolOps::assignStereochemistry(molecule, true, true, true);
+    if (hydrogens == Hydrogens::Remove) {
+        MolOps::clearSingleBondDirFlags(molecule);
+        MolOps::detectBondStereochemistry(molecule, conformer);
+    }
+    MolOps::assignStereochemistry(molecule, true, true);
     removeLabelIsotopes(molecule);
+}
+
+void assignParsedStereo(RWMol& molecule)
+{
+    // The parser has assigned chiral tags and bond directions, but does not know which atoms are stereocentres.
+    sanitize(molecule, Hydrogens::Keep);
+    MolOps::assignStereochemistry(molecule, true, true);
 }
 
 std::unique_ptr<RWMol> perceivedMolecule(const SketchMolecule& drawn, Labels labels)

@@ -21,5 +21,10 @@ void sanitizeWithLabels(RDKit::RWMol& molecule);
 /// valences pass.
 void perceive(RDKit::RWMol& molecule, Hydrogens hydrogens = Hydrogens::Keep);
 
+/// Sanitizes a molecule that was parsed from a molfile as it is, and assigns its stereo as RDKit does: in space from
+/// its coordinates, otherwise from its wedges and coordinates. All atoms are kept. Lets RDKit's exceptions for
+/// impossible valences pass.
+void assignParsedStereo(RDKit::RWMol& molecule);
+
 /// The perceived molecule of a drawing, with its atoms in the same order; null if its valences are impossible.
 std::unique_ptr<RDKit::RWMol> perceivedMolecule(const SketchMolecule& drawn, Labels labels = Labels::Distinct);

@@ -71,6 +71,13 @@ std::vector<std::size_t> piecesOf(const SketchMolecule& molecule)
 
 constexpr double riseTolerance = 0.01; // relative; coordinates of files are rounded
 
+/// The projection angle of a wedge between two atoms, in degrees.
+float angleFromDepths(const SketchAtom& from, const SketchAtom& to)
+{
+    const double length = pixelDistance({from.x, from.y}, {to.x, to.y});
+    return narrowed(projectionAngle(double{from.depth} - to.depth, length));
+}
+
 /// Whether the depth rises along a wedge as along one that is drawn by hand.
 bool risesAsDrawn(const SketchMolecule& molecule, const SketchBond& wedge)
 {
@@ -260,8 +267,14 @@ void liftWedges(SketchMolecule& molecule)
             to.depth = narrowed(wedge.kinds.front() == KYTBT_StereoUp ? from.depth + rise : from.depth - rise);
             wedge.angle = drawnAngle;
         } else {
-            const double length = pixelDistance({from.x, from.y}, {to.x, to.y});
-            wedge.angle = narrowed(projectionAngle(double{from.depth} - to.depth, length));
+            wedge.angle = angleFromDepths(from, to);
         }
     }
+}
+
+void setWedgeAngles(SketchMolecule& molecule)
+{
+    for (SketchBond& bond : molecule.bonds)
+        if (isWedge(bond))
+            bond.angle = angleFromDepths(molecule.atoms[bond.from], molecule.atoms[bond.to]);
 }

@@ -39,3 +39,6 @@ bool isFlat(const SketchMolecule& molecule);
 /// match. A wedge is processed before those that start at its wide end, and an atom is moved at most once. All other
 /// wedges get the angle that results from the depths of their ends.
 void liftWedges(SketchMolecule& molecule);
+
+/// Gives every wedge the angle that results from the depths of its ends, which it keeps.
+void setWedgeAngles(SketchMolecule& molecule);

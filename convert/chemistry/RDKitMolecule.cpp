@@ -339,6 +339,14 @@ SketchMolecule sketchOf(const ROMol& molecule, const std::vector<ChosenWedge>& w
     return drawn;
 }
 
+bool hasMarks(const ROMol& molecule)
+{
+    for (const Bond* bond : molecule.bonds())
+        if (const unsigned mark = stereoMark(*bond); mark == upWedge || mark == downWedge)
+            return true;
+    return false;
+}
+
 void noteUnusualHydrogens(const RWMol& molecule, Notes& notes)
 {
     RWMol drawn(molecule);

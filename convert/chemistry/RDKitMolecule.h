@@ -30,6 +30,9 @@ struct ChosenWedge {
 /// marks of the molfile; `wedges` adds others.
 SketchMolecule sketchOf(const RDKit::ROMol& molecule, const std::vector<ChosenWedge>& wedges, Notes& notes);
 
+/// Whether any bond of a parsed molfile is marked as a wedge.
+bool hasMarks(const RDKit::ROMol& molecule);
+
 /// Warns of atoms whose given number of hydrogens differs from the number that the symbol alone implies. Atoms with
 /// aromatic bonds are skipped.
 void noteUnusualHydrogens(const RDKit::RWMol& molecule, Notes& notes);

@@ -80,6 +80,16 @@ int countDifferences(const Stereo& one, const Stereo& other)
                             + differingKeys(one.doubleBonds, other.doubleBonds).size());
 }
 
+void openDoubleBonds(SketchMolecule& drawn, const Stereo& meant, Stereo& shown)
+{
+    for (SketchBond& bond : drawn.bonds) {
+        const auto [first, second] = std::minmax(bond.from, bond.to);
+        const std::pair<unsigned, unsigned> ends(first, second);
+        if (!meant.doubleBonds.contains(ends) && shown.doubleBonds.erase(ends) > 0)
+            bond.open = true;
+    }
+}
+
 QString differencesOf(const ROMol& one, const ROMol& other)
 {
     if (one.getNumAtoms() != other.getNumAtoms())

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "convert/chemistry/Sketch.h"
+
 #include <GraphMol/ROMol.h>
 
 #include <QString>
@@ -27,6 +29,10 @@ QString differencesOf(const RDKit::ROMol& one, const RDKit::ROMol& other);
 
 /// The number of stereocentres and double bonds that differ.
 int countDifferences(const Stereo& one, const Stereo& other);
+
+/// Opens the double bonds of a drawing for which the molecule that is meant has no E/Z stereo, but the drawing shows
+/// some, and removes them from `shown`.
+void openDoubleBonds(SketchMolecule& drawn, const Stereo& meant, Stereo& shown);
 
 /// Where they differ, such as "atom 3, bond 5=6", counted from 1; empty if they are equal.
 QString differencesOf(const Stereo& one, const Stereo& other);

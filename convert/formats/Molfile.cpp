@@ -3,12 +3,14 @@
 #include "convert/Deadline.h"
 #include "convert/chemistry/Perception.h"
 #include "convert/chemistry/Placement.h"
+#include "convert/chemistry/Projection.h"
 #include "convert/chemistry/RDKitMolecule.h"
 #include "convert/chemistry/Stereo.h"
 #include "convert/chemistry/Symbols.h"
 #include "convert/formats/SdRecords.h"
 
 #include <GraphMol/FileParsers/FileParsers.h>
+#include <GraphMol/SanitException.h>
 
 #include <QRegularExpression>
 
@@ -32,6 +34,7 @@ const QString depthsProperty = QStringLiteral("KYTSTUDIO_DEPTHS");
 constexpr double maxCoordinateInV2000 = 9999; // angstroms, due to the width of the columns
 constexpr double maxCoordinate = 1e9;         // angstroms
 constexpr std::size_t maxCountInV2000 = 999;  // of atoms, and of bonds
+constexpr std::size_t maxAtomsToCheck = 1000; // in a record; RDKit ranks them in quadratic time
 constexpr int maxLabels = 50;                 // different labels in the symbol column of a molfile
 
 /// Also false for a coordinate that is not finite.
@@ -132,6 +135,55 @@ std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
 bool isInSpace(const RWMol& molecule)
 {
     return molecule.getNumConformers() > 0 && molecule.getConformer().is3D();
+}
+
+/// Whether a record was written from a drawing.
+bool isOurs(const SdRecord& record)
+{
+    return std::any_of(record.data.begin(), record.data.end(),
+                       [](const auto& entry) { return entry.first == colorsProperty; });
+}
+
+/// Where a record is, for warnings: its first line and its name.
+QString placeOf(const SdRecord& record, const RWMol& molecule, const QString& name)
+{
+    const QString place = QStringLiteral("%1:%2").arg(name).arg(record.firstLine);
+    std::string title;
+    molecule.getPropIfPresent(common_properties::_Name, title);
+    const QString shown = QString::fromStdString(title).simplified();
+    return shown.isEmpty() ? place : QStringLiteral("%1 (%2)").arg(place, shown);
+}
+
+/// The parsed molecule with its stereo assigned; null if its valences are impossible or it is too large.
+std::unique_ptr<RWMol> withStereo(const RWMol& parsed)
+{
+    if (parsed.getNumAtoms() > maxAtomsToCheck)
+        return nullptr;
+    auto molecule = std::make_unique<RWMol>(parsed);
+    try {
+        assignParsedStereo(*molecule);
+        return molecule;
+    } catch (const MolSanitizeException&) {
+        return nullptr;
+    }
+}
+
+/// Draws a parsed molecule; one in space without wedges gets those that its projection allows, unless the record was
+/// written from a drawing without wedges. Warns if the drawing
+/// shows other stereo than the file.
+SketchMolecule drawingOf(const RWMol& parsed, const QString& place, bool isOurs, Notes& notes)
+{
+    const std::unique_ptr<RWMol> meant = withStereo(parsed);
+    const bool needsWedges = meant && !isOurs && isInSpace(parsed) && !hasMarks(parsed);
+    SketchMolecule drawn = sketchOf(parsed, needsWedges ? projectedWedges(*meant) : std::vector<ChosenWedge>(), notes);
+    const std::unique_ptr<RWMol> perceived = meant ? perceivedMolecule(drawn, Labels::Alike) : nullptr;
+    if (!perceived)
+        return drawn;
+    Stereo shown = stereoOf(*perceived);
+    openDoubleBonds(drawn, stereoOf(*meant), shown);
+    if (const QString differences = differencesOf(stereoOf(*meant), shown); !differences.isEmpty())
+        notes.add(QStringLiteral("%1: stereo of %2: drawn otherwise than read").arg(place, differences));
+    return drawn;
 }
 
 /// Sets the colours of all atoms from a property. Returns false if the property does not match the molecule.
@@ -333,11 +385,13 @@ void noteContradictoryWedges(const SketchMolecule& molecule, Notes& notes)
 /// Warns if RDKit, as any other program, reads another molecule from a molfile than the drawing shows.
 void noteMisreading(const std::string& molfile, const SketchMolecule& drawn, const QString& name, Notes& notes)
 {
-    const std::unique_ptr<RWMol> meant = perceivedMolecule(drawn, Labels::Alike);
+    const std::unique_ptr<RWMol> meant =
+        drawn.atoms.size() <= maxAtomsToCheck ? perceivedMolecule(drawn, Labels::Alike) : nullptr;
     if (!meant)
         return;
     try {
-        const std::unique_ptr<RWMol> found(MolBlockToMol(molfile, true, false));
+        const std::unique_ptr<RWMol> found(MolBlockToMol(molfile, false, false));
+        assignParsedStereo(*found);
         if (const QString differences = differencesOf(*meant, *found); !differences.isEmpty())
             notes.add(QStringLiteral("%1: %2: read otherwise by other programs").arg(name, differences));
     } catch (const std::exception&) {
@@ -423,7 +477,7 @@ std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes&
     for (const SdRecord& record : records) {
         const std::unique_ptr<RWMol> parsed = parse(record, name);
         noteUnusualHydrogens(*parsed, notes);
-        SketchMolecule molecule = sketchOf(*parsed, {}, notes);
+        SketchMolecule molecule = drawingOf(*parsed, placeOf(record, *parsed, name), isOurs(record), notes);
         molecule.data = record.data;
         if (const auto symbols = take(molecule, symbolsProperty); symbols && !applySymbols(molecule, *symbols))
             notes.add("KYTSTUDIO_SYMBOLS properties that do not match the molecule: not fully applied");
@@ -432,7 +486,10 @@ std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes&
         const auto depths = take(molecule, depthsProperty);
         if (depths && (isInSpace(*parsed) || !applyDepths(molecule, *depths)))
             notes.add("KYTSTUDIO_DEPTHS properties that do not match the molecule: not fully applied");
-        liftWedges(molecule);
+        if (!isInSpace(*parsed) || hasMarks(*parsed))
+            liftWedges(molecule);
+        else
+            setWedgeAngles(molecule);
         const QString drawing = take(molecule, QLatin1String(drawingProperty)).value_or(QString());
         const QString sizes = take(molecule, sizesProperty).value_or(QString());
 
