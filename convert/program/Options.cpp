@@ -160,25 +160,25 @@ QString helpText()
        kytconvert --check FILE...
        kytconvert --info [--json] FILE...
 
-Converts molecule drawings. Reads kyt, kyf, mol, mdl, sdf and smi; writes these
-and svg, png and pdf. "-" is standard input or output. Where the output holds a
-single drawing, several inputs are laid out side by side. "%d" in OUTPUT writes
-one file per molecule.
+Converts molecule drawings. Reads kyt, kyf, mol, mdl, sdf, smi, csv, tsv and
+cdxml; writes kyt, kyf, mol, mdl, sdf, smi, xyz, inchi, inchikey, svg, png and
+pdf; all of them also compressed, as .gz. "-" is standard input or output. "%d"
+in OUTPUT writes one file per molecule.
 
   -o, --output FILE    output file; its extension selects the format
-  --from FORMAT        input format (default: from the file extension)
-  --to FORMAT          output format (default: from the file extension)
+  --from, --to FORMAT  formats (default: from the file extensions)
   --v3000              always write molfiles and SD files as V3000
-  --scale NUMBER       scale factor of a picture (default: 1)
-  --margin PIXELS      margin around the drawing in a picture (default: 10)
-  --background COLOUR  background: name, #rrggbb, transparent (default: white)
-  --check              report all errors that the editor finds in a file
-  --info, --json       print formula, weight, rings and warnings, also as JSON
+  --scale NUMBER, --margin PIXELS, --background COLOUR   of a picture
+  --smiles-column, --name-column COLUMN   of a table: heading or number
+  --skip-errors        go on after records that cannot be converted
+  --jobs NUMBER        worker processes (default: one per processor)
+  --time-limit SECONDS processor time for a record (default: 60)
+  --check              report all faults that are found in a file
+  --info, --json       print formula, weight, InChI and warnings, also as JSON
   --help, --version
 
 Examples:
   kytconvert drawing.kyt -o figure.pdf --margin 5
-  kytconvert molecules.smi -o molecules.sdf
-  echo 'CC(=O)O acetic acid' | kytconvert --from smi - -o acid.kyf
+  kytconvert molecules.csv.gz -o molecules.sdf --skip-errors
 )");
 }
