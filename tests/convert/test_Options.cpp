@@ -207,10 +207,10 @@ private slots:
         row("an unknown letter", {"a", "-x"}, "unknown option 'x' ");
         row("an option without its value", {"a", "--to"}, "missing value after '--to' ");
         row("a value for an option without one", {"a", "--check=yes"}, "unexpected value after '--check' ");
-        row("an unknown format to read", {"--from", "xyz", "-", "--to", "smi"}, "unknown format \"xyz\"");
+        row("an unknown format to read", {"--from", "abc", "-", "--to", "smi"}, "unknown format \"abc\"");
         row("an unknown format to write", {"a", "--to", ""}, "unknown format \"\"");
         row("no format to write", {"a"}, "unknown output format: use a file extension or --to");
-        row("an unknown file extension", {"a", "-o", "b.xyz"}, "unknown output format: use a file extension or --to");
+        row("an unknown file extension", {"a", "-o", "b.abc"}, "unknown output format: use a file extension or --to");
         row("standard input twice", {"-", "a", "-", "--to", "smi"}, "standard input can be read only once");
         row("a check and a table", {"--check", "--info", "a"}, "--check and --info cannot be combined");
         row("a check that writes", {"--check", "a", "-o", "b.svg"},

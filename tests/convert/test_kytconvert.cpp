@@ -335,7 +335,7 @@ private slots:
         QTest::newRow("empty") << QStringList{"--from", "kyt", "-"} + toFile << QByteArray() << ":1:1: ";
         QTest::newRow("binary") << QStringList{"--from", "mol", "-"} + toFile << QByteArray("\0\xff\x01", 3) << ":1: ";
         QTest::newRow("bad SMILES") << QStringList{"--from", "smi", "-"} + toFile << QByteArray("CC\nC(C\n") << ":2: ";
-        QTest::newRow("unknown ending") << QStringList{"none.xyz"} + toFile << QByteArray() << "none.xyz: ";
+        QTest::newRow("unknown ending") << QStringList{"none.abc"} + toFile << QByteArray() << "none.abc: ";
         QTest::newRow("unknown option") << QStringList{"--bogus"} << QByteArray() << "bogus";
         QTest::newRow("no input") << QStringList() << QByteArray() << "no input";
         QTest::newRow("a picture is no input")
