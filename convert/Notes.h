@@ -13,14 +13,26 @@ public:
     /// Adds `count` occurrences of the kind; ignored if 0.
     void add(const QString& kind, qsizetype count = 1);
 
+    /// Like add, for what every conversion of its kind loses: only for those who ask for details.
+    void addDetail(const QString& kind, qsizetype count = 1);
+
     /// Adds all occurrences of others.
     void add(const Notes& others);
 
     /// One line per kind, in order of first occurrence: the kind, followed by its count in parentheses.
     QStringList lines() const;
 
+    /// The same for the details.
+    QStringList detailLines() const;
+
 private:
-    std::vector<std::pair<QString, qsizetype>> kinds;
+    using Counts = std::vector<std::pair<QString, qsizetype>>;
+
+    static void addTo(Counts& counts, const QString& kind, qsizetype count);
+    static QStringList linesOf(const Counts& counts);
+
+    Counts kinds;
+    Counts details;
 };
 
 /// Input that cannot be read, or output that cannot be written. The text is one line for the user and names the file

@@ -507,7 +507,7 @@ QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes)
 {
     const auto named = std::count_if(sketch.molecules.begin(), sketch.molecules.end(),
                                      [](const SketchMolecule& molecule) { return !molecule.name.isEmpty(); });
-    notes.add("molecule names other than the first in a molfile: discarded", named - 1);
+    notes.addDetail("molecule names other than the first in a molfile: discarded", named - 1);
     const SketchMolecule all = combined(sketch);
     return recordOf(all, v3000, sketch.placed ? 1 : 0, sizesOf(sketch), recordName(all, 1), notes);
 }

@@ -77,6 +77,7 @@ Options parseOptions(const QStringList& arguments)
                        {"check", {}},
                        {"info", {}},
                        {"json", {}},
+                       {"verbose", {}},
                        {{"h", "help"}, {}},
                        {"version", {}}});
     if (!parser.parse(QStringList("kytconvert") + arguments))
@@ -96,6 +97,7 @@ Options parseOptions(const QStringList& arguments)
     if (parser.isSet("from"))
         options.from = formatOption(parser, "from");
     options.json = parser.isSet("json");
+    options.verbose = parser.isSet("verbose");
     if (options.json && options.task != Options::Task::Info)
         fail(QStringLiteral("--json requires --info"));
     if (options.task != Options::Task::Convert && (parser.isSet("output") || parser.isSet("to")))
@@ -136,7 +138,7 @@ one file per molecule.
   --background COLOUR  background: name, #rrggbb, transparent (default: white)
   --check              report all errors that the editor finds in a file
   --info, --json       print formula, weight, rings and warnings, also as JSON
-  --help, --version
+  --help, --version, --verbose (reports also what is discarded in every case)
 
 Examples:
   kytconvert drawing.kyt -o figure.pdf --margin 5

@@ -15,6 +15,7 @@ struct Options {
     const Format* to = nullptr;   ///< set if the task is to convert
     OutputStyle style;
     bool json = false;
+    bool verbose = false; ///< print also what every conversion of its kind loses
 };
 
 /// Parses the arguments after the program name. Throws ConversionError for invalid arguments.

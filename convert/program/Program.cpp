@@ -140,7 +140,8 @@ int perform(const Options& options)
     } else {
         convert(options, notes);
     }
-    for (const QString& line : notes.lines())
+    const QStringList details = options.verbose ? notes.detailLines() : QStringList();
+    for (const QString& line : notes.lines() + details)
         printError(QStringLiteral("warning: ") + line);
     return status;
 }

@@ -385,6 +385,14 @@ private slots:
                  QString("kytconvert: warning: hydrogen bonds: written as bond type 8 (any) in V2000 (2)\n"));
     }
 
+    void whatIsAlwaysLostIsToldOnDemand()
+    {
+        QCOMPARE(convert({"data/caffeine.kyt", "--to", "smi"}).err, QString());
+        QCOMPARE(convert({"data/caffeine.kyt", "--to", "smi", "--verbose"}).err,
+                 QString("kytconvert: warning: coordinates, depths and colours of molecules: discarded, not supported "
+                         "in SMILES (1)\n"));
+    }
+
 private:
     std::unique_ptr<QTemporaryDir> folder;
 };
