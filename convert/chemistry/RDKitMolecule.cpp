@@ -163,10 +163,9 @@ QString symbolOf(const Atom& atom, Notes& notes)
         notes.add("unpaired electrons: discarded, not supported in drawings");
     if (atom.getAtomMapNum() > 0)
         notes.add("atom map numbers: discarded, not supported in drawings");
-    if (atom.getAtomicNum() == 0) {
-        if (atom.getPropIfPresent(common_properties::dummyLabel, text) && !labelOf(text).isEmpty())
-            return labelOf(text);
-    }
+    if (atom.getAtomicNum() == 0 && atom.getIsotope() == 0 && atom.getPropIfPresent(common_properties::dummyLabel, text)
+        && !labelOf(text).isEmpty())
+        return labelOf(text);
     if (atom.hasQuery() && atom.getQuery()->getDescription() != "AtomNull") // AtomNull is "*"
         notes.add("query atoms: read as ordinary atoms");
     return ::symbolOf(elementOf(atom));

@@ -36,7 +36,8 @@ constexpr double maxCoordinateInV2000 = 9999; // angstroms, due to the width of 
 constexpr double maxCoordinate = 1e9;         // angstroms
 constexpr std::size_t maxCountInV2000 = 999;  // of atoms, and of bonds
 constexpr std::size_t maxAtomsToCheck = 1000; // in a record; RDKit ranks them in quadratic time
-constexpr int maxLabels = 50;                 // different labels in the symbol column of a molfile
+constexpr int maxChargeInV2000 = 15;
+constexpr int maxLabels = 50; // different labels in the symbol column of a molfile
 
 /// Also false for a coordinate that is not finite.
 bool isInRange(double angstroms)
@@ -351,9 +352,16 @@ QString symbolsOf(const SketchMolecule& molecule, bool v3000)
     return lines.join(u'\n');
 }
 
+bool hasChargeBeyondV2000(const SketchAtom& atom)
+{
+    const std::optional<ElementSymbol> element = parseSymbol(atom.symbol);
+    return element && std::abs(element->charge) > maxChargeInV2000;
+}
+
 bool fitsV2000(const SketchMolecule& molecule)
 {
     return molecule.atoms.size() <= maxCountInV2000 && molecule.bonds.size() <= maxCountInV2000
+        && std::none_of(molecule.atoms.begin(), molecule.atoms.end(), hasChargeBeyondV2000)
         && std::all_of(molecule.atoms.begin(), molecule.atoms.end(), [](const SketchAtom& atom) {
                const double largest = std::max({std::fabs(atom.x), std::fabs(atom.y), std::fabs(double{atom.depth})});
                return largest < maxCoordinateInV2000 * pixelsPerAngstrom;
