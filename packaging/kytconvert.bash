@@ -27,7 +27,7 @@ _kytconvert() {
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "-o --output --from --to --v3000 --scale --margin --background \
             --smiles-column --name-column --skip-errors --jobs --time-limit --check --info --json \
-            --help --version" -- "$current")
+            --help --verbose --version" -- "$current")
         return
     fi
     local extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|csv|tsv|cdxml)?(.gz)'

@@ -109,7 +109,7 @@ SketchMolecule layOut(RWMol& molecule, const QString& name, Notes& notes)
             best = std::move(second);
     }
     if (best.differences > 0)
-        notes.add(
+        notes.addMolecule(
             QStringLiteral("%1: stereo of %2: drawn otherwise than read").arg(name, differencesOf(meant, best.shown)));
     notes.add(best.notes);
     return std::move(best.drawn);

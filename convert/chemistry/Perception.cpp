@@ -69,8 +69,8 @@ void perceive(RWMol& molecule, Hydrogens hydrogens)
         MolOps::assignChiralTypesFrom3D(molecule, conformer);
     else
         MolOps::assignChiralTypesFromBondDirs(molecule, conformer);
-    // The sides of double bonds come before hydrogens are removed, since some are the only neighbour that shows them, and
-    // again after that, since the sides of conjugated bonds depend on each other.
+    // The sides of double bonds come before hydrogens are removed, since some are the only neighbour that shows them,
+    // and again after that, since the sides of conjugated bonds depend on each other.
     MolOps::clearSingleBondDirFlags(molecule);
     MolOps::detectBondStereochemistry(molecule, conformer);
     sanitize(molecule, hydrogens);

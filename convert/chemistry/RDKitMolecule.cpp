@@ -143,24 +143,32 @@ QString labelOf(const std::string& text)
     return label;
 }
 
+ElementSymbol elementOf(const Atom& atom)
+{
+    return {atom.getAtomicNum(), static_cast<int>(atom.getIsotope()), atom.getFormalCharge()};
+}
+
 QString symbolOf(const Atom& atom, Notes& notes)
 {
     std::string text;
-    if (atom.getPropIfPresent(common_properties::molFileAlias, text) && !labelOf(text).isEmpty())
+    if (atom.getPropIfPresent(common_properties::molFileAlias, text) && !labelOf(text).isEmpty()) {
+        const ElementSymbol element = elementOf(atom);
+        if (element.number > 0 && parseSymbol(labelOf(text)) != element)
+            notes.add("aliases that replace elements: read as labels");
         return labelOf(text);
+    }
     if (atom.getPropIfPresent(common_properties::atomLabel, text) && !labelOf(text).isEmpty())
         return labelOf(text);
     if (atom.getNumRadicalElectrons() > 0)
         notes.add("unpaired electrons: discarded, not supported in drawings");
     if (atom.getAtomMapNum() > 0)
         notes.add("atom map numbers: discarded, not supported in drawings");
-    if (atom.getAtomicNum() == 0) {
-        if (atom.getPropIfPresent(common_properties::dummyLabel, text) && !labelOf(text).isEmpty())
-            return labelOf(text);
-    }
+    if (atom.getAtomicNum() == 0 && atom.getIsotope() == 0 && atom.getPropIfPresent(common_properties::dummyLabel, text)
+        && !labelOf(text).isEmpty())
+        return labelOf(text);
     if (atom.hasQuery() && atom.getQuery()->getDescription() != "AtomNull") // AtomNull is "*"
         notes.add("query atoms: read as ordinary atoms");
-    return ::symbolOf(ElementSymbol{atom.getAtomicNum(), static_cast<int>(atom.getIsotope()), atom.getFormalCharge()});
+    return ::symbolOf(elementOf(atom));
 }
 
 /// The bond type given in the molfile; 0 for a molecule from another source.

@@ -11,7 +11,8 @@
 namespace {
 
 constexpr int elements = 118;
-constexpr int maxCharge = 15;
+constexpr int maxAttachment = 99;
+constexpr int maxCharge = 99;
 
 /// The element symbols by atomic number; index 0 is "*".
 const QStringList& elementNames()
@@ -103,6 +104,9 @@ std::optional<ElementSymbol> parseSymbol(QStringView symbol)
         R"(\A([1-9][0-9]{0,2})?(\*|[A-Z][a-z]?)([0-9]{0,2}[+\-\x{2212}]|[+\-\x{2212}][0-9]{1,2}|\+{2,4}|-{2,4})?\z)"));
     if (const int number = plainElement(symbol); number > 0)
         return ElementSymbol{number, 0, 0};
+    static const QRegularExpression numbered(QStringLiteral(R"(\AR([1-9][0-9]?)\z)"));
+    if (const QRegularExpressionMatch match = numbered.match(symbol); match.hasMatch())
+        return ElementSymbol{0, match.captured(1).toInt(), 0};
     const QRegularExpressionMatch match = form.match(symbol);
     if (!match.hasMatch())
         return std::nullopt;
@@ -125,6 +129,8 @@ std::optional<ElementSymbol> parseSymbol(QStringView symbol)
 
 QString symbolOf(const ElementSymbol& element)
 {
+    if (element.number == 0 && element.isotope > 0 && element.isotope <= maxAttachment && element.charge == 0)
+        return u'R' + QString::number(element.isotope);
     QString text;
     if (element.isotope > 0)
         text += QString::number(element.isotope);

@@ -35,7 +35,8 @@ constexpr double maxCoordinateInV2000 = 9999; // angstroms, due to the width of 
 constexpr double maxCoordinate = 1e9;         // angstroms
 constexpr std::size_t maxCountInV2000 = 999;  // of atoms, and of bonds
 constexpr std::size_t maxAtomsToCheck = 1000; // in a record; RDKit ranks them in quadratic time
-constexpr int maxLabels = 50;                 // different labels in the symbol column of a molfile
+constexpr int maxChargeInV2000 = 15;
+constexpr int maxLabels = 50; // different labels in the symbol column of a molfile
 
 /// Also false for a coordinate that is not finite.
 bool isInRange(double angstroms)
@@ -182,7 +183,7 @@ SketchMolecule drawingOf(const RWMol& parsed, const QString& place, bool isOurs,
     Stereo shown = stereoOf(*perceived);
     openDoubleBonds(drawn, stereoOf(*meant), shown);
     if (const QString differences = differencesOf(stereoOf(*meant), shown); !differences.isEmpty())
-        notes.add(QStringLiteral("%1: stereo of %2: drawn otherwise than read").arg(place, differences));
+        notes.addMolecule(QStringLiteral("%1: stereo of %2: drawn otherwise than read").arg(place, differences));
     return drawn;
 }
 
@@ -359,9 +360,16 @@ QString symbolsOf(const SketchMolecule& molecule, bool v3000)
     return lines.join(u'\n');
 }
 
+bool hasChargeBeyondV2000(const SketchAtom& atom)
+{
+    const std::optional<ElementSymbol> element = parseSymbol(atom.symbol);
+    return element && std::abs(element->charge) > maxChargeInV2000;
+}
+
 bool fitsV2000(const SketchMolecule& molecule)
 {
     return molecule.atoms.size() <= maxCountInV2000 && molecule.bonds.size() <= maxCountInV2000
+        && std::none_of(molecule.atoms.begin(), molecule.atoms.end(), hasChargeBeyondV2000)
         && std::all_of(molecule.atoms.begin(), molecule.atoms.end(), [](const SketchAtom& atom) {
                const double largest = std::max({std::fabs(atom.x), std::fabs(atom.y), std::fabs(double{atom.depth})});
                return largest < maxCoordinateInV2000 * pixelsPerAngstrom;
@@ -393,9 +401,9 @@ void noteMisreading(const std::string& molfile, const SketchMolecule& drawn, con
         const std::unique_ptr<RWMol> found(MolBlockToMol(molfile, false, false));
         assignParsedStereo(*found);
         if (const QString differences = differencesOf(*meant, *found); !differences.isEmpty())
-            notes.add(QStringLiteral("%1: %2: read otherwise by other programs").arg(name, differences));
+            notes.addMolecule(QStringLiteral("%1: %2: read otherwise by other programs").arg(name, differences));
     } catch (const std::exception&) {
-        notes.add(QStringLiteral("%1: not readable by other programs").arg(name));
+        notes.addMolecule(QStringLiteral("%1: not readable by other programs").arg(name));
     }
 }
 
@@ -513,7 +521,7 @@ QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes)
 {
     const auto named = std::count_if(sketch.molecules.begin(), sketch.molecules.end(),
                                      [](const SketchMolecule& molecule) { return !molecule.name.isEmpty(); });
-    notes.add("molecule names other than the first in a molfile: discarded", named - 1);
+    notes.addDetail("molecule names other than the first in a molfile: discarded", named - 1);
     const SketchMolecule all = combined(sketch);
     return recordOf(all, v3000, sketch.placed ? 1 : 0, sizesOf(sketch), recordName(all, 1), notes);
 }

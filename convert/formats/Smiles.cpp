@@ -251,7 +251,7 @@ QByteArray smilesOf(const std::vector<Sketch>& sketches, Notes& notes)
     for (const Sketch& sketch : sketches) {
         for (const SketchMolecule& molecule : sketch.molecules) {
             if (!sketch.laidOut)
-                notes.add("coordinates, depths and colours of molecules: discarded, not supported in SMILES");
+                notes.addDetail("coordinates, depths and colours of molecules: discarded, not supported in SMILES");
             notes.add("record properties: discarded, not supported in SMILES", std::ssize(molecule.data));
             text += smilesOf(molecule, notes).toUtf8();
             if (!molecule.name.isEmpty())

@@ -20,7 +20,7 @@ void noteLosses(const Sketch& sketch, Notes& notes)
 {
     noteOpenDoubleBonds(sketch, notes);
     for (const SketchMolecule& molecule : sketch.molecules) {
-        notes.add("molecule names: discarded, not supported in workspaces", molecule.name.isEmpty() ? 0 : 1);
+        notes.addDetail("molecule names: discarded, not supported in workspaces", molecule.name.isEmpty() ? 0 : 1);
         notes.add("record properties: discarded, not supported in workspaces", std::ssize(molecule.data));
         for (const SketchAtom& atom : molecule.atoms)
             if (!canvasArea.contains(atom.x, atom.y))

@@ -108,6 +108,7 @@ Options parseOptions(const QStringList& arguments)
                        {"check", {}},
                        {"info", {}},
                        {"json", {}},
+                       {"verbose", {}},
                        {{"h", "help"}, {}},
                        {"version", {}}});
     if (!parser.parse(QStringList("kytconvert") + arguments))
@@ -131,6 +132,7 @@ Options parseOptions(const QStringList& arguments)
     options.jobs = wholeNumberOption(parser, "jobs", maxJobs, defaultJobs());
     options.timeLimit = wholeNumberOption(parser, "time-limit", maxTimeLimit, options.timeLimit);
     options.json = parser.isSet("json");
+    options.verbose = parser.isSet("verbose");
     if (options.json && options.task != Options::Task::Info)
         fail(QStringLiteral("--json requires --info"));
     if (options.task != Options::Task::Convert && (parser.isSet("output") || parser.isSet("to")))
@@ -175,7 +177,7 @@ in OUTPUT writes one file per molecule.
   --time-limit SECONDS processor time for a record (default: 60)
   --check              report all faults that are found in a file
   --info, --json       print formula, weight, InChI and warnings, also as JSON
-  --help, --version
+  --help, --version, --verbose (reports also what is discarded in every case)
 
 Examples:
   kytconvert drawing.kyt -o figure.pdf --margin 5

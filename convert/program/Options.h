@@ -19,6 +19,7 @@ struct Options {
     bool skipErrors = false; ///< go on after a record that cannot be converted
     int jobs = 1;            ///< number of worker processes
     int timeLimit = 60;      ///< for a record, in seconds of processor time
+    bool verbose = false;    ///< print also what every conversion of its kind loses
 };
 
 /// Parses the arguments after the program name. Throws ConversionError for invalid arguments.

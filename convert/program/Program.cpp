@@ -136,9 +136,11 @@ int perform(const Options& options)
     } else {
         status = convert(options, notes);
     }
-    if (status != badInput)
-        for (const QString& line : notes.lines())
-            printError(QStringLiteral("warning: ") + line);
+    if (status == badInput)
+        return status;
+    const QStringList details = options.verbose ? notes.detailLines() : QStringList();
+    for (const QString& line : notes.lines() + details)
+        printError(QStringLiteral("warning: ") + line);
     return status;
 }
 

@@ -88,13 +88,34 @@ Task unpackedTask(const QByteArray& bytes)
     return task;
 }
 
-QByteArray packed(const Converted& converted)
+void packCounts(QDataStream& stream, const Notes::Counts& counts)
+{
+    stream << static_cast<qint32>(counts.size());
+    for (const auto& [kind, count] : counts)
+        stream << kind << static_cast<qint64>(count);
+}
+
+Notes::Counts unpackedCounts(QDataStream& stream)
+{
+    Notes::Counts counts;
+    qint32 size = 0;
+    stream >> size;
+    for (qint32 i = 0; i < size; ++i) {
+        QString kind;
+        qint64 count = 0;
+        stream >> kind >> count;
+        counts.emplace_back(kind, count);
+    }
+    return counts;
+}
+
+QByteArray packed(Converted converted)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << converted.texts << converted.fault << static_cast<qint32>(converted.notes.entries().size());
-    for (const auto& [kind, count] : converted.notes.entries())
-        stream << kind << static_cast<qint64>(count);
+    stream << converted.texts << converted.fault << converted.notes.takeMolecules();
+    packCounts(stream, converted.notes.entries());
+    packCounts(stream, converted.notes.detailEntries());
     return bytes;
 }
 
@@ -102,14 +123,14 @@ Converted unpackedResult(const QByteArray& bytes)
 {
     QDataStream stream(bytes);
     Converted converted;
-    qint32 kinds = 0;
-    stream >> converted.texts >> converted.fault >> kinds;
-    for (qint32 i = 0; i < kinds; ++i) {
-        QString kind;
-        qint64 count = 0;
-        stream >> kind >> count;
+    QStringList molecules;
+    stream >> converted.texts >> converted.fault >> molecules;
+    for (const QString& text : molecules)
+        converted.notes.addMolecule(text);
+    for (const auto& [kind, count] : unpackedCounts(stream))
         converted.notes.add(kind, count);
-    }
+    for (const auto& [kind, count] : unpackedCounts(stream))
+        converted.notes.addDetail(kind, count);
     return converted;
 }
 
@@ -219,8 +240,9 @@ private:
                 break;
             ++tally.records;
             Converted converted = convertedOf(*result);
-            for (const auto& [kind, count] : converted.notes.entries())
-                notes.add(kind, count);
+            for (const QString& text : converted.notes.takeMolecules())
+                tell(QStringLiteral("warning: ") + text);
+            notes.add(converted.notes);
             if (!converted.fault.isEmpty())
                 addFailure(converted.fault);
             else if (tally.failures == 0 || options.skipErrors)
@@ -255,8 +277,13 @@ private:
     void addFailure(const QString& fault)
     {
         ++tally.failures;
+        tell(fault);
+    }
+
+    void tell(const QString& message)
+    {
         progress.clear();
-        printError(fault);
+        printError(message);
     }
 
     const Options& options;

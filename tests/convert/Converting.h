@@ -17,6 +17,14 @@ inline QByteArray write(const std::vector<Sketch>& sketches, const QString& form
     return writeSketches(sketches, *formatNamed(format), style, notes);
 }
 
+/// What a conversion of this kind never carries over.
+inline QStringList detailsOf(const QByteArray& text, const QString& from, const QString& to)
+{
+    Notes notes;
+    writeSketches(readSketches(text, *formatNamed(from), "test", notes), *formatNamed(to), OutputStyle(), notes);
+    return notes.detailLines();
+}
+
 /// What a conversion could not carry over.
 inline QStringList notesOf(const QByteArray& text, const QString& from, const QString& to)
 {

@@ -604,6 +604,14 @@ private slots:
                  qPrintable(written));
     }
 
+    void whatIsAlwaysLostIsToldOnDemand()
+    {
+        QCOMPARE(convert({"data/caffeine.kyt", "--to", "smi"}).err, QString());
+        QCOMPARE(convert({"data/caffeine.kyt", "--to", "smi", "--verbose"}).err,
+                 QString("kytconvert: warning: coordinates, depths and colours of molecules: discarded, not supported "
+                         "in SMILES (1)\n"));
+    }
+
 private:
     QStringList files() const
     {
