@@ -281,6 +281,76 @@ private slots:
         QVERIFY(text.contains("KYTSTUDIO_COLORS>\n1 1 2 3\n"));
     }
 
+    void depthsOfAFlatDrawingGoIntoAProperty_data()
+    {
+        QTest::addColumn<bool>("v3000");
+        QTest::newRow("V2000") << false;
+        QTest::newRow("V3000") << true;
+    }
+
+    void depthsOfAFlatDrawingGoIntoAProperty()
+    {
+        QFETCH(bool, v3000);
+        Sketch sketch = chainOf(4);
+        sketch.molecules[0].bonds[1].kinds = {KYTBT_StereoUp};
+        sketch.molecules[0].atoms[2].depth = sketch.molecules[0].atoms[3].depth = 12.345678F;
+        const QByteArray text = write({sketch}, "mol", v3000);
+        QVERIFY(text.contains("RDKit          2D"));
+        QVERIFY2(text.contains(">  <KYTSTUDIO_DEPTHS>\n2 0\n2 12.3456783\n"), text.constData());
+        const SketchMolecule again = read(text, "mol")[0].molecules[0];
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(again.atoms[i].depth, sketch.molecules[0].atoms[i].depth);
+    }
+
+    void aShapeInSpaceKeepsZ()
+    {
+        const QByteArray text = write(read(readFile("lib/cubane.kyf"), "kyt"), "mol");
+        QVERIFY(text.contains("RDKit          3D"));
+        QVERIFY(!text.contains("KYTSTUDIO_DEPTHS"));
+        QVERIFY(!write(read(readFile("lib/benzene.kyf"), "kyt"), "mol").contains("KYTSTUDIO_DEPTHS"));
+    }
+
+    void depthsThatDoNotMatchAreNoted_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("noted");
+        QTest::newRow("as many as atoms") << QByteArray("2 5") << false;
+        QTest::newRow("one each") << QByteArray("1 0\n1 -5.5") << false;
+        for (const char* wrong : {"1 5", "3 5", "2 x", "2 nan", "2 inf", "2 1e30", "0 5", "-1 5", "2", "2 5 5"})
+            QTest::newRow(wrong) << QByteArray(wrong) << true;
+    }
+
+    void depthsThatDoNotMatchAreNoted()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, noted);
+        const QByteArray record = recordWith(propertyText("KYTSTUDIO_DEPTHS", text));
+        const QStringList note("KYTSTUDIO_DEPTHS properties that do not match the molecule: not fully applied (1)");
+        QCOMPARE(notesOf(record, "sdf", "kyt"), noted ? note : QStringList());
+    }
+
+    void openDoubleBondsStayOpen_data()
+    {
+        QTest::addColumn<bool>("v3000");
+        QTest::addColumn<QByteArray>("mark");
+        QTest::newRow("V2000") << false << QByteArray("  2  3  2  3");
+        QTest::newRow("V3000") << true << QByteArray("M  V30 2 2 2 3 CFG=2");
+    }
+
+    void openDoubleBondsStayOpen()
+    {
+        QFETCH(bool, v3000);
+        QFETCH(QByteArray, mark);
+        const QByteArray open = write(read("CC=CC", "smi"), "sdf", v3000);
+        QVERIFY2(open.contains(mark), open.constData());
+        const QByteArray again = write(read(open, "sdf"), "sdf", v3000);
+        QVERIFY2(again.contains(mark), again.constData());
+        QCOMPARE(write(read(open, "sdf"), "smi"), QByteArray("CC=CC\n"));
+        const QByteArray closed = write(read("C/C=C/C", "smi"), "sdf", v3000);
+        QVERIFY2(!closed.contains(mark), closed.constData());
+        QCOMPARE(write(read(closed, "sdf"), "smi"), QByteArray("C/C=C/C\n"));
+    }
+
     void wedgesAreWrittenWithTheNarrowEndFirst()
     {
         const QByteArray text = write(read(workspaceWith("BOND 2 1 1 2\nBOND 1 0 1 3"), "kyt"), "mol");
@@ -563,6 +633,8 @@ private slots:
         QTest::newRow("valence")
             << QByteArray(molfileWith("  1  2  1  0\n")).replace("C   0  0\n  1", "C   0  0  0  0  0  2\n  1")
             << "atoms with an unusual number of hydrogens: read with the usual number (1)";
+        QTest::newRow("alias of an element")
+            << molfileWith("  1  2  1  0\nA    1\nPhenyl\n") << "aliases that replace elements: read as labels (1)";
         QTest::newRow("unpaired electron") << molfileWith("  1  2  1  0\nM  RAD  1   2   2\n")
                                            << "unpaired electrons: discarded, not supported in drawings (1)";
     }
