@@ -63,6 +63,18 @@ int countOverlaps(const SketchMolecule& molecule)
     return static_cast<int>(molecule.atoms.size() - cells.size());
 }
 
+/// Whether a drawing of the molecule can show any stereo: it has wedges, or there are double bonds with two sides.
+/// findPotentialStereoBonds() must have marked these.
+bool canShowStereo(const RWMol& molecule, const SketchMolecule& drawn)
+{
+    if (std::any_of(drawn.bonds.begin(), drawn.bonds.end(), isWedge))
+        return true;
+    for (const Bond* bond : molecule.bonds())
+        if (bond->getStereo() != Bond::STEREONONE)
+            return true;
+    return false;
+}
+
 Attempt draw(RWMol& molecule, const Stereo& meant, LayoutMethod method)
 {
     Attempt attempt;
@@ -70,8 +82,9 @@ Attempt draw(RWMol& molecule, const Stereo& meant, LayoutMethod method)
     attempt.drawn = sketchOf(molecule, chooseWedges(molecule), attempt.notes);
     spreadPieces(attempt.drawn);
     liftWedges(attempt.drawn);
-    if (const std::unique_ptr<RWMol> perceived = perceivedMolecule(attempt.drawn))
-        attempt.shown = stereoOf(*perceived);
+    if (canShowStereo(molecule, attempt.drawn))
+        if (const std::unique_ptr<RWMol> perceived = perceivedMolecule(attempt.drawn))
+            attempt.shown = stereoOf(*perceived);
     openDoubleBonds(attempt.drawn, meant, attempt.shown);
     attempt.differences = countDifferences(meant, attempt.shown);
     attempt.overlaps = countOverlaps(attempt.drawn);

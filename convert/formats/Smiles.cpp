@@ -84,6 +84,23 @@ std::unique_ptr<RWMol> sanitized(const RWMol& parsed, const std::string& smiles)
     return molecule;
 }
 
+/// Whether a SMILES may have too many atoms, labels or unusual stereo. A SMILES has no more atoms than characters.
+bool needsPreview(const QString& smiles)
+{
+    return smiles.size() > static_cast<qsizetype>(maxAtoms) || smiles.contains(u'@') || smiles.contains(u'|');
+}
+
+/// Parses a SMILES as it is before sanitizing it, which takes long for a large molecule and removes unusual stereo.
+std::unique_ptr<RWMol> previewed(const std::string& smiles, Notes& notes)
+{
+    const std::unique_ptr<RWMol> parsed = parse(smiles, false);
+    const unsigned atoms = parsed->getNumAtoms();
+    if (atoms > maxAtoms)
+        throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtoms));
+    noteUnusualStereo(*parsed, notes);
+    return sanitized(*parsed, smiles);
+}
+
 SketchMolecule readLine(const QString& text, const QString& place, Notes& notes)
 {
     if (text.size() > maxLineLength)
@@ -93,15 +110,9 @@ SketchMolecule readLine(const QString& text, const QString& place, Notes& notes)
     if (std::any_of(line.smiles.begin(), wordEnd, [](QChar c) { return c <= u' ' || c > u'~'; }))
         throw ConversionError(QStringLiteral("invalid SMILES: ") + line.smiles.section(u' ', 0, 0).left(60));
     const std::string smiles = line.smiles.toStdString();
-    // The atoms are counted first because sanitizing a large molecule takes long.
-    const std::unique_ptr<RWMol> parsed = parse(smiles, false);
-    const unsigned atoms = parsed->getNumAtoms();
-    if (atoms > maxAtoms)
-        throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtoms));
-    const std::unique_ptr<RWMol> molecule = sanitized(*parsed, smiles);
+    const std::unique_ptr<RWMol> molecule = needsPreview(line.smiles) ? previewed(smiles, notes) : parse(smiles, true);
     if (molecule->getNumAtoms() == 0)
         throw ConversionError(QStringLiteral("molecule without atoms"));
-    noteUnusualStereo(*parsed, notes);
     SketchMolecule drawn =
         layOut(*molecule, line.name.isEmpty() ? place : QStringLiteral("%1 (%2)").arg(place, line.name), notes);
     drawn.name = line.name;
