@@ -30,6 +30,8 @@ void addHydrogensForWedges(RWMol& molecule)
         MolOps::addHs(molecule, false, false, &centres);
 }
 
+constexpr unsigned smallestStereoRing = 8; // whose double bonds RDKit gives stereo
+
 enum class LayoutMethod { Fast, CoordGen };
 
 void computeCoordinates(RWMol& molecule, LayoutMethod method)
@@ -63,15 +65,19 @@ int countOverlaps(const SketchMolecule& molecule)
     return static_cast<int>(molecule.atoms.size() - cells.size());
 }
 
-/// Whether a drawing of the molecule can show any stereo: it has wedges, or there are double bonds with two sides.
-/// findPotentialStereoBonds() must have marked these.
+/// Whether a drawing of the molecule can show any stereo: it has wedges, or there are double bonds with neighbours at
+/// both ends that are not in a small ring.
 bool canShowStereo(const RWMol& molecule, const SketchMolecule& drawn)
 {
     if (std::any_of(drawn.bonds.begin(), drawn.bonds.end(), isWedge))
         return true;
-    for (const Bond* bond : molecule.bonds())
-        if (bond->getStereo() != Bond::STEREONONE)
+    const RingInfo* rings = molecule.getRingInfo();
+    for (const Bond* bond : molecule.bonds()) {
+        const bool hasNeighbours = bond->getBeginAtom()->getDegree() > 1 && bond->getEndAtom()->getDegree() > 1;
+        const unsigned ring = rings->minBondRingSize(bond->getIdx()); // 0 outside of rings
+        if (bond->getBondType() == Bond::DOUBLE && hasNeighbours && (ring == 0 || ring >= smallestStereoRing))
             return true;
+    }
     return false;
 }
 
