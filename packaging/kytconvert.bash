@@ -25,7 +25,7 @@ _kytconvert() {
     esac
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "-o --output --from --to --v3000 --scale --margin --background --check \
-            --info --json --help --version" -- "$current")
+            --info --json --verbose --help --version" -- "$current")
         return
     fi
     local extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles)'
