@@ -1,5 +1,5 @@
 #include "convert/Notes.h"
-#include "convert/SdRecords.h"
+#include "convert/formats/SdRecords.h"
 #include "tests/convert/Molfiles.h"
 
 #include <QTest>

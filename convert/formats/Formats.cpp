@@ -1,0 +1,160 @@
+#include "convert/formats/Formats.h"
+
+#include "convert/chemistry/Canvas.h"
+#include "convert/chemistry/Inchi.h"
+#include "convert/chemistry/Placement.h"
+#include "convert/chemistry/SketchCanvas.h"
+#include "convert/formats/Cdxml.h"
+#include "convert/formats/InchiLines.h"
+#include "convert/formats/Molfile.h"
+#include "convert/formats/SdRecords.h"
+#include "convert/formats/Smiles.h"
+#include "convert/formats/Table.h"
+#include "convert/formats/Workspace.h"
+#include "convert/formats/Xyz.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+using Sketches = std::vector<Sketch>;
+
+constexpr QLatin1String gzipEnding(".gz");
+
+Sketch oneDrawing(Sketches sketches)
+{
+    return sideBySide(std::move(sketches));
+}
+
+/// The drawing of a picture, on a canvas.
+class PictureCanvas {
+public:
+    PictureCanvas(Sketches sketches, Notes& notes)
+    {
+        const Sketch sketch = oneDrawing(std::move(sketches));
+        noteOpenDoubleBonds(sketch, notes);
+        drawOn(drawn.doc, sketch);
+        if (sketch.molecules.size() == 1)
+            title = sketch.molecules.front().name;
+    }
+
+    const QCanvas& canvas() const { return *drawn.doc.canvas; }
+
+    QString title;
+
+private:
+    Canvas drawn;
+};
+
+QByteArray writeWorkspace(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return workspaceOf(oneDrawing(std::move(sketches)), notes);
+}
+
+QByteArray writeMolfile(Sketches sketches, const OutputStyle& style, Notes& notes)
+{
+    return molfileOf(oneDrawing(std::move(sketches)), style.v3000, notes);
+}
+
+QByteArray writeSdFile(Sketches sketches, const OutputStyle& style, Notes& notes)
+{
+    return sdFileOf(sketches, style.v3000, style.firstDrawing, notes);
+}
+
+QByteArray writeSmiles(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return smilesOf(sketches, notes);
+}
+
+QByteArray writeXyz(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return xyzOf(sketches, notes);
+}
+
+QByteArray writeInchi(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return inchiLinesOf(sketches, notes);
+}
+
+QByteArray writeInchiKey(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return inchiKeyLinesOf(sketches, notes);
+}
+
+QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes& notes)
+{
+    const PictureCanvas picture(std::move(sketches), notes);
+    return svgOf(picture.canvas(), style.picture, picture.title);
+}
+
+QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes& notes)
+{
+    return pngOf(PictureCanvas(std::move(sketches), notes).canvas(), style.picture);
+}
+
+QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes& notes)
+{
+    const PictureCanvas picture(std::move(sketches), notes);
+    return pdfOf(picture.canvas(), style.picture, picture.title);
+}
+
+constexpr bool sequence = true;
+
+constexpr Format formats[] = {
+    {"kyt kyf", wholeFile, readWorkspace, writeWorkspace, !sequence, true, workspaceFaults},
+    {"mol mdl", sdRecords, readMolfiles, writeMolfile},
+    {"sdf sd", sdRecords, readMolfiles, writeSdFile, sequence},
+    {"smi smiles", smilesRecords, readSmiles, writeSmiles, sequence},
+    {"csv", csvRecords, readSmiles, nullptr},
+    {"tsv", tsvRecords, readSmiles, nullptr},
+    {"cdxml", wholeFile, readCdxml, nullptr},
+    {"xyz", nullptr, nullptr, writeXyz, sequence},
+    {"inchi", nullptr, nullptr, writeInchi, sequence, inchiIsSupported},
+    {"inchikey", nullptr, nullptr, writeInchiKey, sequence, inchiIsSupported},
+    {"svg", nullptr, nullptr, writeSvg},
+    {"png", nullptr, nullptr, writePng},
+    {"pdf", nullptr, nullptr, writePdf},
+};
+
+template <typename Matches> QStringList extensionsWhere(Matches matches)
+{
+    QStringList extensions;
+    for (const Format& format : formats)
+        if (matches(format))
+            extensions += QString::fromLatin1(format.extensions).split(u' ');
+    return extensions;
+}
+
+} // namespace
+
+const Format* formatNamed(const QString& name)
+{
+    const auto* known = std::find_if(std::begin(formats), std::end(formats), [&](const Format& format) {
+        return QString::fromLatin1(format.extensions).split(u' ').contains(name, Qt::CaseInsensitive);
+    });
+    return known != std::end(formats) ? known : nullptr;
+}
+
+const Format* formatOfFile(const QString& fileName)
+{
+    const QString plain = isGzipName(fileName) ? fileName.chopped(gzipEnding.size()) : fileName;
+    return formatNamed(QFileInfo(plain).suffix());
+}
+
+bool isGzipName(const QString& fileName)
+{
+    return fileName.endsWith(gzipEnding, Qt::CaseInsensitive);
+}
+
+QStringList readableExtensions()
+{
+    return extensionsWhere([](const Format& format) { return format.read != nullptr; });
+}
+
+QStringList writableExtensions()
+{
+    return extensionsWhere([](const Format& format) { return format.write != nullptr; });
+}
