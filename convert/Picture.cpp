@@ -32,7 +32,6 @@ QSizeF pictureSize(const QRect& area, const PictureStyle& style)
 void paint(QPainter& painter, const QCanvas& canvas, const QRect& area, const PictureStyle& style)
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::NonCosmeticBrushPatterns); // the hatching of wedges scales too
     painter.scale(style.scale, style.scale);
     painter.translate(-area.topLeft());
     if (style.background.alpha() > 0)
