@@ -1,4 +1,4 @@
-#include "convert/Options.h"
+#include "convert/program/Options.h"
 
 #include <QTest>
 
@@ -28,7 +28,7 @@ private slots:
         QCOMPARE(options.inputs, QStringList("a.kyt"));
         QCOMPARE(options.output, QString("b.svg"));
         QVERIFY(!options.from);
-        QCOMPARE(options.to, Format::Svg);
+        QCOMPARE(options.to, formatNamed("svg"));
         QCOMPARE(options.style.picture.scale, 1.0);
         QCOMPARE(options.style.picture.margin, 10.0);
         QCOMPARE(options.style.picture.background, QColor(Qt::white));
@@ -42,8 +42,8 @@ private slots:
                                               "--background", "#ff0000", "--v3000", "-o", "out", "a", "-", "b"});
         QCOMPARE(options.inputs, QStringList({"a", "-", "b"}));
         QCOMPARE(options.output, QString("out"));
-        QCOMPARE(options.from, std::optional(Format::Smiles));
-        QCOMPARE(options.to, Format::Png);
+        QCOMPARE(options.from, formatNamed("smi"));
+        QCOMPARE(options.to, formatNamed("png"));
         QCOMPARE(options.style.picture.scale, 2.5);
         QCOMPARE(options.style.picture.margin, 0.0);
         QCOMPARE(options.style.picture.background, QColor(255, 0, 0));
@@ -66,24 +66,24 @@ private slots:
         const Options options = parseOptions(arguments);
         QCOMPARE(options.inputs, QStringList("a"));
         QCOMPARE(options.output, QString("b.mol"));
-        QCOMPARE(options.to, Format::Molfile);
+        QCOMPARE(options.to, formatNamed("mol"));
     }
 
     void whatToWriteIsSaidByTheEndingOrByAnOption_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("format");
-        QTest::newRow("ending") << QStringList{"a", "-o", "b.sdf"} << int(Format::SdFile);
-        QTest::newRow("option") << QStringList{"a", "--to", "sdf"} << int(Format::SdFile);
-        QTest::newRow("option before ending") << QStringList{"a", "-o", "b.svg", "--to", "pdf"} << int(Format::Pdf);
-        QTest::newRow("numbered files") << QStringList{"a", "-o", "m%03d.SMI"} << int(Format::Smiles);
+        QTest::addColumn<QString>("format");
+        QTest::newRow("ending") << QStringList{"a", "-o", "b.sdf"} << "sdf";
+        QTest::newRow("option") << QStringList{"a", "--to", "sdf"} << "sdf";
+        QTest::newRow("option before ending") << QStringList{"a", "-o", "b.svg", "--to", "pdf"} << "pdf";
+        QTest::newRow("numbered files") << QStringList{"a", "-o", "m%03d.SMI"} << "smi";
     }
 
     void whatToWriteIsSaidByTheEndingOrByAnOption()
     {
         QFETCH(QStringList, arguments);
-        QFETCH(int, format);
-        QCOMPARE(int(parseOptions(arguments).to), format);
+        QFETCH(QString, format);
+        QCOMPARE(parseOptions(arguments).to, formatNamed(format));
     }
 
     void standardOutputIsTheDefault() { QCOMPARE(parseOptions({"a", "--to", "smi"}).output, QString("-")); }
@@ -161,7 +161,7 @@ private slots:
             QCOMPARE(option == "scale" ? style.scale : style.margin, text.toDouble());
         } else {
             const QString fault = refusal(arguments);
-            QVERIFY2(fault.startsWith("--" + option + " takes a number from "), qPrintable(fault));
+            QVERIFY2(fault.startsWith("--" + option + " must be a number from "), qPrintable(fault));
         }
     }
 
@@ -189,7 +189,7 @@ private slots:
         if (color.isValid())
             QCOMPARE(parseOptions(arguments).style.picture.background.rgba(), color.rgba());
         else
-            QVERIFY2(refusal(arguments).startsWith('"' + text + "\" is no colour"), qPrintable(refusal(arguments)));
+            QVERIFY2(refusal(arguments).startsWith("invalid colour \"" + text + '"'), qPrintable(refusal(arguments)));
     }
 
     void whatMakesNoSenseIsRefused_data()
@@ -201,19 +201,21 @@ private slots:
         };
         row("nothing", {}, "no input file specified");
         row("no input", {"-o", "a.svg"}, "no input file specified");
-        row("an unknown option", {"a", "--bogus"}, "Unknown option 'bogus'.");
-        row("an unknown option with help", {"--help", "--bogus"}, "Unknown option 'bogus'.");
-        row("an unknown letter", {"a", "-x"}, "Unknown option 'x'.");
-        row("an option without its value", {"a", "--to"}, "Missing value after '--to'.");
-        row("a value for an option without one", {"a", "--check=yes"}, "Unexpected value after '--check'.");
-        row("an unknown format to read", {"--from", "xyz", "-", "--to", "smi"}, "there is no format \"xyz\"");
-        row("an unknown format to write", {"a", "--to", ""}, "there is no format \"\"");
-        row("no format to write", {"a"}, "which format to write is not said");
-        row("an ending that says no format", {"a", "-o", "b.xyz"}, "which format to write is not said");
+        row("an unknown option", {"a", "--bogus"}, "unknown option 'bogus' ");
+        row("an unknown option with help", {"--help", "--bogus"}, "unknown option 'bogus' ");
+        row("an unknown letter", {"a", "-x"}, "unknown option 'x' ");
+        row("an option without its value", {"a", "--to"}, "missing value after '--to' ");
+        row("a value for an option without one", {"a", "--check=yes"}, "unexpected value after '--check' ");
+        row("an unknown format to read", {"--from", "xyz", "-", "--to", "smi"}, "unknown format \"xyz\"");
+        row("an unknown format to write", {"a", "--to", ""}, "unknown format \"\"");
+        row("no format to write", {"a"}, "unknown output format: use a file extension or --to");
+        row("an unknown file extension", {"a", "-o", "b.xyz"}, "unknown output format: use a file extension or --to");
         row("standard input twice", {"-", "a", "-", "--to", "smi"}, "standard input can be read only once");
         row("a check and a table", {"--check", "--info", "a"}, "--check and --info cannot be combined");
-        row("a check that writes", {"--check", "a", "-o", "b.svg"}, "--check and --info answer on standard output");
-        row("a table that converts", {"--info", "a", "--to", "smi"}, "--check and --info answer on standard output");
+        row("a check that writes", {"--check", "a", "-o", "b.svg"},
+            "--output and --to cannot be combined with --check or --info");
+        row("a table that converts", {"--info", "a", "--to", "smi"},
+            "--output and --to cannot be combined with --check or --info");
         row("JSON of a conversion", {"--json", "a", "-o", "b.svg"}, "--json requires --info");
         row("JSON of a check", {"--json", "--check", "a"}, "--json requires --info");
     }

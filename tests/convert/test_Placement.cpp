@@ -1,4 +1,4 @@
-#include "convert/Placement.h"
+#include "convert/chemistry/Placement.h"
 #include "tests/support/Near.h"
 
 #include <QTest>

@@ -1,6 +1,7 @@
-#include "convert/RDKitMolecule.h"
+#include "convert/chemistry/RDKitMolecule.h"
 
-#include "convert/Chemistry.h"
+#include "convert/chemistry/Perception.h"
+#include "convert/chemistry/StartChemistry.h"
 #include "tests/support/Near.h"
 
 #include <GraphMol/MolOps.h>

@@ -1,5 +1,5 @@
 #include "convert/Notes.h"
-#include "convert/SdRecords.h"
+#include "convert/formats/SdRecords.h"
 #include "tests/convert/Molfiles.h"
 
 #include <QTest>
@@ -266,30 +266,29 @@ private slots:
         const auto row = [](const char* name, const QByteArray& text, const char* fault) {
             QTest::newRow(name) << text << QString(fault);
         };
-        row("to an atom behind the last", molfileWith("  1  3  1  0\n"), "line 7 a bond to atom 3, which there is not");
-        row("to an atom before the first", molfileWith("  0  2  1  0\n"),
-            "line 7 a bond to atom 0, which there is not");
-        row("to an atom below zero", molfileWith(" -1  2  1  0\n"), "line 7 a bond to atom -1, which there is not");
-        row("to itself", molfileWith("  2  2  1  0\n"), "line 7 a bond from atom 2 to itself");
+        row("to an atom after the last", molfileWith("  1  3  1  0\n"), "line 7 bond refers to non-existent atom 3");
+        row("to an atom before the first", molfileWith("  0  2  1  0\n"), "line 7 bond refers to non-existent atom 0");
+        row("to an atom below zero", molfileWith(" -1  2  1  0\n"), "line 7 bond refers to non-existent atom -1");
+        row("to itself", molfileWith("  2  2  1  0\n"), "line 7 bond from atom 2 to itself");
         row("a second one", molfileWith("  1  2  1  0\n  1  2  2  0\n", 2),
-            "line 8 a second bond between the atoms 1 and 2");
+            "line 8 duplicate bond between atoms 1 and 2");
         row("a second one back", molfileWith("  1  2  1  0\n  2  1  1  0\n", 2),
             "line 8 duplicate bond between atoms 2 and 1");
-        row("V3000, to an atom that there is not", v3000With("M  V30 1 1 1 3\n"),
-            "line 12 a bond to atom 3, which there is not");
-        row("V3000, to itself", v3000With("M  V30 1 1 2 2\n"), "line 12 a bond from atom 2 to itself");
+        row("V3000, to a non-existent atom", v3000With("M  V30 1 1 1 3\n"),
+            "line 12 bond refers to non-existent atom 3");
+        row("V3000, to itself", v3000With("M  V30 1 1 2 2\n"), "line 12 bond from atom 2 to itself");
         row("V3000, a second one behind one of two lines", v3000With("M  V30 1 1 1 -\nM  V30 2\nM  V30 2 1 2 1\n", 2),
             "line 14 duplicate bond between atoms 2 and 1");
         row("V3000, in two lines", v3000With("M  V30 1 1 1 -\nM  V30 9\n"),
-            "line 12 a bond to atom 9, which there is not");
+            "line 12 bond refers to non-existent atom 9");
         row("V3000, a bond before the atoms",
             table("M  V30 BEGIN BOND\nM  V30 1 1 1 2\nM  V30 END BOND\nM  V30 BEGIN ATOM\nM  V30 1 C 0 0 0 0\n"
                   "M  V30 END ATOM\n"),
-            "line 7 a bond to atom 1, which there is not");
+            "line 7 bond refers to non-existent atom 1");
         row("V3000, atoms of another table",
             table("M  V30 BEGIN ATOM\nM  V30 1 C 0 0 0 0\nM  V30 END ATOM\nM  V30 BEGIN ATOM\nM  V30 2 C 0 0 0 0\n"
                   "M  V30 END ATOM\nM  V30 BEGIN BOND\nM  V30 1 1 1 2\nM  V30 END BOND\n"),
-            "line 13 a bond to atom 1, which there is not");
+            "line 13 bond refers to non-existent atom 1");
         row("a huge count", table("M  V30 COUNTS 2000000000 0 0 0 0\n"),
             "line 6 declared count exceeds the number of lines");
         row("a huge last count", table("M  V30 COUNTS 0 0 0 0 99\n"),

@@ -1,4 +1,4 @@
-#include "convert/Symbols.h"
+#include "convert/chemistry/Symbols.h"
 
 #include <QTest>
 

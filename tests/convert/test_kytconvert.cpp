@@ -1,5 +1,5 @@
-#include "convert/Canvas.h"
-#include "convert/Picture.h"
+#include "convert/chemistry/Canvas.h"
+#include "convert/pictures/Picture.h"
 #include "tests/support/Files.h"
 #include "view/kytstudioview.h"
 
