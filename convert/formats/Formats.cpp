@@ -1,11 +1,11 @@
 #include "convert/formats/Formats.h"
 
-#include "convert/chemistry/Canvas.h"
 #include "convert/chemistry/Placement.h"
-#include "convert/chemistry/SketchCanvas.h"
 #include "convert/formats/Molfile.h"
 #include "convert/formats/Smiles.h"
 #include "convert/formats/Workspace.h"
+#include "convert/pictures/PictureData.h"
+#include "convert/pictures/PictureFile.h"
 
 #include <QFileInfo>
 
@@ -20,25 +20,6 @@ Sketch oneDrawing(Sketches sketches)
 {
     return sideBySide(std::move(sketches));
 }
-
-/// The drawing of a picture, on a canvas.
-class PictureCanvas {
-public:
-    explicit PictureCanvas(Sketches sketches)
-    {
-        const Sketch sketch = oneDrawing(std::move(sketches));
-        drawOn(drawn.doc, sketch);
-        if (sketch.molecules.size() == 1)
-            title = sketch.molecules.front().name;
-    }
-
-    const QCanvas& canvas() const { return *drawn.doc.canvas; }
-
-    QString title;
-
-private:
-    Canvas drawn;
-};
 
 QByteArray writeWorkspace(Sketches sketches, const OutputStyle&, Notes& notes)
 {
@@ -60,21 +41,27 @@ QByteArray writeSmiles(Sketches sketches, const OutputStyle&, Notes& notes)
     return smilesOf(sketches, notes);
 }
 
+QByteArray onlyPage(const std::vector<QByteArray>& pages)
+{
+    if (pages.size() > 1)
+        throw ConversionError(QStringLiteral("sheet of %1 pages: use PDF, or --columns with %d in the output file name")
+                                  .arg(pages.size()));
+    return pages.front();
+}
+
 QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes&)
 {
-    const PictureCanvas picture(std::move(sketches));
-    return svgOf(picture.canvas(), style.picture, picture.title);
+    return onlyPage(svgPictures(sketches, style.picture));
 }
 
 QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes&)
 {
-    return pngOf(PictureCanvas(std::move(sketches)).canvas(), style.picture);
+    return onlyPage(pngPictures(sketches, style.picture));
 }
 
 QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes&)
 {
-    const PictureCanvas picture(std::move(sketches));
-    return pdfOf(picture.canvas(), style.picture, picture.title);
+    return pdfPicture(sketches, style.picture);
 }
 
 constexpr Format formats[] = {
@@ -82,8 +69,8 @@ constexpr Format formats[] = {
     {"mol mdl", readMolfiles, writeMolfile},
     {"sdf sd", readMolfiles, writeSdFile},
     {"smi smiles", readSmiles, writeSmiles},
-    {"svg", nullptr, writeSvg},
-    {"png", nullptr, writePng},
+    {"svg", readSvg, writeSvg, nullptr, svgPictures},
+    {"png", readPng, writePng, nullptr, pngPictures, true},
     {"pdf", nullptr, writePdf},
 };
 

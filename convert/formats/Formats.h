@@ -2,7 +2,7 @@
 
 #include "convert/Notes.h"
 #include "convert/chemistry/Sketch.h"
-#include "convert/pictures/Picture.h"
+#include "convert/pictures/PictureStyle.h"
 
 #include <QByteArray>
 #include <QString>
@@ -30,6 +30,11 @@ struct Format {
     /// The faults of a file, one line each, which starts with `name`; null if the first error that `read` throws is the
     /// only one known.
     QStringList (*check)(const QByteArray& text, const QString& name) = nullptr;
+
+    /// The files of a sheet of pictures that has several pages; null for a format that has no such pages.
+    std::vector<QByteArray> (*writePages)(const std::vector<Sketch>& sketches, const PictureStyle& style) = nullptr;
+
+    bool isBinary = false; ///< a file may contain null bytes
 };
 
 /// The format with the extension `name`, case-insensitive; null if there is none.

@@ -15,9 +15,10 @@ void rejectNullByte(const QByteArray& text, const QString& name)
 
 std::vector<Sketch> readSketches(const QByteArray& text, const Format& format, const QString& name, Notes& notes)
 {
-    rejectNullByte(text, name);
     if (!format.read)
-        throw ConversionError(name + QStringLiteral(": picture formats can only be written"));
+        throw ConversionError(name + QStringLiteral(": format can only be written"));
+    if (!format.isBinary)
+        rejectNullByte(text, name);
     return format.read(text, name, notes);
 }
 

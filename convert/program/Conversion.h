@@ -2,7 +2,7 @@
 
 #include "convert/formats/Formats.h"
 
-/// Reads `text` in any format except pictures. `name` is the file name for messages. Throws ConversionError for bad
+/// Reads `text` in any format except PDF. `name` is the file name for messages. Throws ConversionError for bad
 /// input.
 std::vector<Sketch> readSketches(const QByteArray& text, const Format& format, const QString& name, Notes& notes);
 
@@ -10,5 +10,5 @@ std::vector<Sketch> readSketches(const QByteArray& text, const Format& format, c
 /// laid out side by side. Throws ConversionError if they cannot be converted.
 QByteArray writeSketches(std::vector<Sketch> sketches, const Format& format, const OutputStyle& style, Notes& notes);
 
-/// The faults of a file in any format except pictures, one line each.
+/// The faults of a file in any format except PDF, one line each.
 QStringList faultsOf(const QByteArray& text, const Format& format, const QString& name);

@@ -89,10 +89,14 @@ void convert(const Options& options, Notes& notes)
     }
     // All files are generated before the first one is written, so that an error leaves none.
     std::vector<QByteArray> files;
-    std::vector<Sketch> molecules = splitByMolecule(std::move(sketches));
-    files.reserve(molecules.size());
-    for (Sketch& sketch : molecules)
-        files.push_back(writeSketches({std::move(sketch)}, *options.to, options.style, notes));
+    if (options.style.picture.columns > 0 && options.to->writePages) {
+        files = options.to->writePages(sketches, options.style.picture);
+    } else {
+        std::vector<Sketch> molecules = splitByMolecule(std::move(sketches));
+        files.reserve(molecules.size());
+        for (Sketch& sketch : molecules)
+            files.push_back(writeSketches({std::move(sketch)}, *options.to, options.style, notes));
+    }
     int count = 0;
     for (const QByteArray& contents : files)
         writeAll(numberedName(options.output, placeholder, ++count), contents);
