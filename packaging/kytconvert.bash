@@ -10,7 +10,7 @@ _kytconvert() {
     [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
     case $previous in
     --from)
-        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles svg png" -- "$current")
         return
         ;;
     --to)
@@ -21,14 +21,27 @@ _kytconvert() {
         mapfile -t COMPREPLY < <(compgen -W "white transparent black" -- "$current")
         return
         ;;
-    --scale | --margin) return ;;
+    --style)
+        mapfile -t COMPREPLY < <(compgen -W "paper acs editor" -- "$current")
+        return
+        ;;
+    --colors)
+        mapfile -t COMPREPLY < <(compgen -W "black element drawing" -- "$current")
+        return
+        ;;
+    --text)
+        mapfile -t COMPREPLY < <(compgen -W "text paths" -- "$current")
+        return
+        ;;
+    --scale | --margin | --columns | --legend | --width | --height | --dpi | --bond-length) return ;;
     esac
     if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "-o --output --from --to --v3000 --scale --margin --background --check \
-            --info --json --help --version" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "-o --output --from --to --v3000 --style --colors --carbons --text \
+            --columns --names --no-names --legend --width --height --dpi --bond-length --scale --margin \
+            --background --check --info --json --help --version" -- "$current")
         return
     fi
-    local extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles)'
+    local extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|svg|png)'
     [[ $previous == -o || $previous == --output ]] && extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|svg|png|pdf)'
     local extglob
     extglob=$(shopt -p extglob)

@@ -201,10 +201,8 @@ one file per molecule.
   --to FORMAT          output format (default: from the file extension)
   --v3000              always write molfiles and SD files as V3000
   --style NAME         look of a picture: paper (default), acs or editor
-  --colors NAME        black, element or drawing; --carbons labels all carbons
-  --columns NUMBER     of a sheet; --names, --legend PROPERTY: below molecules
-  --width, --height PIXELS, --dpi NUMBER, --bond-length POINTS, --scale NUMBER,
-  --margin PIXELS, --background COLOUR, --text paths: see man kytconvert
+  --width, --height PIXELS, --columns NUMBER, --names, --colors NAME and more:
+                       options of pictures, see man kytconvert
   --check              report all errors that the editor finds in a file
   --info, --json       print formula, weight, rings and warnings, also as JSON
   --help, --version
