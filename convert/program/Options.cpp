@@ -200,9 +200,9 @@ one file per molecule.
   --from FORMAT        input format (default: from the file extension)
   --to FORMAT          output format (default: from the file extension)
   --v3000              always write molfiles and SD files as V3000
-  --style NAME         look of a picture: paper (default), acs or editor
-  --width, --height PIXELS, --columns NUMBER, --names, --colors NAME and more:
-                       options of pictures, see man kytconvert
+  Pictures: --style paper|acs|editor, --colors, --carbons, --text, --columns,
+  --names, --no-names, --legend, --width, --height, --dpi, --bond-length,
+  --scale, --margin, --background; see the manual page.
   --check              report all errors that the editor finds in a file
   --info, --json       print formula, weight, rings and warnings, also as JSON
   --help, --version

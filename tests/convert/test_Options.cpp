@@ -275,8 +275,11 @@ private slots:
     void helpNamesEveryOption_data()
     {
         QTest::addColumn<QString>("option");
-        for (const char* option : {"-o", "--output", "--from", "--to", "--v3000", "--scale", "--margin", "--background",
-                                   "--check", "--info", "--json", "--help", "--version"})
+        for (const char* option :
+             {"-o",           "--output", "--from",   "--to",      "--v3000", "--scale",       "--margin",
+              "--background", "--style",  "--colors", "--carbons", "--text",  "--columns",     "--names",
+              "--no-names",   "--legend", "--width",  "--height",  "--dpi",   "--bond-length", "--check",
+              "--info",       "--json",   "--help",   "--version"})
             QTest::newRow(option) << option;
     }
 
