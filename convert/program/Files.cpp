@@ -72,11 +72,19 @@ void writeAll(const QString& fileName, const QByteArray& contents)
     const QFileInfo info(fileName);
     if (info.isDir())
         failWriting(fileName, QStringLiteral("is a folder"));
-    if (info.exists() && !info.isFile()) { // a device or a pipe must not be replaced by a regular file
+    // A device or a pipe must not be replaced by a regular file. An empty file has nothing to lose, and who created it,
+    // as thumbnailing services do, may have it open.
+    if (info.exists() && (!info.isFile() || info.size() == 0)) {
         QFile out(fileName);
         if (!out.open(QIODevice::WriteOnly))
             failWriting(fileName, QStringLiteral("cannot be written: ") + out.errorString());
-        writeTo(out, fileName, contents);
+        try {
+            writeTo(out, fileName, contents);
+        } catch (const ConversionError&) {
+            if (info.isFile())
+                out.resize(0);
+            throw;
+        }
         return;
     }
     const QString error = writeWholeFile(fileName, contents);

@@ -253,6 +253,26 @@ private slots:
         QCOMPARE(QDir(folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList("out.png"));
     }
 
+    void anEmptyFileIsFilledWhereItIs()
+    {
+        QFile file(folder->filePath("preview"));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QCOMPARE(convert({"lib/water.kyf", "--to", "png", "-o", file.fileName()}).status, 0);
+        QCOMPARE(QImage::fromData(file.readAll(), "PNG").isNull(), false); // read from the file opened before
+    }
+
+    void anEmptyFileStaysEmptyIfTheDiskIsFull()
+    {
+        QVERIFY(writeFile(folder->filePath("out.png"), ""));
+        QProcess shell;
+        shell.start("bash",
+                    {"-c", "ulimit -f 1; exec \"$0\" lib/megaphon.kyf --scale 9 -o \"$1\"", KYTCONVERT_PROGRAM,
+                     folder->filePath("out.png")});
+        QVERIFY(shell.waitForFinished(60'000));
+        QCOMPARE(shell.exitCode(), 2);
+        QCOMPARE(readFile(folder->filePath("out.png")), QByteArray());
+    }
+
     void faultsThatCannotBeToldAreNoAnswer()
     {
         QVERIFY(writeFile(folder->filePath("bad.kyt"), "KYTFILE"));

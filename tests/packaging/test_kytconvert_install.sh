@@ -24,7 +24,7 @@ for words in 'kytconvert - convert' 'EXIT STATUS' "KytStudio $2"; do
     grep -q -F -- "$words" "$work/page" || fail "The page does not show \"$words\"."
 done
 # Every option that the program tells is on the page, and no other.
-options() { grep -o -E -- '--[a-z][a-z0-9]+' "$1" | sort -u; }
+options() { grep -o -E -- '--[a-z][a-z0-9-]+' "$1" | sort -u; }
 "$program" --help >"$work/help"
 expect_equal "The options of the page" "$(options "$work/page")" "$(options "$work/help")"
 
