@@ -6,9 +6,12 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <future>
 
 namespace {
 
@@ -90,4 +93,26 @@ void writeAll(const QString& fileName, const QByteArray& contents)
     const QString error = writeWholeFile(fileName, contents);
     if (!error.isEmpty())
         failWriting(fileName, QStringLiteral("cannot be written: ") + error);
+}
+
+void writeFiles(const std::vector<std::pair<QString, QByteArray>>& files)
+{
+    constexpr std::size_t writers = 8; // they wait for the disk, not for the processor
+    std::atomic<std::size_t> next = 0;
+    const auto writeSome = [&] {
+        try {
+            for (std::size_t i = next++; i < files.size(); i = next++)
+                writeAll(files[i].first, files[i].second);
+        } catch (...) {
+            next = files.size();
+            throw;
+        }
+    };
+    std::vector<std::future<void>> running;
+    for (std::size_t i = 0; i < std::min(writers, files.size()); ++i)
+        running.push_back(std::async(std::launch::async, writeSome));
+    for (std::future<void>& writer : running)
+        writer.wait();
+    for (std::future<void>& writer : running)
+        writer.get();
 }

@@ -97,9 +97,12 @@ void convert(const Options& options, Notes& notes)
         for (Sketch& sketch : molecules)
             files.push_back(writeSketches({std::move(sketch)}, *options.to, options.style, notes));
     }
-    int count = 0;
-    for (const QByteArray& contents : files)
-        writeAll(numberedName(options.output, placeholder, ++count), contents);
+    std::vector<std::pair<QString, QByteArray>> named;
+    named.reserve(files.size());
+    for (QByteArray& contents : files)
+        named.emplace_back(numberedName(options.output, placeholder, static_cast<int>(named.size()) + 1),
+                           std::move(contents));
+    writeFiles(named);
 }
 
 /// Prints the faults of a file. Returns true if there are none.
