@@ -1,5 +1,6 @@
 #include "convert/pictures/PictureData.h"
 
+#include "convert/Deadline.h"
 #include "convert/chemistry/Perception.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/RDKitMolecule.h"
@@ -20,6 +21,7 @@ using namespace RDKit;
 namespace {
 
 constexpr const char* pngKey = "KytStudio workspace";
+constexpr std::size_t mostAtoms = 2000; // of a molecule that is described; more take RDKit too long
 constexpr const char* svgNamespace = "urn:kytstudio:workspace";
 
 QByteArray workspaceTextOf(const std::vector<Sketch>& sketches)
@@ -83,10 +85,12 @@ QByteArray svgWorkspace(const std::vector<Sketch>& sketches)
 
 QByteArray withDrawing(const QByteArray& png, const std::vector<Sketch>& sketches)
 {
+    const Deadline deadline(QStringLiteral("describing the molecules of a picture"));
     std::string file = png.toStdString();
     for (const Sketch& sketch : sketches)
         for (const SketchMolecule& molecule : sketch.molecules)
-            file = addMolToPNGString(*describedMolecule(molecule), file);
+            if (!molecule.atoms.empty() && molecule.atoms.size() <= mostAtoms)
+                file = addMolToPNGString(*describedMolecule(molecule), file);
     return QByteArray::fromStdString(addMetadataToPNGString(file, {{pngKey, workspaceTextOf(sketches).toStdString()}}));
 }
 
