@@ -74,8 +74,7 @@ def main(program, target, percent="100"):
             rows.append(folder / f"{number:03}-row.png")
             run("montage", "-font", FONT, "-title", title, *pictures, own, "-tile", "x1", "-geometry",
                 f"{round(WIDTH * dpi / RESOLUTION)}x+0+0>", "-pointsize", round(9 * dpi / RESOLUTION), rows[-1])
-        run("convert", *rows, "-append", target)
-        run("mogrify", "-strip", "-colors", "256", target)
+        run("convert", *rows, "-append", "-strip", "+dither", "-colors", "64", f"PNG8:{target}")
 
 
 if __name__ == "__main__":
