@@ -54,19 +54,16 @@ QString SvgPath::text() const
 
 QRectF SvgPath::extent() const
 {
-    double left = std::numeric_limits<double>::max();
-    double top = left;
-    double right = -left;
-    double bottom = -left;
+    constexpr double far = std::numeric_limits<double>::max();
+    QPointF topLeft(far, far);
+    QPointF bottomRight(-far, -far);
     for (const Segment& segment : segments) {
         for (const QPointF& point : segment.points) {
-            left = std::min(left, point.x());
-            right = std::max(right, point.x());
-            top = std::min(top, point.y());
-            bottom = std::max(bottom, point.y());
+            topLeft = {std::min(topLeft.x(), point.x()), std::min(topLeft.y(), point.y())};
+            bottomRight = {std::max(bottomRight.x(), point.x()), std::max(bottomRight.y(), point.y())};
         }
     }
-    return left <= right ? QRectF(QPointF(left, top), QPointF(right, bottom)) : QRectF();
+    return topLeft.x() <= bottomRight.x() ? QRectF(topLeft, bottomRight) : QRectF();
 }
 
 void SvgPath::scale(double factor)
