@@ -13,6 +13,12 @@ void Notes::add(const QString& kind, qsizetype count)
         kinds.emplace_back(kind, count);
 }
 
+void Notes::add(const Notes& others)
+{
+    for (const auto& [kind, count] : others.kinds)
+        add(kind, count);
+}
+
 QStringList Notes::lines() const
 {
     QStringList list;

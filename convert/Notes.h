@@ -13,8 +13,14 @@ public:
     /// Adds `count` occurrences of the kind; ignored if 0.
     void add(const QString& kind, qsizetype count = 1);
 
+    /// Adds all occurrences of others.
+    void add(const Notes& others);
+
     /// One line per kind, in order of first occurrence: the kind, followed by its count in parentheses.
     QStringList lines() const;
+
+    /// All kinds with their counts, in order of first occurrence.
+    const std::vector<std::pair<QString, qsizetype>>& entries() const { return kinds; }
 
 private:
     std::vector<std::pair<QString, qsizetype>> kinds;

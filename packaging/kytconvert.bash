@@ -10,11 +10,12 @@ _kytconvert() {
     [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
     case $previous in
     --from)
-        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles svg png" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles csv tsv cdxml svg png" -- "$current")
         return
         ;;
     --to)
-        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles svg png pdf" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "kyt kyf mol mdl sdf sd smi smiles xyz inchi inchikey svg \
+            png pdf" -- "$current")
         return
         ;;
     --background)
@@ -33,16 +34,19 @@ _kytconvert() {
         mapfile -t COMPREPLY < <(compgen -W "text paths" -- "$current")
         return
         ;;
-    --scale | --margin | --columns | --legend | --width | --height | --dpi | --bond-length) return ;;
+    --columns | --legend | --width | --height | --dpi | --bond-length) return ;;
+    --scale | --margin | --smiles-column | --name-column | --jobs | --time-limit) return ;;
     esac
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "-o --output --from --to --v3000 --style --colors --carbons --text \
-            --columns --names --no-names --legend --width --height --dpi --bond-length --scale --margin \
-            --background --check --info --json --help --version" -- "$current")
+            --columns --names --no-names --legend --width --height --dpi --bond-length --scale --margin --background \
+            --smiles-column --name-column --skip-errors --jobs --time-limit --check --info --json \
+            --help --version" -- "$current")
         return
     fi
-    local extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|svg|png)'
-    [[ $previous == -o || $previous == --output ]] && extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|svg|png|pdf)'
+    local extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|csv|tsv|cdxml|svg|png)?(.gz)'
+    [[ $previous == -o || $previous == --output ]] &&
+        extensions='@(kyt|kyf|mol|mdl|sdf|sd|smi|smiles|xyz|inchi|inchikey|svg|png|pdf)?(.gz)'
     local extglob
     extglob=$(shopt -p extglob)
     shopt -s extglob

@@ -9,8 +9,8 @@ usage() {
 Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
 
 Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
-runs each with libFuzzer for SECONDS (default: 60). TARGET is workspace, tree, molfile or
-smiles; by default, all are run one after the other. Inputs that reach new code are kept in
+runs each with libFuzzer for SECONDS (default: 60). TARGET is workspace, tree, molfile,
+smiles, csv, cdxml or gzip; by default, all are run one after the other. Inputs that reach new code are kept in
 build/fuzz/corpus for the next run. Inputs that fail end the run of their target and are
 copied to tests/fuzz/found, which ./test.sh replays.
 
@@ -31,7 +31,7 @@ for argument in "$@"; do
         usage
         exit 0
         ;;
-    workspace | tree | molfile | smiles) targets+=("$argument") ;;
+    workspace | tree | molfile | smiles | csv | cdxml | gzip) targets+=("$argument") ;;
     *)
         if [ -n "$seconds" ] || ! [[ $argument =~ ^[1-9][0-9]*$ ]]; then
             echo "fuzz.sh: invalid argument \"$argument\" (see --help)" >&2
@@ -41,7 +41,7 @@ for argument in "$@"; do
         ;;
     esac
 done
-[ ${#targets[@]} -gt 0 ] || targets=(workspace tree molfile smiles)
+[ ${#targets[@]} -gt 0 ] || targets=(workspace tree molfile smiles csv cdxml gzip)
 
 # libFuzzer checks for leaks after every input that may have leaked.
 export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=8

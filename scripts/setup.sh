@@ -12,7 +12,7 @@ build_packages=(
 )
 screen_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # Additional packages for building kytconvert; the editor does not need them.
-converter_packages=(librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev qt6-svg-dev)
+converter_packages=(librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev zlib1g-dev libinchi-dev qt6-svg-dev)
 # Packages for creating and checking the Debian package, and for checking metadata, icons and scripts.
 packaging_packages=(
     dpkg-dev fakeroot file lintian

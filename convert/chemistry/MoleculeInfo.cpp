@@ -1,6 +1,8 @@
 #include "convert/chemistry/MoleculeInfo.h"
 
 #include "convert/Deadline.h"
+#include "convert/chemistry/Inchi.h"
+#include "convert/chemistry/Kekulized.h"
 #include "convert/chemistry/RDKitMolecule.h"
 #include "convert/chemistry/Symbols.h"
 
@@ -55,6 +57,19 @@ QString warningOf(const MolSanitizeException& problem, const SketchMolecule& dra
     return warning + QStringLiteral(": ") + QString::fromUtf8(problem.what()).simplified();
 }
 
+void setInchi(MoleculeInfo& info, const SketchMolecule& drawn)
+{
+    if (!inchiIsSupported)
+        return;
+    try {
+        Notes ignored;
+        info.inchi = inchiOf(drawn, ignored);
+        info.inchiKey = inchiKeyOf(info.inchi);
+    } catch (const ConversionError&) {
+        info.inchi.clear(); // a molecule with labels has none
+    }
+}
+
 } // namespace
 
 MoleculeInfo infoOf(const SketchMolecule& drawn)
@@ -71,17 +86,12 @@ MoleculeInfo infoOf(const SketchMolecule& drawn)
     molecule->updatePropertyCache(false);
     for (const auto& problem : MolOps::detectChemistryProblems(*molecule))
         info.warnings.append(warningOf(*problem, drawn));
-    // The hydrogens of aromatic nitrogens and similar atoms can be counted only after kekulization.
-    try {
-        MolOps::KekulizeIfPossible(*molecule, true);
-        molecule->updatePropertyCache(false);
-    } catch (const std::exception&) {
-        // Already in the warnings.
-    }
+    setInchi(info, drawn);
 
+    const std::unique_ptr<RWMol> kekulized = kekulizedMolecule(drawn);
     QMap<QString, int> counts;
     const double hydrogenWeight = PeriodicTable::getTable()->getAtomicWeight(1);
-    for (const Atom* atom : molecule->atoms()) {
+    for (const Atom* atom : kekulized->atoms()) {
         const QString& symbol = drawn.atoms[atom->getIdx()].symbol;
         info.charge += atom->getFormalCharge();
         if (atom->getAtomicNum() == 0) {
@@ -98,4 +108,13 @@ MoleculeInfo infoOf(const SketchMolecule& drawn)
     for (const QString& label : std::as_const(info.labels))
         info.formula += QStringLiteral(" + ") + label;
     return info;
+}
+
+std::vector<int> implicitHydrogens(const SketchMolecule& drawn)
+{
+    const std::unique_ptr<RWMol> molecule = kekulizedMolecule(drawn);
+    std::vector<int> hydrogens;
+    for (const Atom* atom : molecule->atoms())
+        hydrogens.push_back(atom->getAtomicNum() > 0 ? static_cast<int>(atom->getTotalNumHs()) : 0);
+    return hydrogens;
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <optional>
 
 namespace {
 
@@ -66,6 +67,64 @@ std::vector<std::size_t> piecesOf(const SketchMolecule& molecule)
     for (std::size_t i = 0; i < pieceOf.size(); ++i)
         pieceOf[i] = root(i) == i ? pieces++ : pieceOf[root(i)];
     return pieceOf;
+}
+
+constexpr double riseTolerance = 0.01; // relative; coordinates of files are rounded
+
+/// The projection angle of a wedge between two atoms, in degrees.
+float angleFromDepths(const SketchAtom& from, const SketchAtom& to)
+{
+    const double length = pixelDistance({from.x, from.y}, {to.x, to.y});
+    return narrowed(projectionAngle(double{from.depth} - to.depth, length));
+}
+
+/// Whether the depth rises along a wedge as along one that is drawn by hand.
+bool risesAsDrawn(const SketchMolecule& molecule, const SketchBond& wedge)
+{
+    const SketchAtom& from = molecule.atoms[wedge.from];
+    const SketchAtom& to = molecule.atoms[wedge.to];
+    const double drawn = drawnSlope * distance({from.x, from.y}, {to.x, to.y});
+    const double rise =
+        wedge.kinds.front() == KYTBT_StereoUp ? double{to.depth} - from.depth : double{from.depth} - to.depth;
+    return std::fabs(rise - drawn) <= riseTolerance * drawn;
+}
+
+/// Marks the atoms whose depth follows from a wedge that rises as drawn: its wide end, and what is joined to that by
+/// lines between equal depths.
+std::vector<bool> raisedAtoms(const SketchMolecule& molecule)
+{
+    std::vector<std::vector<int>> level(molecule.atoms.size()); // neighbours of equal depth
+    std::vector<bool> raised(molecule.atoms.size());
+    std::vector<int> pending;
+    const auto raise = [&](int atom) {
+        if (!raised[atom])
+            pending.push_back(atom);
+        raised[atom] = true;
+    };
+    for (const SketchBond& bond : molecule.bonds) {
+        if (isWedge(bond) && risesAsDrawn(molecule, bond)) {
+            raise(bond.to);
+        } else if (!isWedge(bond) && molecule.atoms[bond.from].depth == molecule.atoms[bond.to].depth) {
+            level[bond.from].push_back(bond.to);
+            level[bond.to].push_back(bond.from);
+        }
+    }
+    while (!pending.empty()) {
+        const int atom = pending.back();
+        pending.pop_back();
+        std::for_each(level[atom].begin(), level[atom].end(), raise);
+    }
+    return raised;
+}
+
+/// Marks the connected pieces with a line between different depths.
+std::vector<bool> piecesWithSlopes(const SketchMolecule& molecule, const std::vector<std::size_t>& pieceOf)
+{
+    std::vector<bool> sloping(molecule.atoms.size());
+    for (const SketchBond& bond : molecule.bonds)
+        if (!isWedge(bond) && molecule.atoms[bond.from].depth != molecule.atoms[bond.to].depth)
+            sloping[pieceOf[bond.from]] = true;
+    return sloping;
 }
 
 /// The indices of the wedges, each after the wedge that ends at its start atom; wedges in a ring have no such order.
@@ -173,6 +232,25 @@ void spreadPieces(SketchMolecule& molecule)
         molecule.atoms[i] = std::move(pieces[pieceOf[i]].molecules.front().atoms[indexInPiece[i]]);
 }
 
+bool isFlat(const SketchMolecule& molecule)
+{
+    const std::vector<std::size_t> pieceOf = piecesOf(molecule);
+    const std::vector<bool> sloping = piecesWithSlopes(molecule, pieceOf);
+    if (std::find(sloping.begin(), sloping.end(), true) == sloping.end())
+        return true;
+    const std::vector<bool> raised = raisedAtoms(molecule);
+    std::vector<std::optional<float>> common(molecule.atoms.size()); // depth by piece
+    for (std::size_t i = 0; i < molecule.atoms.size(); ++i) {
+        if (raised[i] || !sloping[pieceOf[i]])
+            continue;
+        const float depth = molecule.atoms[i].depth;
+        if (common[pieceOf[i]].value_or(depth) != depth)
+            return false;
+        common[pieceOf[i]] = depth;
+    }
+    return true;
+}
+
 void liftWedges(SketchMolecule& molecule)
 {
     std::vector<bool> isFlat;
@@ -189,8 +267,14 @@ void liftWedges(SketchMolecule& molecule)
             to.depth = narrowed(wedge.kinds.front() == KYTBT_StereoUp ? from.depth + rise : from.depth - rise);
             wedge.angle = drawnAngle;
         } else {
-            const double length = pixelDistance({from.x, from.y}, {to.x, to.y});
-            wedge.angle = narrowed(projectionAngle(double{from.depth} - to.depth, length));
+            wedge.angle = angleFromDepths(from, to);
         }
     }
+}
+
+void setWedgeAngles(SketchMolecule& molecule)
+{
+    for (SketchBond& bond : molecule.bonds)
+        if (isWedge(bond))
+            bond.angle = angleFromDepths(molecule.atoms[bond.from], molecule.atoms[bond.to]);
 }

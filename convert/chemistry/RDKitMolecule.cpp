@@ -1,6 +1,7 @@
 #include "convert/chemistry/RDKitMolecule.h"
 
 #include "canvas/truncate.h"
+#include "convert/chemistry/Placement.h"
 #include "convert/chemistry/Symbols.h"
 
 #include <GraphMol/QueryBond.h>
@@ -16,6 +17,12 @@ namespace {
 
 constexpr const char* unsupportedBonds = "dative and other unsupported bonds: read as single bonds";
 constexpr int lastBondType = 10; // largest bond type in a molfile
+
+// Stereo marks of bonds in a V2000 file.
+constexpr unsigned upWedge = 1;
+constexpr unsigned eitherDouble = 3;
+constexpr unsigned eitherSingle = 4;
+constexpr unsigned downWedge = 6;
 
 enum class BondKind { None, Single, Double, Triple, Aromatic, Hydrogen };
 
@@ -66,6 +73,18 @@ std::unique_ptr<Bond> newBond(BondKind kind, MoleculeUse use)
     return any;
 }
 
+/// Marks an open double bond. RDKit writes any other as "either", too, unless it has some E/Z stereo; which one does
+/// not matter, since readers take it from the coordinates.
+void setStereo(Bond& bond, bool isOpen, MoleculeUse use)
+{
+    if (isOpen)
+        bond.setBondDir(Bond::EITHERDOUBLE);
+    if (isOpen)
+        bond.setStereo(Bond::STEREOANY);
+    else if (use != MoleculeUse::Chemistry)
+        bond.setStereo(Bond::STEREOE);
+}
+
 void addBond(RWMol& molecule, const SketchBond& drawn, MoleculeUse use, Notes& notes)
 {
     const BondKind kind = bondKind(drawn, notes);
@@ -87,6 +106,8 @@ void addBond(RWMol& molecule, const SketchBond& drawn, MoleculeUse use, Notes& n
     bond->setEndAtomIdx(drawn.to);
     if (isWedge(drawn))
         bond->setBondDir(drawn.kinds.front() == KYTBT_StereoUp ? Bond::BEGINWEDGE : Bond::BEGINDASH);
+    if (kind == BondKind::Double)
+        setStereo(*bond, drawn.open, use);
     if (kind == BondKind::Aromatic && use == MoleculeUse::Chemistry) {
         bond->setIsAromatic(true);
         molecule.getAtomWithIdx(drawn.from)->setIsAromatic(true);
@@ -106,6 +127,8 @@ void addAtom(RWMol& molecule, const SketchAtom& drawn, MoleculeUse use)
     }
     if (atom->getAtomicNum() == 0)
         atom->setProp(common_properties::dummyLabel, std::string("R"));
+    if (!element && use == MoleculeUse::Chemistry)
+        atom->setProp(common_properties::atomLabel, drawn.symbol.toStdString());
     const bool needsAlias = !element || element->number == 0 || symbolOf(*element) != drawn.symbol;
     if (needsAlias && use == MoleculeUse::V2000 && !drawn.symbol.startsWith(QLatin1String(endOfRecord)))
         atom->setProp(common_properties::molFileAlias, drawn.symbol.toStdString());
@@ -194,26 +217,38 @@ std::vector<KytBondType> linesOf(const Bond& bond, Notes& notes)
     }
 }
 
+/// The stereo mark of a bond in a molfile, in the numbers of a V2000 file; 0 if there is none.
+unsigned stereoMark(const Bond& bond)
+{
+    unsigned mark = 0;
+    if (bond.getPropIfPresent(common_properties::_MolFileBondStereo, mark) && mark != 0)
+        return mark;
+    if (!bond.getPropIfPresent(common_properties::_MolFileBondCfg, mark))
+        return 0;
+    if (mark == 2)
+        return bond.getBondType() == Bond::DOUBLE ? eitherDouble : eitherSingle;
+    return mark == 3 ? downWedge : mark;
+}
+
+/// Whether a double bond has unspecified E/Z stereo.
+bool isOpen(const Bond& bond)
+{
+    return bond.getBondType() == Bond::DOUBLE
+        && (bond.getStereo() == Bond::STEREOANY || stereoMark(bond) == eitherDouble);
+}
+
 /// The wedge given by a bond's stereo mark in a molfile, if any.
 std::optional<KytBondType> markedWedge(const Bond& bond, Notes& notes)
 {
-    unsigned mark = 0;
-    std::optional<KytBondType> wedge;
-    if (bond.getPropIfPresent(common_properties::_MolFileBondStereo, mark) && mark != 0) {
-        if (mark == 1 || mark == 6)
-            wedge = mark == 1 ? KYTBT_StereoUp : KYTBT_StereoDown;
-    } else if (bond.getPropIfPresent(common_properties::_MolFileBondCfg, mark) && mark != 0) {
-        if (mark == 1 || mark == 3)
-            wedge = mark == 1 ? KYTBT_StereoUp : KYTBT_StereoDown;
-    }
-    if (mark == 0)
+    const unsigned mark = stereoMark(bond);
+    if (mark == 0 || isOpen(bond))
         return std::nullopt;
-    if (!wedge)
+    if (mark != upWedge && mark != downWedge)
         notes.add("bonds with unknown stereo: stereo mark discarded");
     else if (bond.getBondType() != Bond::SINGLE)
         notes.add("wedges on bonds other than single bonds: discarded");
     else
-        return wedge;
+        return mark == upWedge ? KYTBT_StereoUp : KYTBT_StereoDown;
     return std::nullopt;
 }
 
@@ -245,12 +280,11 @@ std::unique_ptr<RWMol> moleculeOf(const SketchMolecule& drawn, MoleculeUse use, 
 {
     auto molecule = std::make_unique<RWMol>();
     auto conformer = std::make_unique<Conformer>(static_cast<unsigned>(drawn.atoms.size()));
-    bool flat = true;
+    const bool flat = isFlat(drawn);
     for (std::size_t i = 0; i < drawn.atoms.size(); ++i) {
         const SketchAtom& atom = drawn.atoms[i];
         addAtom(*molecule, atom, use);
-        const double z = use == MoleculeUse::Chemistry ? 0 : atom.depth / pixelsPerAngstrom;
-        flat = flat && z == 0;
+        const double z = flat ? 0 : atom.depth / pixelsPerAngstrom;
         // Adding 0.0 turns -0, which would be written with a sign, into 0.
         conformer->setAtomPos(
             static_cast<unsigned>(i),
@@ -293,6 +327,7 @@ SketchMolecule sketchOf(const ROMol& molecule, const std::vector<ChosenWedge>& w
             copy.kinds = {*wedge};
         else
             copy.kinds = linesOf(*bond, notes);
+        copy.open = isOpen(*bond);
         drawn.bonds.push_back(copy);
     }
     for (const ChosenWedge& wedge : wedges) {
@@ -302,6 +337,14 @@ SketchMolecule sketchOf(const ROMol& molecule, const std::vector<ChosenWedge>& w
         bond.kinds = {wedge.kind};
     }
     return drawn;
+}
+
+bool hasMarks(const ROMol& molecule)
+{
+    for (const Bond* bond : molecule.bonds())
+        if (const unsigned mark = stereoMark(*bond); mark == upWedge || mark == downWedge)
+            return true;
+    return false;
 }
 
 void noteUnusualHydrogens(const RWMol& molecule, Notes& notes)

@@ -25,6 +25,7 @@ struct SketchBond {
     int to = 0;                     ///< index of the end atom
     std::vector<KytBondType> kinds; ///< of its lines, at most three, or of its wedge
     float angle = drawnAngle;       ///< projection angle of a wedge, in degrees
+    bool open = false;              ///< a double bond whose E/Z stereo is unspecified, whatever its coordinates show
 };
 
 struct SketchMolecule {

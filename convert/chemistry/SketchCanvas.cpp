@@ -3,10 +3,13 @@
 #include "bonds/BondTable.h"
 #include "bonds/KytBond.h"
 #include "bonds/KytStereoBond.h"
+#include "convert/Notes.h"
 #include "doc/kytstudiodoc.h"
 #include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
 #include "model/KytMolecule.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -51,6 +54,14 @@ Sketch sketchOf(const QCanvas& canvas)
     for (const DrawnMolecule& drawn : drawnMolecules(canvas))
         sketch.molecules.push_back(copyOf(drawn));
     return sketch;
+}
+
+void noteOpenDoubleBonds(const Sketch& sketch, Notes& notes)
+{
+    for (const SketchMolecule& molecule : sketch.molecules)
+        notes.add("double bonds with unspecified E/Z stereo: drawn as one of the isomers",
+                  std::count_if(molecule.bonds.begin(), molecule.bonds.end(),
+                                [](const SketchBond& bond) { return bond.open; }));
 }
 
 void drawOn(KytStudioDoc& doc, const Sketch& sketch)

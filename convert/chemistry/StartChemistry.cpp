@@ -1,5 +1,7 @@
 #include "convert/chemistry/StartChemistry.h"
 
+#include "convert/chemistry/ParserReason.h"
+
 #include <RDGeneral/RDLog.h>
 
 #include <clocale>
@@ -7,5 +9,6 @@
 void startChemistry()
 {
     boost::logging::disable_logs("rdApp.*");
+    captureParserLog();
     std::setlocale(LC_NUMERIC, "C");
 }

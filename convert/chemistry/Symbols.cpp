@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <vector>
+
 namespace {
 
 constexpr int elements = 118;
@@ -32,6 +34,27 @@ const QHash<QString, int>& numbers()
         return table;
     }();
     return known;
+}
+
+/// The atomic number of a plain element symbol, without the detour over a pattern; 0 for anything else, also D and T.
+int plainElement(QStringView symbol)
+{
+    constexpr qsizetype letters = 26;
+    static const std::vector<int> table = [] {
+        std::vector<int> byLetters(letters * (letters + 1));
+        for (int number = 1; number <= elements; ++number) {
+            const QString& name = elementNames()[number];
+            byLetters[(name[0].unicode() - u'A') * (letters + 1)
+                      + (name.size() > 1 ? name[1].unicode() - u'a' + 1 : 0)] = number;
+        }
+        return byLetters;
+    }();
+    const bool isPlain = (symbol.size() == 1 || (symbol.size() == 2 && symbol[1] >= u'a' && symbol[1] <= u'z'))
+        && symbol[0] >= u'A' && symbol[0] <= u'Z';
+    if (!isPlain)
+        return 0;
+    const qsizetype second = symbol.size() > 1 ? symbol[1].unicode() - u'a' + 1 : 0;
+    return table[static_cast<std::size_t>((symbol[0].unicode() - u'A') * (letters + 1) + second)];
 }
 
 /// Parses a charge such as "+", "2+", "+2" or "--"; nothing if it is out of range.
@@ -78,6 +101,8 @@ std::optional<ElementSymbol> parseSymbol(QStringView symbol)
 {
     static const QRegularExpression form(QStringLiteral(
         R"(\A([1-9][0-9]{0,2})?(\*|[A-Z][a-z]?)([0-9]{0,2}[+\-\x{2212}]|[+\-\x{2212}][0-9]{1,2}|\+{2,4}|-{2,4})?\z)"));
+    if (const int number = plainElement(symbol); number > 0)
+        return ElementSymbol{number, 0, 0};
     const QRegularExpressionMatch match = form.match(symbol);
     if (!match.hasMatch())
         return std::nullopt;

@@ -1,9 +1,16 @@
 #include "convert/formats/Formats.h"
 
+#include "convert/chemistry/Inchi.h"
 #include "convert/chemistry/Placement.h"
+#include "convert/chemistry/SketchCanvas.h"
+#include "convert/formats/Cdxml.h"
+#include "convert/formats/InchiLines.h"
 #include "convert/formats/Molfile.h"
+#include "convert/formats/SdRecords.h"
 #include "convert/formats/Smiles.h"
+#include "convert/formats/Table.h"
 #include "convert/formats/Workspace.h"
+#include "convert/formats/Xyz.h"
 #include "convert/pictures/PictureData.h"
 #include "convert/pictures/PictureFile.h"
 
@@ -15,6 +22,8 @@
 namespace {
 
 using Sketches = std::vector<Sketch>;
+
+constexpr QLatin1String gzipEnding(".gz");
 
 Sketch oneDrawing(Sketches sketches)
 {
@@ -33,12 +42,27 @@ QByteArray writeMolfile(Sketches sketches, const OutputStyle& style, Notes& note
 
 QByteArray writeSdFile(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    return sdFileOf(sketches, style.v3000, notes);
+    return sdFileOf(sketches, style.v3000, style.firstDrawing, notes);
 }
 
 QByteArray writeSmiles(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return smilesOf(sketches, notes);
+}
+
+QByteArray writeXyz(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return xyzOf(sketches, notes);
+}
+
+QByteArray writeInchi(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return inchiLinesOf(sketches, notes);
+}
+
+QByteArray writeInchiKey(Sketches sketches, const OutputStyle&, Notes& notes)
+{
+    return inchiKeyLinesOf(sketches, notes);
 }
 
 QByteArray onlyPage(const std::vector<QByteArray>& pages)
@@ -49,30 +73,56 @@ QByteArray onlyPage(const std::vector<QByteArray>& pages)
     return pages.front();
 }
 
-QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes&)
+void noteOpenDoubleBonds(const Sketches& sketches, Notes& notes)
 {
+    for (const Sketch& sketch : sketches)
+        noteOpenDoubleBonds(sketch, notes);
+}
+
+QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes& notes)
+{
+    noteOpenDoubleBonds(sketches, notes);
     return onlyPage(svgPictures(sketches, style.picture));
 }
 
-QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes&)
+QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
+    noteOpenDoubleBonds(sketches, notes);
     return onlyPage(pngPictures(sketches, style.picture));
 }
 
-QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes&)
+QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
+    noteOpenDoubleBonds(sketches, notes);
     return pdfPicture(sketches, style.picture);
 }
 
+constexpr bool sequence = true;
+
 constexpr Format formats[] = {
-    {"kyt kyf", readWorkspace, writeWorkspace, workspaceFaults},
-    {"mol mdl", readMolfiles, writeMolfile},
-    {"sdf sd", readMolfiles, writeSdFile},
-    {"smi smiles", readSmiles, writeSmiles},
-    {"svg", readSvg, writeSvg, nullptr, svgPictures},
-    {"png", readPng, writePng, nullptr, pngPictures, true},
-    {"pdf", nullptr, writePdf},
+    {"kyt kyf", wholeFile, readWorkspace, writeWorkspace, !sequence, true, workspaceFaults},
+    {"mol mdl", sdRecords, readMolfiles, writeMolfile},
+    {"sdf sd", sdRecords, readMolfiles, writeSdFile, sequence},
+    {"smi smiles", smilesRecords, readSmiles, writeSmiles, sequence},
+    {"csv", csvRecords, readSmiles, nullptr},
+    {"tsv", tsvRecords, readSmiles, nullptr},
+    {"cdxml", wholeFile, readCdxml, nullptr},
+    {"xyz", nullptr, nullptr, writeXyz, sequence},
+    {"inchi", nullptr, nullptr, writeInchi, sequence, inchiIsSupported},
+    {"inchikey", nullptr, nullptr, writeInchiKey, sequence, inchiIsSupported},
+    {"svg", wholeFile, readSvg, writeSvg, !sequence, true, nullptr, svgPictures},
+    {"png", binaryFile, readPng, writePng, !sequence, true, nullptr, pngPictures},
+    {"pdf", nullptr, nullptr, writePdf},
 };
+
+template <typename Matches> QStringList extensionsWhere(Matches matches)
+{
+    QStringList extensions;
+    for (const Format& format : formats)
+        if (matches(format))
+            extensions += QString::fromLatin1(format.extensions).split(u' ');
+    return extensions;
+}
 
 } // namespace
 
@@ -86,5 +136,21 @@ const Format* formatNamed(const QString& name)
 
 const Format* formatOfFile(const QString& fileName)
 {
-    return formatNamed(QFileInfo(fileName).suffix());
+    const QString plain = isGzipName(fileName) ? fileName.chopped(gzipEnding.size()) : fileName;
+    return formatNamed(QFileInfo(plain).suffix());
+}
+
+bool isGzipName(const QString& fileName)
+{
+    return fileName.endsWith(gzipEnding, Qt::CaseInsensitive);
+}
+
+QStringList readableExtensions()
+{
+    return extensionsWhere([](const Format& format) { return format.read != nullptr; });
+}
+
+QStringList writableExtensions()
+{
+    return extensionsWhere([](const Format& format) { return format.write != nullptr; });
 }

@@ -2,6 +2,7 @@
 
 #include "convert/Notes.h"
 #include "convert/chemistry/Sketch.h"
+#include "convert/formats/Records.h"
 #include "convert/pictures/PictureStyle.h"
 
 #include <QByteArray>
@@ -14,31 +15,48 @@
 struct OutputStyle {
     PictureStyle picture;
     bool v3000 = false;
+    int firstDrawing = 1; ///< number of the first sketch, by which an SD file tells drawings apart
 };
 
 /// A supported file format. Formats are the rows of one table and are told apart by their addresses.
 struct Format {
     const char* extensions; ///< in lower case, separated by spaces
 
-    /// Reads a whole file; null for a format that can only be written. Throws ConversionError, which starts with
-    /// `name`, for bad input.
-    std::vector<Sketch> (*read)(const QByteArray& text, const QString& name, Notes& notes);
+    /// Takes the records of an input one after the other; null for a format that can only be written.
+    std::unique_ptr<RecordReader> (*records)(LineReader& lines, const InputStyle& style);
 
-    /// The whole file. Throws ConversionError for drawings that the format cannot hold.
+    /// Reads a record. Throws ConversionError, which starts with the file name `name` and the line number, for bad
+    /// input.
+    std::vector<Sketch> (*read)(const Record& record, const QString& name, Notes& notes);
+
+    /// The text of the sketches; null for a format that can only be read. Throws ConversionError for drawings that the
+    /// format cannot hold.
     QByteArray (*write)(std::vector<Sketch> sketches, const OutputStyle& style, Notes& notes);
 
-    /// The faults of a file, one line each, which starts with `name`; null if the first error that `read` throws is the
-    /// only one known.
-    QStringList (*check)(const QByteArray& text, const QString& name) = nullptr;
+    /// Whether a file is a sequence of molecules, so that the texts of several sketches one after the other are that of
+    /// all of them. Files in other formats hold one drawing.
+    bool isSequence = false;
+
+    /// Whether this build supports the format.
+    bool isSupported = true;
+
+    /// The faults of a record, one line each, which starts with `name`; null if the first error that `read` throws is
+    /// the only one known.
+    QStringList (*check)(const Record& record, const QString& name) = nullptr;
 
     /// The files of a sheet of pictures that has several pages; null for a format that has no such pages.
     std::vector<QByteArray> (*writePages)(const std::vector<Sketch>& sketches, const PictureStyle& style) = nullptr;
-
-    bool isBinary = false; ///< a file may contain null bytes
 };
 
 /// The format with the extension `name`, case-insensitive; null if there is none.
 const Format* formatNamed(const QString& name);
 
-/// The format for the extension of a file name; null if it is unknown.
+/// The format for the extension of a file name, or the one before ".gz"; null if it is unknown.
 const Format* formatOfFile(const QString& fileName);
+
+/// Whether a file of this name is compressed.
+bool isGzipName(const QString& fileName);
+
+/// The extensions of all formats that can be read, or of those that can be written.
+QStringList readableExtensions();
+QStringList writableExtensions();

@@ -1,12 +1,16 @@
 #include "convert/formats/Molfile.h"
 
 #include "convert/Deadline.h"
+#include "convert/chemistry/Perception.h"
 #include "convert/chemistry/Placement.h"
+#include "convert/chemistry/Projection.h"
 #include "convert/chemistry/RDKitMolecule.h"
+#include "convert/chemistry/Stereo.h"
 #include "convert/chemistry/Symbols.h"
 #include "convert/formats/SdRecords.h"
 
 #include <GraphMol/FileParsers/FileParsers.h>
+#include <GraphMol/SanitException.h>
 
 #include <QRegularExpression>
 
@@ -19,16 +23,18 @@ using namespace RDKit;
 namespace {
 
 // The record properties for what a molfile cannot store. A line of the colours has a count and the colour of that many
-// atoms. A line of the symbols has an atom number and its symbol. The sizes are the atom counts of the molecules in the
+// atoms; one of the depths a count and the depth of that many atoms, in pixels, which a flat molfile has no room for. A
+// line of the symbols has an atom number and its symbol. The sizes are the atom counts of the molecules in the
 // molfile. The drawing number is the same in all records of one drawing.
 const QString colorsProperty = QStringLiteral("KYTSTUDIO_COLORS");
 const QString symbolsProperty = QStringLiteral("KYTSTUDIO_SYMBOLS");
 const QString sizesProperty = QStringLiteral("KYTSTUDIO_MOLECULES");
-const QString drawingProperty = QStringLiteral("KYTSTUDIO_DRAWING");
+const QString depthsProperty = QStringLiteral("KYTSTUDIO_DEPTHS");
 
 constexpr double maxCoordinateInV2000 = 9999; // angstroms, due to the width of the columns
 constexpr double maxCoordinate = 1e9;         // angstroms
 constexpr std::size_t maxCountInV2000 = 999;  // of atoms, and of bonds
+constexpr std::size_t maxAtomsToCheck = 1000; // in a record; RDKit ranks them in quadratic time
 constexpr int maxLabels = 50;                 // different labels in the symbol column of a molfile
 
 /// Also false for a coordinate that is not finite.
@@ -126,6 +132,60 @@ std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
     }
 }
 
+bool isInSpace(const RWMol& molecule)
+{
+    return molecule.getNumConformers() > 0 && molecule.getConformer().is3D();
+}
+
+/// Whether a record was written from a drawing.
+bool isOurs(const SdRecord& record)
+{
+    return std::any_of(record.data.begin(), record.data.end(),
+                       [](const auto& entry) { return entry.first == colorsProperty; });
+}
+
+/// Where a record is, for warnings: its first line and its name.
+QString placeOf(const SdRecord& record, const RWMol& molecule, const QString& name)
+{
+    const QString place = QStringLiteral("%1:%2").arg(name).arg(record.firstLine);
+    std::string title;
+    molecule.getPropIfPresent(common_properties::_Name, title);
+    const QString shown = QString::fromStdString(title).simplified();
+    return shown.isEmpty() ? place : QStringLiteral("%1 (%2)").arg(place, shown);
+}
+
+/// The parsed molecule with its stereo assigned; null if its valences are impossible or it is too large.
+std::unique_ptr<RWMol> withStereo(const RWMol& parsed)
+{
+    if (parsed.getNumAtoms() > maxAtomsToCheck)
+        return nullptr;
+    auto molecule = std::make_unique<RWMol>(parsed);
+    try {
+        assignParsedStereo(*molecule);
+        return molecule;
+    } catch (const MolSanitizeException&) {
+        return nullptr;
+    }
+}
+
+/// Draws a parsed molecule; one in space without wedges gets those that its projection allows, unless the record was
+/// written from a drawing without wedges. Warns if the drawing
+/// shows other stereo than the file.
+SketchMolecule drawingOf(const RWMol& parsed, const QString& place, bool isOurs, Notes& notes)
+{
+    const std::unique_ptr<RWMol> meant = withStereo(parsed);
+    const bool needsWedges = meant && !isOurs && isInSpace(parsed) && !hasMarks(parsed);
+    SketchMolecule drawn = sketchOf(parsed, needsWedges ? projectedWedges(*meant) : std::vector<ChosenWedge>(), notes);
+    const std::unique_ptr<RWMol> perceived = meant ? perceivedMolecule(drawn, Labels::Alike) : nullptr;
+    if (!perceived)
+        return drawn;
+    Stereo shown = stereoOf(*perceived);
+    openDoubleBonds(drawn, stereoOf(*meant), shown);
+    if (const QString differences = differencesOf(stereoOf(*meant), shown); !differences.isEmpty())
+        notes.add(QStringLiteral("%1: stereo of %2: drawn otherwise than read").arg(place, differences));
+    return drawn;
+}
+
 /// Sets the colours of all atoms from a property. Returns false if the property does not match the molecule.
 bool applyColors(SketchMolecule& molecule, const QString& text)
 {
@@ -140,6 +200,25 @@ bool applyColors(SketchMolecule& molecule, const QString& text)
             return false;
         for (int i = 0; i < count; ++i)
             molecule.atoms[next++].color = {words[1], words[2], words[3]};
+    }
+    return next == molecule.atoms.size();
+}
+
+/// Sets the depths of all atoms from a property. Returns false if the property does not match the molecule.
+bool applyDepths(SketchMolecule& molecule, const QString& text)
+{
+    std::size_t next = 0;
+    for (const QString& line : text.split(u'\n')) {
+        const QStringList words = line.simplified().split(u' ');
+        const int count = words.first().toInt();
+        bool isNumber = false;
+        const float depth = words.last().toFloat(&isNumber);
+        if (words.size() != 2 || !isNumber || !isInRange(double{depth} / pixelsPerAngstrom))
+            return false;
+        if (count < 1 || static_cast<std::size_t>(count) > molecule.atoms.size() - next)
+            return false;
+        for (int i = 0; i < count; ++i)
+            molecule.atoms[next++].depth = depth;
     }
     return next == molecule.atoms.size();
 }
@@ -224,23 +303,51 @@ bool needsProperty(const QString& symbol, bool v3000)
     return v3000 || symbol.startsWith(QLatin1String(endOfRecord));
 }
 
-QByteArray property(const QString& name, const QString& text)
+/// The lines of a property. Its text must not contain a line that ends it or starts another.
+QByteArray property(const QString& name, const QString& value)
 {
+    QStringList lines;
+    for (const QString& line : value.split(u'\n')) {
+        if (line.trimmed().isEmpty())
+            continue;
+        const bool isSpecial = line.startsWith(u'>') || line.startsWith(QLatin1String(endOfRecord));
+        lines.append(isSpecial ? u' ' + line : line);
+    }
+    const QString text = lines.join(u'\n');
     return QStringLiteral(">  <%1>\n%2\n\n").arg(name, text).toUtf8();
+}
+
+/// Lines of a count and what `textOf` gives for that many consecutive atoms.
+template <typename TextOf> QString runsOf(const SketchMolecule& molecule, const TextOf& textOf)
+{
+    QStringList lines;
+    for (std::size_t i = 0; i < molecule.atoms.size();) {
+        const QString text = textOf(molecule.atoms[i]);
+        std::size_t count = 1;
+        while (i + count < molecule.atoms.size() && textOf(molecule.atoms[i + count]) == text)
+            ++count;
+        lines.append(QString::number(count) + u' ' + text);
+        i += count;
+    }
+    return lines.join(u'\n');
 }
 
 QString colorsOf(const SketchMolecule& molecule)
 {
-    QStringList lines;
-    for (std::size_t i = 0; i < molecule.atoms.size();) {
-        const std::array<QString, 3>& color = molecule.atoms[i].color;
-        std::size_t count = 1;
-        while (i + count < molecule.atoms.size() && molecule.atoms[i + count].color == color)
-            ++count;
-        lines.append(QStringLiteral("%1 %2 %3 %4").arg(QString::number(count), color[0], color[1], color[2]));
-        i += count;
-    }
-    return lines.join(u'\n');
+    return runsOf(molecule, [](const SketchAtom& atom) {
+        return QStringLiteral("%1 %2 %3").arg(atom.color[0], atom.color[1], atom.color[2]);
+    });
+}
+
+/// The depths that a flat molfile has no room for; empty if there are none.
+QString depthsOf(const SketchMolecule& molecule)
+{
+    constexpr int digits = 9; // enough to read the same float again
+    const bool any = std::any_of(molecule.atoms.begin(), molecule.atoms.end(),
+                                 [](const SketchAtom& atom) { return atom.depth != 0; });
+    if (!any || !isFlat(molecule))
+        return {};
+    return runsOf(molecule, [](const SketchAtom& atom) { return QString::number(double{atom.depth}, 'g', digits); });
 }
 
 QString symbolsOf(const SketchMolecule& molecule, bool v3000)
@@ -261,9 +368,11 @@ bool fitsV2000(const SketchMolecule& molecule)
            });
 }
 
-/// Warns of wedges whose direction contradicts the depths of their ends.
+/// Warns of wedges in a molecule with a shape in space whose direction contradicts the depths of their ends.
 void noteContradictoryWedges(const SketchMolecule& molecule, Notes& notes)
 {
+    if (isFlat(molecule))
+        return;
     for (const SketchBond& bond : molecule.bonds) {
         if (!isWedge(bond))
             continue;
@@ -273,8 +382,27 @@ void noteContradictoryWedges(const SketchMolecule& molecule, Notes& notes)
     }
 }
 
-/// A record without its final "$$$$" line. `drawing` is the number of the drawing whose coordinates are kept, or 0.
-QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, const QString& sizes, Notes& notes)
+/// Warns if RDKit, as any other program, reads another molecule from a molfile than the drawing shows.
+void noteMisreading(const std::string& molfile, const SketchMolecule& drawn, const QString& name, Notes& notes)
+{
+    const std::unique_ptr<RWMol> meant =
+        drawn.atoms.size() <= maxAtomsToCheck ? perceivedMolecule(drawn, Labels::Alike) : nullptr;
+    if (!meant)
+        return;
+    try {
+        const std::unique_ptr<RWMol> found(MolBlockToMol(molfile, false, false));
+        assignParsedStereo(*found);
+        if (const QString differences = differencesOf(*meant, *found); !differences.isEmpty())
+            notes.add(QStringLiteral("%1: %2: read otherwise by other programs").arg(name, differences));
+    } catch (const std::exception&) {
+        notes.add(QStringLiteral("%1: not readable by other programs").arg(name));
+    }
+}
+
+/// A record without its final "$$$$" line. `drawing` is the number of the drawing whose coordinates are kept, or 0;
+/// `name` is that of the record in warnings.
+QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, const QString& sizes, const QString& name,
+                    Notes& notes)
 {
     v3000 = v3000 || !fitsV2000(molecule);
     for (const SketchAtom& atom : molecule.atoms)
@@ -284,17 +412,21 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     noteContradictoryWedges(molecule, notes);
     const std::unique_ptr<RWMol> converted =
         moleculeOf(molecule, v3000 ? MoleculeUse::V3000 : MoleculeUse::V2000, notes);
-    QByteArray text = QByteArray::fromStdString(MolToMolBlock(*converted, false, -1, false, v3000));
+    const std::string molfile = MolToMolBlock(*converted, false, -1, false, v3000);
+    noteMisreading(molfile, molecule, name, notes);
+    QByteArray text = QByteArray::fromStdString(molfile);
     if (text.startsWith(endOfRecord)) // the name must not end the record
         text.prepend(' ');
-    for (const auto& [name, value] : molecule.data)
-        text += property(name, value);
+    for (const auto& [key, value] : molecule.data)
+        text += property(key, value);
     if (drawing > 0)
-        text += property(drawingProperty, QString::number(drawing));
+        text += property(QLatin1String(drawingProperty), QString::number(drawing));
     if (!sizes.isEmpty())
         text += property(sizesProperty, sizes);
     if (const QString symbols = symbolsOf(molecule, v3000); !symbols.isEmpty())
         text += property(symbolsProperty, symbols);
+    if (const QString depths = depthsOf(molecule); !depths.isEmpty())
+        text += property(depthsProperty, depths);
     if (!molecule.atoms.empty())
         text += property(colorsProperty, colorsOf(molecule));
     return text;
@@ -320,6 +452,12 @@ SketchMolecule combined(const Sketch& sketch)
     return all;
 }
 
+/// The name of a record in warnings.
+QString recordName(const SketchMolecule& molecule, int number)
+{
+    return molecule.name.isEmpty() ? QStringLiteral("molecule %1").arg(number) : molecule.name;
+}
+
 QString sizesOf(const Sketch& sketch)
 {
     QStringList sizes;
@@ -331,24 +469,28 @@ QString sizesOf(const Sketch& sketch)
 
 } // namespace
 
-std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, Notes& notes)
+std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes& notes)
 {
-    const std::vector<SdRecord> records = splitRecords(text);
-    if (records.empty())
-        throw ConversionError(name + QStringLiteral(": contains no molfile"));
+    const std::vector<SdRecord> records = splitRecords(file.text, file.line);
     std::vector<Sketch> sketches;
     QString lastDrawing;
     for (const SdRecord& record : records) {
         const std::unique_ptr<RWMol> parsed = parse(record, name);
         noteUnusualHydrogens(*parsed, notes);
-        SketchMolecule molecule = sketchOf(*parsed, {}, notes);
+        SketchMolecule molecule = drawingOf(*parsed, placeOf(record, *parsed, name), isOurs(record), notes);
         molecule.data = record.data;
         if (const auto symbols = take(molecule, symbolsProperty); symbols && !applySymbols(molecule, *symbols))
             notes.add("KYTSTUDIO_SYMBOLS properties that do not match the molecule: not fully applied");
         if (const auto colors = take(molecule, colorsProperty); colors && !applyColors(molecule, *colors))
             notes.add("KYTSTUDIO_COLORS properties that do not match the molecule: not fully applied");
-        liftWedges(molecule);
-        const QString drawing = take(molecule, drawingProperty).value_or(QString());
+        const auto depths = take(molecule, depthsProperty);
+        if (depths && (isInSpace(*parsed) || !applyDepths(molecule, *depths)))
+            notes.add("KYTSTUDIO_DEPTHS properties that do not match the molecule: not fully applied");
+        if (!isInSpace(*parsed) || hasMarks(*parsed))
+            liftWedges(molecule);
+        else
+            setWedgeAngles(molecule);
+        const QString drawing = take(molecule, QLatin1String(drawingProperty)).value_or(QString());
         const QString sizes = take(molecule, sizesProperty).value_or(QString());
 
         Sketch sketch;
@@ -372,17 +514,21 @@ QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes)
     const auto named = std::count_if(sketch.molecules.begin(), sketch.molecules.end(),
                                      [](const SketchMolecule& molecule) { return !molecule.name.isEmpty(); });
     notes.add("molecule names other than the first in a molfile: discarded", named - 1);
-    return recordOf(combined(sketch), v3000, sketch.placed ? 1 : 0, sizesOf(sketch), notes);
+    const SketchMolecule all = combined(sketch);
+    return recordOf(all, v3000, sketch.placed ? 1 : 0, sizesOf(sketch), recordName(all, 1), notes);
 }
 
-QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, Notes& notes)
+QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, int firstDrawing, Notes& notes)
 {
     QByteArray text;
-    int drawing = 0;
+    int drawing = firstDrawing;
+    int number = firstDrawing - 1;
     for (const Sketch& sketch : sketches) {
-        ++drawing;
         for (const SketchMolecule& molecule : sketch.molecules)
-            text += recordOf(molecule, v3000, sketch.placed ? drawing : 0, QString(), notes) + endOfRecord + "\n";
+            text +=
+                recordOf(molecule, v3000, sketch.placed ? drawing : 0, QString(), recordName(molecule, ++number), notes)
+                + endOfRecord + "\n";
+        ++drawing;
     }
     return text;
 }

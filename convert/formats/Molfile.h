@@ -2,17 +2,18 @@
 
 #include "convert/Notes.h"
 #include "convert/chemistry/Sketch.h"
+#include "convert/formats/Records.h"
 
 #include <QByteArray>
 #include <QString>
 
-/// Reads a molfile or all records of an SD file. Records that were written from one drawing share a sketch. Bad input
+/// Reads a molfile or some records of an SD file. Records that were written from one drawing share a sketch. Bad input
 /// throws a ConversionError with `name` and the line number; warnings are added to `notes`.
-std::vector<Sketch> readMolfiles(const QByteArray& text, const QString& name, Notes& notes);
+std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes& notes);
 
 /// One record: a molfile with all molecules of the sketch, followed by the properties that a molfile cannot store and
 /// by SketchMolecule::data. Written as V3000 if `v3000` is true or if V2000 is too limited.
 QByteArray molfileOf(const Sketch& sketch, bool v3000, Notes& notes);
 
-/// The records of all molecules, each terminated by "$$$$".
-QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, Notes& notes);
+/// The records of all molecules, each terminated by "$$$$". `firstDrawing` is the number of the first sketch.
+QByteArray sdFileOf(const std::vector<Sketch>& sketches, bool v3000, int firstDrawing, Notes& notes);

@@ -2,11 +2,11 @@
 
 #include "convert/Notes.h"
 #include "convert/chemistry/Symbols.h"
-#include "convert/formats/TextLines.h"
 
 #include <algorithm>
 #include <optional>
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -27,15 +27,17 @@ QString propertyName(const QByteArray& line)
     return from > 0 && to > from ? QString::fromUtf8(line.sliced(from, to - from)) : QString();
 }
 
-/// Splits an SD file into records, line by line.
-class Splitter {
+/// Follows the lines of a record to its end.
+class RecordParser {
 public:
-    void addLine(const QByteArray& line)
+    explicit RecordParser(int firstLine) { record.firstLine = firstLine; }
+
+    /// Adds the next line. Returns whether it ends the record.
+    bool addLine(const QByteArray& line)
     {
-        ++number;
-        if (line.startsWith(endOfRecord) && !isAlias) {
-            finishRecord();
-        } else if (inBlock) {
+        if (line.startsWith(endOfRecord) && !isAlias)
+            return true;
+        if (inBlock) {
             addBlockLine(line);
         } else if (line.startsWith('>')) {
             record.data.emplace_back(propertyName(line), QString());
@@ -46,20 +48,10 @@ public:
             QString& text = record.data.back().second;
             text += (text.isEmpty() ? QString() : QStringLiteral("\n")) + QString::fromUtf8(line);
         }
+        return false;
     }
 
-    void finishRecord()
-    {
-        if (!isBlank(record.block))
-            records.push_back(std::move(record));
-        record = SdRecord();
-        record.firstLine = number + 1;
-        inBlock = true;
-        inProperty = false;
-        isAlias = false;
-    }
-
-    std::vector<SdRecord> records;
+    SdRecord record;
 
 private:
     void addBlockLine(const QByteArray& line)
@@ -70,11 +62,77 @@ private:
         isAlias = !isAlias && line.startsWith("A  ") && !isBlank(line.mid(3));
     }
 
-    SdRecord record;
-    int number = 0;
     bool inBlock = true;
     bool inProperty = false;
     bool isAlias = false;
+};
+
+QString drawingOf(const SdRecord& record)
+{
+    for (const auto& [name, text] : record.data)
+        if (name == QLatin1String(drawingProperty))
+            return text;
+    return QString();
+}
+
+/// Takes the records of an SD file. Consecutive ones of the same drawing are one.
+class SdReader : public RecordReader {
+public:
+    using RecordReader::RecordReader;
+
+    std::optional<Record> next() override
+    {
+        Part part = ahead ? std::move(*std::exchange(ahead, std::nullopt)) : take();
+        if (part.record.text.isEmpty()) {
+            if (isEmpty)
+                throw ConversionError(lines.fileName() + QStringLiteral(": contains no molfile"));
+            return std::nullopt;
+        }
+        isEmpty = false;
+        while (!part.drawing.isEmpty()) {
+            ahead = take();
+            if (ahead->drawing != part.drawing || part.record.text.size() + ahead->record.text.size() > maxRecordSize)
+                break;
+            part.record.text += ahead->record.text;
+            ahead.reset();
+        }
+        return std::move(part.record);
+    }
+
+private:
+    struct Part {
+        Record record; ///< with an empty text at the end of the file
+        QString drawing;
+    };
+
+    /// The next record that is not blank.
+    Part take()
+    {
+        for (bool more = true; more;) {
+            Part part;
+            part.record.line = lines.number() + 1;
+            RecordParser parser(part.record.line);
+            QByteArray line;
+            for (bool ended = false; !ended && (more = lines.next(line));) {
+                ended = parser.addLine(line);
+                if (part.record.fault.isEmpty())
+                    part.record.text += line + '\n';
+                if (part.record.text.size() > maxRecordSize) { // goes on with the next record
+                    part.record.fault = QStringLiteral("record larger than %1 bytes").arg(maxRecordSize);
+                    part.record.text.truncate(1);
+                    parser.record = SdRecord{part.record.line, "-", {}};
+                }
+            }
+            if (!isBlank(parser.record.block)) {
+                part.drawing = part.record.fault.isEmpty() ? drawingOf(parser.record) : QString();
+                return part;
+            }
+        }
+        return {};
+    }
+
+    std::optional<Part> ahead;
+    bool isEmpty = true;
 };
 
 /// The number at the start of `text`, or -1.
@@ -216,13 +274,24 @@ bool replaceInV3000(QByteArray& line, const QByteArray& symbol)
 
 } // namespace
 
-std::vector<SdRecord> splitRecords(const QByteArray& text)
+std::vector<SdRecord> splitRecords(const QByteArray& text, int firstLine)
 {
-    Splitter splitter;
-    for (const QByteArray& line : linesOf(text))
-        splitter.addLine(line);
-    splitter.finishRecord();
-    return std::move(splitter.records);
+    std::vector<SdRecord> records;
+    MemorySource source(text);
+    LineReader lines(source, QString());
+    QByteArray line;
+    for (bool more = true; more;) {
+        RecordParser parser(firstLine + lines.number());
+        while ((more = lines.next(line)) && !parser.addLine(line)) { }
+        if (!isBlank(parser.record.block))
+            records.push_back(std::move(parser.record));
+    }
+    return records;
+}
+
+std::unique_ptr<RecordReader> sdRecords(LineReader& lines, const InputStyle&)
+{
+    return std::make_unique<SdReader>(lines);
 }
 
 std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol)

@@ -1,21 +1,18 @@
 #include "convert/formats/Smiles.h"
 
 #include "convert/Deadline.h"
+#include "convert/chemistry/Layout.h"
+#include "convert/chemistry/ParserReason.h"
 #include "convert/chemistry/Perception.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/RDKitMolecule.h"
 #include "convert/chemistry/Symbols.h"
-#include "convert/formats/TextLines.h"
 
-#include <GraphMol/Depictor/RDDepictor.h>
-#include <GraphMol/FileParsers/MolFileStereochem.h>
 #include <GraphMol/MolOps.h>
 #include <GraphMol/SmilesParse/SmilesParse.h>
 #include <GraphMol/SmilesParse/SmilesWrite.h>
 
 #include <QRegularExpression>
-
-#include <map>
 
 using namespace RDKit;
 
@@ -25,28 +22,6 @@ namespace {
 constexpr unsigned maxAtoms = 1000;
 constexpr qsizetype maxLineLength = qsizetype{16} * 1024; // characters
 constexpr std::size_t maxAtomsToWrite = 2'000;            // RDKit writes SMILES recursively
-
-constexpr unsigned firstLabelIsotope = 1000; // above all real mass numbers
-
-/// Marks different labels as different isotopes: RDKit distinguishes isotopes, but not labels, as neighbours of a
-/// stereocentre. removeLabelIsotopes() removes the marks.
-void markLabelsAsIsotopes(RWMol& molecule)
-{
-    std::map<std::string, unsigned> isotopes;
-    for (Atom* atom : molecule.atoms()) {
-        std::string label;
-        if (atom->getAtomicNum() == 0 && atom->getIsotope() == 0
-            && atom->getPropIfPresent(common_properties::atomLabel, label))
-            atom->setIsotope(isotopes.try_emplace(label, firstLabelIsotope + isotopes.size()).first->second);
-    }
-}
-
-void removeLabelIsotopes(RWMol& molecule)
-{
-    for (Atom* atom : molecule.atoms())
-        if (atom->getAtomicNum() == 0 && atom->getIsotope() >= firstLabelIsotope)
-            atom->setIsotope(0);
-}
 
 /// A line of a SMILES file.
 struct Line {
@@ -61,31 +36,6 @@ Line parseLine(const QString& text)
     return {match.captured(1), match.captured(2).simplified()};
 }
 
-std::vector<ChosenWedge> chooseWedges(const RWMol& molecule)
-{
-    std::vector<ChosenWedge> chosen;
-    const INT_MAP_INT wedges = pickBondsToWedge(molecule);
-    for (const auto& [index, narrowEnd] : wedges) {
-        const Bond* bond = molecule.getBondWithIdx(index);
-        const Bond::BondDir direction = DetermineBondWedgeState(bond, wedges, &molecule.getConformer());
-        if (bond->getBondType() != Bond::SINGLE || (direction != Bond::BEGINWEDGE && direction != Bond::BEGINDASH))
-            continue;
-        chosen.push_back({static_cast<unsigned>(index), static_cast<unsigned>(narrowEnd),
-                          direction == Bond::BEGINWEDGE ? KYTBT_StereoUp : KYTBT_StereoDown});
-    }
-    return chosen;
-}
-
-/// Warns of double bonds without E/Z stereo that could have it: the drawing shows one of the two isomers.
-void noteUnspecifiedDoubleBonds(const RWMol& molecule, Notes& notes)
-{
-    RWMol marked(molecule);
-    MolOps::findPotentialStereoBonds(marked);
-    for (const Bond* bond : marked.bonds())
-        if (bond->getBondType() == Bond::DOUBLE && bond->getStereo() == Bond::STEREOANY)
-            notes.add("double bonds with unspecified E/Z stereo: drawn as one of the isomers");
-}
-
 /// Warns of stereo that cannot be drawn. `molecule` must not be sanitized.
 void noteUnusualStereo(const RWMol& molecule, Notes& notes)
 {
@@ -97,16 +47,10 @@ void noteUnusualStereo(const RWMol& molecule, Notes& notes)
     }
 }
 
-SketchMolecule layOut(RWMol& molecule, Notes& notes)
+/// The start of a SMILES, for a message.
+QString shortened(const std::string& smiles)
 {
-    noteUnspecifiedDoubleBonds(molecule, notes);
-    MolOps::Kekulize(molecule, true);
-    noteUnusualHydrogens(molecule, notes);
-    RDDepict::compute2DCoords(molecule, nullptr, true);
-    SketchMolecule drawn = sketchOf(molecule, chooseWedges(molecule), notes);
-    spreadPieces(drawn);
-    liftWedges(drawn);
-    return drawn;
+    return QString::fromStdString(smiles).left(60);
 }
 
 std::unique_ptr<RWMol> parse(const std::string& smiles, bool sanitize)
@@ -115,9 +59,10 @@ std::unique_ptr<RWMol> parse(const std::string& smiles, bool sanitize)
     params.parseName = false;
     params.sanitize = sanitize;
     params.removeHs = sanitize;
+    takeLoggedReason(); // an older one
     std::unique_ptr<RWMol> molecule(SmilesToMol(smiles, params));
     if (!molecule)
-        throw ConversionError(QStringLiteral("invalid SMILES: ") + QString::fromStdString(smiles).left(60));
+        throw ConversionError(QStringLiteral("%1: %2").arg(takeLoggedReason(), shortened(smiles)));
     return molecule;
 }
 
@@ -129,36 +74,36 @@ bool hasLabels(const RWMol& molecule)
     return false;
 }
 
-/// Sanitizes a parsed molecule with labels; keeps stereocentres whose neighbours differ only in their labels.
-std::unique_ptr<RWMol> sanitizedWithLabels(const RWMol& parsed)
+/// The sanitized molecule of a SMILES that has been parsed as it is.
+std::unique_ptr<RWMol> sanitized(const RWMol& parsed, const std::string& smiles)
 {
+    if (!hasLabels(parsed))
+        return parse(smiles, true);
     auto molecule = std::make_unique<RWMol>(parsed);
-    markLabelsAsIsotopes(*molecule);
-    MolOps::removeHs(*molecule, false, false, true);
-    MolOps::assignStereochemistry(*molecule, true, true);
-    removeLabelIsotopes(*molecule);
+    sanitizeWithLabels(*molecule);
     return molecule;
 }
 
-SketchMolecule readLine(const QString& text, Notes& notes)
+SketchMolecule readLine(const QString& text, const QString& place, Notes& notes)
 {
     if (text.size() > maxLineLength)
         throw ConversionError(QStringLiteral("line longer than %1 characters").arg(maxLineLength));
     const Line line = parseLine(text);
-    const QString word = line.smiles.section(QRegularExpression(QStringLiteral("\\s")), 0, 0);
-    if (std::any_of(word.begin(), word.end(), [](QChar c) { return c <= u' ' || c > u'~'; }))
-        throw ConversionError(QStringLiteral("invalid SMILES: ") + word.left(60));
+    const auto wordEnd = std::find_if(line.smiles.begin(), line.smiles.end(), [](QChar c) { return c.isSpace(); });
+    if (std::any_of(line.smiles.begin(), wordEnd, [](QChar c) { return c <= u' ' || c > u'~'; }))
+        throw ConversionError(QStringLiteral("invalid SMILES: ") + line.smiles.section(u' ', 0, 0).left(60));
     const std::string smiles = line.smiles.toStdString();
     // The atoms are counted first because sanitizing a large molecule takes long.
     const std::unique_ptr<RWMol> parsed = parse(smiles, false);
     const unsigned atoms = parsed->getNumAtoms();
     if (atoms > maxAtoms)
         throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtoms));
-    const std::unique_ptr<RWMol> molecule = hasLabels(*parsed) ? sanitizedWithLabels(*parsed) : parse(smiles, true);
+    const std::unique_ptr<RWMol> molecule = sanitized(*parsed, smiles);
     if (molecule->getNumAtoms() == 0)
         throw ConversionError(QStringLiteral("molecule without atoms"));
     noteUnusualStereo(*parsed, notes);
-    SketchMolecule drawn = layOut(*molecule, notes);
+    SketchMolecule drawn =
+        layOut(*molecule, line.name.isEmpty() ? place : QStringLiteral("%1 (%2)").arg(place, line.name), notes);
     drawn.name = line.name;
     return drawn;
 }
@@ -207,31 +152,72 @@ qsizetype hydrogenBonds(const SketchMolecule& drawn)
     });
 }
 
+/// Whether the first line of a file names its columns, as "SMILES name" does. No SMILES contains that word.
+bool isHeading(const QByteArray& line)
+{
+    return line.left(line.indexOf('\t') >= 0 ? line.indexOf('\t') : line.size())
+        .split(' ')
+        .front()
+        .toLower()
+        .contains("smiles");
+}
+
+class SmilesReader : public RecordReader {
+public:
+    using RecordReader::RecordReader;
+
+    std::optional<Record> next() override
+    {
+        Record record;
+        while (lines.next(record.text)) {
+            const QByteArray line = record.text.trimmed();
+            if (line.isEmpty() || line.startsWith('#') || (isFirst && isHeading(line))) {
+                isFirst = isFirst && (line.isEmpty() || line.startsWith('#'));
+                continue;
+            }
+            isFirst = false;
+            isEmpty = false;
+            record.line = lines.number();
+            return record;
+        }
+        if (isEmpty)
+            throw ConversionError(lines.fileName() + QStringLiteral(": contains no SMILES"));
+        return std::nullopt;
+    }
+
+private:
+    bool isFirst = true;
+    bool isEmpty = true;
+};
+
 } // namespace
 
-std::vector<Sketch> readSmiles(const QByteArray& text, const QString& name, Notes& notes)
+std::unique_ptr<RecordReader> smilesRecords(LineReader& lines, const InputStyle&)
 {
-    std::vector<Sketch> sketches;
-    int number = 0;
-    for (const QByteArray& bytes : linesOf(text)) {
-        ++number;
-        const QString line = QString::fromUtf8(bytes).trimmed();
-        if (line.isEmpty() || line.startsWith(u'#'))
-            continue;
-        const Deadline deadline(QStringLiteral("%1:%2").arg(name).arg(number));
-        try {
-            Sketch sketch;
-            sketch.laidOut = true;
-            sketch.molecules.push_back(readLine(line, notes));
-            centre(sketch);
-            sketches.push_back(std::move(sketch));
-        } catch (const std::exception& fault) {
-            throw ConversionError(QStringLiteral("%1:%2: %3").arg(name).arg(number).arg(fault.what()));
-        }
+    return std::make_unique<SmilesReader>(lines);
+}
+
+std::vector<Sketch> readSmiles(const Record& record, const QString& file, Notes& notes)
+{
+    const QString place = QStringLiteral("%1:%2").arg(file).arg(record.line);
+    const Deadline deadline(place);
+    const QString text = QString::fromUtf8(record.text).trimmed();
+    try {
+        Sketch sketch;
+        sketch.laidOut = true;
+        SketchMolecule molecule = readLine(text, place, notes);
+        if (!record.name.isEmpty())
+            molecule.name = record.name;
+        molecule.data = record.data;
+        sketch.molecules.push_back(std::move(molecule));
+        centre(sketch);
+        return {std::move(sketch)};
+    } catch (const std::exception& fault) {
+        const QString name = record.name.isEmpty() ? parseLine(text).name : record.name;
+        throw ConversionError(QStringLiteral("%1: %2%3")
+                                  .arg(place, name.isEmpty() ? QString() : name + QStringLiteral(": "),
+                                       plainReason(QString::fromUtf8(fault.what()))));
     }
-    if (sketches.empty())
-        throw ConversionError(name + QStringLiteral(": contains no SMILES"));
-    return sketches;
 }
 
 QString smilesOf(const SketchMolecule& drawn, Notes& notes)
@@ -246,9 +232,7 @@ QString smilesOf(const SketchMolecule& drawn, Notes& notes)
     const int labels = setLabels(*molecule, drawn);
     std::string smiles;
     try {
-        markLabelsAsIsotopes(*molecule);
-        perceive(*molecule);
-        removeLabelIsotopes(*molecule);
+        perceive(*molecule, Hydrogens::Remove);
         molecule->clearConformers();
         if (labels > 0)
             smiles = MolToCXSmiles(*molecule, SmilesWriteParams(), SmilesWrite::CX_ATOM_LABELS);

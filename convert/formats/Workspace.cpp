@@ -18,6 +18,7 @@ QString located(const LocatedFault& fault, const QString& name)
 /// Adds warnings for everything that a workspace cannot store.
 void noteLosses(const Sketch& sketch, Notes& notes)
 {
+    noteOpenDoubleBonds(sketch, notes);
     for (const SketchMolecule& molecule : sketch.molecules) {
         notes.add("molecule names: discarded, not supported in workspaces", molecule.name.isEmpty() ? 0 : 1);
         notes.add("record properties: discarded, not supported in workspaces", std::ssize(molecule.data));
@@ -29,10 +30,10 @@ void noteLosses(const Sketch& sketch, Notes& notes)
 
 } // namespace
 
-std::vector<Sketch> readWorkspace(const QByteArray& text, const QString& name, Notes& notes)
+std::vector<Sketch> readWorkspace(const Record& file, const QString& name, Notes& notes)
 {
     Canvas canvas;
-    const std::vector<LocatedFault> faults = readChecked(text, canvas.doc);
+    const std::vector<LocatedFault> faults = readChecked(file.text, canvas.doc);
     const auto error =
         std::find_if(faults.begin(), faults.end(), [](const LocatedFault& fault) { return fault.isError; });
     if (error != faults.end())
@@ -50,10 +51,10 @@ QByteArray workspaceOf(const Sketch& sketch, Notes& notes)
     return workspaceText(*canvas.doc.canvas);
 }
 
-QStringList workspaceFaults(const QByteArray& text, const QString& name)
+QStringList workspaceFaults(const Record& file, const QString& name)
 {
     QStringList lines;
-    for (const LocatedFault& fault : checkWorkspace(text))
+    for (const LocatedFault& fault : checkWorkspace(file.text))
         lines.append(located(fault, name));
     return lines;
 }

@@ -55,12 +55,19 @@ void append(std::vector<Sketch>& sketches, std::vector<Sketch> more)
     std::move(more.begin(), more.end(), std::back_inserter(sketches));
 }
 
+Record recordOf(const std::string& text)
+{
+    Record record;
+    record.text = QByteArray::fromStdString(text);
+    return record;
+}
+
 /// Reads a molecule of RDKit's with the reader of its text, which knows wedges and pseudo-atoms.
 std::vector<Sketch> readMolecule(const ROMol& molecule, const QString& name, Notes& notes)
 {
     if (molecule.getNumConformers() == 0)
-        return readSmiles(QByteArray::fromStdString(MolToSmiles(molecule)), name, notes);
-    return readMolfiles(QByteArray::fromStdString(MolToMolBlock(molecule)), name, notes);
+        return readSmiles(recordOf(MolToSmiles(molecule)), name, notes);
+    return readMolfiles(recordOf(MolToMolBlock(molecule)), name, notes);
 }
 
 /// The drawing that an SVG document carries as ours; empty if there is none.
@@ -94,25 +101,25 @@ QByteArray withDrawing(const QByteArray& png, const std::vector<Sketch>& sketche
     return QByteArray::fromStdString(addMetadataToPNGString(file, {{pngKey, workspaceTextOf(sketches).toStdString()}}));
 }
 
-std::vector<Sketch> readPng(const QByteArray& png, const QString& name, Notes& notes)
+std::vector<Sketch> readPng(const Record& png, const QString& name, Notes& notes)
 {
-    const std::string file = png.toStdString();
+    const std::string file = png.text.toStdString();
     std::vector<Sketch> sketches;
     try {
         const auto metadata = PNGStringToMetadata(file);
         for (const auto& [key, value] : metadata)
             if (key == pngKey)
-                return readWorkspace(QByteArray::fromStdString(value), name, notes);
+                return readWorkspace(recordOf(value), name, notes);
         for (const auto& molecule : PNGStringToMols(file))
             append(sketches, readMolecule(*molecule, name, notes));
         for (const auto& [key, value] : metadata) {
             const bool isMolfile = key.rfind(PNGData::molTag, 0) == 0;
             if (sketches.empty() && isMolfile)
-                append(sketches, readMolfiles(QByteArray::fromStdString(value), name, notes));
+                append(sketches, readMolfiles(recordOf(value), name, notes));
         }
         for (const auto& [key, value] : metadata)
             if (sketches.empty() && key.rfind(PNGData::smilesTag, 0) == 0)
-                append(sketches, readSmiles(QByteArray::fromStdString(value), name, notes));
+                append(sketches, readSmiles(recordOf(value), name, notes));
     } catch (const FileParseException&) {
         failWithoutDrawing(name);
     }
@@ -121,14 +128,14 @@ std::vector<Sketch> readPng(const QByteArray& png, const QString& name, Notes& n
     return sketches;
 }
 
-std::vector<Sketch> readSvg(const QByteArray& svg, const QString& name, Notes& notes)
+std::vector<Sketch> readSvg(const Record& svg, const QString& name, Notes& notes)
 {
-    const QByteArray workspace = workspaceIn(svg);
+    const QByteArray workspace = workspaceIn(svg.text);
     if (!workspace.isEmpty())
-        return readWorkspace(workspace, name, notes);
-    if (!svg.contains("<rdkit:mol"))
+        return readWorkspace(recordOf(workspace.toStdString()), name, notes);
+    if (!svg.text.contains("<rdkit:mol"))
         failWithoutDrawing(name);
-    const std::unique_ptr<RWMol> molecule(RDKitSVGToMol(svg.toStdString(), false, false));
+    const std::unique_ptr<RWMol> molecule(RDKitSVGToMol(svg.text.toStdString(), false, false));
     if (!molecule || molecule->getNumAtoms() == 0)
         failWithoutDrawing(name);
     molecule->updatePropertyCache(false);

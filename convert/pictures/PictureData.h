@@ -2,6 +2,7 @@
 
 #include "convert/Notes.h"
 #include "convert/chemistry/Sketch.h"
+#include "convert/formats/Records.h"
 
 #include <QByteArray>
 
@@ -17,5 +18,5 @@ QByteArray withDrawing(const QByteArray& png, const std::vector<Sketch>& sketche
 
 /// Reads the drawing that a PNG or SVG file carries: ours, or else the molecules that RDKit wrote. Throws
 /// ConversionError, which starts with `name`, if there is none.
-std::vector<Sketch> readPng(const QByteArray& png, const QString& name, Notes& notes);
-std::vector<Sketch> readSvg(const QByteArray& svg, const QString& name, Notes& notes);
+std::vector<Sketch> readPng(const Record& png, const QString& name, Notes& notes);
+std::vector<Sketch> readSvg(const Record& svg, const QString& name, Notes& notes);

@@ -48,6 +48,8 @@ QJsonObject objectOf(const InfoEntry& entry)
             {"atoms", info.atoms},
             {"bonds", info.bonds},
             {"rings", info.rings},
+            {"inchi", info.inchi},
+            {"inchikey", info.inchiKey},
             {"labels", QJsonArray::fromStringList(info.labels)},
             {"warnings", QJsonArray::fromStringList(info.warnings)}};
 }
@@ -67,6 +69,9 @@ QByteArray infoTable(const std::vector<InfoEntry>& entries)
     QString table = lineOf(rows.front(), widths);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         table += lineOf(rows[i + 1], widths);
+        for (const QString& identifier : {entries[i].info.inchi, entries[i].info.inchiKey})
+            if (!identifier.isEmpty())
+                table += QStringLiteral("  ") + identifier + u'\n';
         for (const QString& warning : entries[i].info.warnings)
             table += QStringLiteral("  ! ") + warning + u'\n';
     }

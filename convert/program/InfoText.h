@@ -12,7 +12,7 @@ struct InfoEntry {
     MoleculeInfo info;
 };
 
-/// A table with a header line and one line per molecule, each followed by its warnings.
+/// A table with a header line and one line per molecule, each followed by its InChI, its InChIKey and its warnings.
 QByteArray infoTable(const std::vector<InfoEntry>& entries);
 
 /// The same data as a JSON array of objects.

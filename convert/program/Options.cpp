@@ -2,6 +2,9 @@
 
 #include <QCommandLineParser>
 
+#include <algorithm>
+#include <thread>
+
 namespace {
 
 constexpr double largestScale = 100;
@@ -10,6 +13,14 @@ constexpr int mostColumns = 1000;
 constexpr double largestSize = 100'000;      // pixels
 constexpr double largestResolution = 10'000; // pixels per inch
 constexpr double longestBond = 1000;         // points
+constexpr int maxJobs = 1024;
+constexpr int maxTimeLimit = 86'400; // seconds
+
+/// One worker for each processor that the program may use.
+int defaultJobs()
+{
+    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, maxJobs);
+}
 
 [[noreturn]] void fail(const QString& reason)
 {
@@ -24,13 +35,28 @@ QString asReason(QString sentence)
     return sentence.left(1).toLower() + sentence.mid(1);
 }
 
-const Format* formatOption(const QCommandLineParser& parser, const QString& option)
+const Format* formatOption(const QCommandLineParser& parser, const QString& option, const QStringList& known)
 {
     const QString name = parser.value(option);
     const Format* format = formatNamed(name);
     if (!format)
-        fail(QStringLiteral("unknown format \"%1\"").arg(name));
+        fail(QStringLiteral("unknown format \"%1\": use one of %2").arg(name, known.join(QStringLiteral(", "))));
+    if (!known.contains(name, Qt::CaseInsensitive))
+        fail(QStringLiteral("format \"%1\" can only be %2: use one of %3")
+                 .arg(name, format->read ? QStringLiteral("read") : QStringLiteral("written"),
+                      known.join(QStringLiteral(", "))));
     return format;
+}
+
+int wholeNumberOption(const QCommandLineParser& parser, const QString& option, int maximum, int defaultValue)
+{
+    if (!parser.isSet(option))
+        return defaultValue;
+    bool isNumber = false;
+    const int number = parser.value(option).toInt(&isNumber);
+    if (!isNumber || number < 1 || number > maximum)
+        fail(QStringLiteral("--%1 must be a whole number from 1 to %2").arg(option).arg(maximum));
+    return number;
 }
 
 double numberOption(const QCommandLineParser& parser, const QString& option, double minimum, double maximum,
@@ -146,6 +172,11 @@ Options parseOptions(const QStringList& arguments)
                        {"dpi", {}, "number"},
                        {"bond-length", {}, "points"},
                        {"v3000", {}},
+                       {"smiles-column", {}, "column"},
+                       {"name-column", {}, "column"},
+                       {"skip-errors", {}},
+                       {"jobs", {}, "number"},
+                       {"time-limit", {}, "seconds"},
                        {"check", {}},
                        {"info", {}},
                        {"json", {}},
@@ -166,7 +197,11 @@ Options parseOptions(const QStringList& arguments)
     if (parser.isSet("check") && parser.isSet("info"))
         fail(QStringLiteral("--check and --info cannot be combined"));
     if (parser.isSet("from"))
-        options.from = formatOption(parser, "from");
+        options.from = formatOption(parser, "from", readableExtensions());
+    options.input = {parser.value("smiles-column"), parser.value("name-column")};
+    options.skipErrors = parser.isSet("skip-errors");
+    options.jobs = wholeNumberOption(parser, "jobs", maxJobs, defaultJobs());
+    options.timeLimit = wholeNumberOption(parser, "time-limit", maxTimeLimit, options.timeLimit);
     options.json = parser.isSet("json");
     if (options.json && options.task != Options::Task::Info)
         fail(QStringLiteral("--json requires --info"));
@@ -177,9 +212,12 @@ Options parseOptions(const QStringList& arguments)
 
     if (parser.isSet("output"))
         options.output = parser.value("output");
-    options.to = parser.isSet("to") ? formatOption(parser, "to") : formatOfFile(options.output);
-    if (!options.to)
-        fail(QStringLiteral("unknown output format: use a file extension or --to"));
+    options.to = parser.isSet("to") ? formatOption(parser, "to", writableExtensions()) : formatOfFile(options.output);
+    if (!options.to || !options.to->write)
+        fail(QStringLiteral("unknown output format: use a file extension or --to (%1)")
+                 .arg(writableExtensions().join(QStringLiteral(", "))));
+    if (!options.to->isSupported)
+        fail(QStringLiteral("InChI is not supported by this build: libinchi was not found"));
     options.style.picture = pictureStyle(parser);
     options.style.v3000 = parser.isSet("v3000");
     return options;
@@ -188,28 +226,28 @@ Options parseOptions(const QStringList& arguments)
 QString helpText()
 {
     return QStringLiteral(R"(Usage: kytconvert [options] INPUT... -o OUTPUT
-       kytconvert --check FILE...
-       kytconvert --info [--json] FILE...
+       kytconvert --check|--info [--json] FILE...
 
-Converts molecule drawings. Reads kyt, kyf, mol, mdl, sdf and smi; writes these
-and svg, png and pdf. "-" is standard input or output. Where the output holds a
-single drawing, several inputs are laid out side by side. "%d" in OUTPUT writes
-one file per molecule.
+Converts molecule drawings. Reads kyt, kyf, mol, mdl, sdf, smi, csv, tsv and
+cdxml; writes kyt, kyf, mol, mdl, sdf, smi, xyz, inchi, inchikey, svg, png and
+pdf; all of them also compressed, as .gz. "-" is standard input or output. "%d"
+in OUTPUT writes one file per molecule.
 
   -o, --output FILE    output file; its extension selects the format
-  --from FORMAT        input format (default: from the file extension)
-  --to FORMAT          output format (default: from the file extension)
+  --from, --to FORMAT  formats (default: from the file extensions)
   --v3000              always write molfiles and SD files as V3000
   Pictures: --style paper|acs|editor, --colors, --carbons, --text, --columns,
   --names, --no-names, --legend, --width, --height, --dpi, --bond-length,
   --scale, --margin, --background; see the manual page.
-  --check              report all errors that the editor finds in a file
-  --info, --json       print formula, weight, rings and warnings, also as JSON
+  --smiles-column, --name-column COLUMN   of a table: heading or number
+  --skip-errors        go on after records that cannot be converted
+  --jobs NUMBER, --time-limit SECONDS   workers; limit for a record (60)
+  --check              report all faults that are found in a file
+  --info, --json       print formula, weight, InChI and warnings, also as JSON
   --help, --version
 
 Examples:
   kytconvert drawing.kyt -o figure.pdf --margin 5
-  kytconvert molecules.smi -o molecules.sdf
-  echo 'CC(=O)O acetic acid' | kytconvert --from smi - -o acid.kyf
+  kytconvert molecules.csv.gz -o molecules.sdf --skip-errors
 )");
 }

@@ -13,8 +13,12 @@ struct Options {
     QString output = QStringLiteral("-");
     const Format* from = nullptr; ///< if null, determined by each file's extension
     const Format* to = nullptr;   ///< set if the task is to convert
+    InputStyle input;
     OutputStyle style;
     bool json = false;
+    bool skipErrors = false; ///< go on after a record that cannot be converted
+    int jobs = 1;            ///< number of worker processes
+    int timeLimit = 60;      ///< for a record, in seconds of processor time
 };
 
 /// Parses the arguments after the program name. Throws ConversionError for invalid arguments.

@@ -1,13 +1,15 @@
 #include "convert/program/Program.h"
 
+#include "convert/Deadline.h"
 #include "convert/chemistry/StartChemistry.h"
-#include "convert/program/Files.h"
 #include "convert/program/InfoText.h"
-#include "convert/program/Options.h"
+#include "convert/program/Inputs.h"
+#include "convert/program/Messages.h"
+#include "convert/program/RecordStream.h"
 
 #include <QFile>
-#include <QRegularExpression>
 
+#include <csignal>
 #include <cstdio>
 #include <new>
 
@@ -15,6 +17,7 @@ namespace {
 
 constexpr int success = 0;
 constexpr int faultsFound = 1;
+constexpr int recordsFailed = 1; // and were skipped
 constexpr int badInput = 2;
 
 void print(FILE* stream, const QString& text)
@@ -22,120 +25,125 @@ void print(FILE* stream, const QString& text)
     std::fputs(text.toUtf8().constData(), stream);
 }
 
-void printError(const QString& text)
+/// Opens the output of a conversion: one file per molecule, or one for all.
+std::unique_ptr<Output> outputOf(const Options& options)
 {
-    print(stderr, QStringLiteral("kytconvert: %1\n").arg(text));
+    return isNumbered(options.output) ? openNumberedOutput(options.output) : openOutput(options.output);
 }
 
-const Format& inputFormat(const Options& options, const QString& fileName)
+/// The exit status after a conversion, of which `shown` names the output. Nothing was written if it is badInput.
+int statusOf(const Tally& tally, const Options& options, const QString& shown)
 {
-    if (options.from)
-        return *options.from;
-    const Format* format = formatOfFile(fileName);
-    if (!format)
-        throw ConversionError(
-            QStringLiteral("%1: unknown format: use a file extension or --from").arg(shownName(fileName)));
-    return *format;
+    if (tally.failures == 0)
+        return success;
+    const QString count = QStringLiteral("%1 of %2 records failed").arg(tally.failures).arg(tally.records);
+    if (options.skipErrors)
+        printError(count + QStringLiteral(" and were skipped"));
+    else if (tally.failures > 1 && !shown.isEmpty())
+        printError(QStringLiteral("%1: not written, since %2 (--skip-errors omits them)").arg(shown, count));
+    return options.skipErrors ? recordsFailed : badInput;
 }
 
-std::vector<Sketch> readInput(const Options& options, const QString& fileName, Notes& notes)
+QString shownOutput(const Options& options)
 {
-    const Format& format = inputFormat(options, fileName);
-    return readSketches(readAll(fileName), format, shownName(fileName), notes);
+    return options.output == QLatin1String("-") ? QString() : options.output;
 }
 
-std::vector<Sketch> readInputs(const Options& options, Notes& notes)
+/// Converts record by record.
+int convertSequence(const Options& options, Notes& notes)
 {
-    std::vector<Sketch> all;
-    for (const QString& fileName : options.inputs) {
-        std::vector<Sketch> sketches = readInput(options, fileName, notes);
-        std::move(sketches.begin(), sketches.end(), std::back_inserter(all));
-    }
-    return all;
+    const std::unique_ptr<Output> output = outputOf(options);
+    const Tally tally = convertRecords(options, *output, notes);
+    const int status = statusOf(tally, options, shownOutput(options));
+    if (status != badInput)
+        output->commit();
+    return status;
 }
 
-/// Replaces the placeholder in `pattern` ("%d", or "%03d" for three digits) with `number`.
-QString numberedName(QString pattern, const QRegularExpressionMatch& placeholder, int number)
+/// Converts all inputs to one drawing.
+int convertDrawing(const Options& options, Notes& notes)
 {
-    const int digits = placeholder.captured(1).toInt();
-    return pattern.replace(placeholder.capturedStart(), placeholder.capturedLength(),
-                           QStringLiteral("%1").arg(number, digits, 10, QLatin1Char('0')));
-}
-
-/// Splits the sketches into one sketch per molecule.
-std::vector<Sketch> splitByMolecule(std::vector<Sketch> sketches)
-{
-    std::vector<Sketch> split;
-    for (Sketch& sketch : sketches) {
-        for (SketchMolecule& molecule : sketch.molecules) {
-            Sketch single;
-            single.molecules.push_back(std::move(molecule));
-            single.placed = sketch.placed;
-            single.laidOut = sketch.laidOut;
-            split.push_back(std::move(single));
-        }
-    }
-    return split;
-}
-
-void convert(const Options& options, Notes& notes)
-{
-    static const QRegularExpression numberPattern(QStringLiteral("%(?:0([1-9]))?d"));
-    std::vector<Sketch> sketches = readInputs(options, notes);
-    const QRegularExpressionMatch placeholder = numberPattern.match(options.output);
-    if (!placeholder.hasMatch()) {
+    Tally tally;
+    std::vector<Sketch> sketches;
+    for (auto& [file, sketch] : readInputs(options, tally, notes))
+        sketches.push_back(std::move(sketch));
+    const int status = statusOf(tally, options, shownOutput(options));
+    if (status != badInput && sketches.empty())
+        throw ConversionError(QStringLiteral("no record could be read"));
+    if (status != badInput)
         writeAll(options.output, writeSketches(std::move(sketches), *options.to, options.style, notes));
-        return;
-    }
-    // All files are generated before the first one is written, so that an error leaves none.
-    std::vector<QByteArray> files;
-    if (options.style.picture.columns > 0 && options.to->writePages) {
-        files = options.to->writePages(sketches, options.style.picture);
-    } else {
-        std::vector<Sketch> molecules = splitByMolecule(std::move(sketches));
-        files.reserve(molecules.size());
-        for (Sketch& sketch : molecules)
-            files.push_back(writeSketches({std::move(sketch)}, *options.to, options.style, notes));
-    }
-    std::vector<std::pair<QString, QByteArray>> named;
-    named.reserve(files.size());
-    for (QByteArray& contents : files)
-        named.emplace_back(numberedName(options.output, placeholder, static_cast<int>(named.size()) + 1),
-                           std::move(contents));
-    writeFiles(named);
+    return status;
 }
 
-/// Prints the faults of a file. Returns true if there are none.
-bool checkFile(const Options& options, const QString& fileName)
+/// Sets all inputs as a sheet, with a numbered file for each page.
+int convertSheet(const Options& options, Notes& notes)
 {
-    const Format& format = inputFormat(options, fileName);
-    const QStringList faults = faultsOf(readAll(fileName), format, shownName(fileName));
-    for (const QString& fault : faults)
-        print(stdout, fault + u'\n');
-    return faults.isEmpty();
+    Tally tally;
+    std::vector<Sketch> sketches;
+    for (auto& [file, sketch] : readInputs(options, tally, notes))
+        sketches.push_back(std::move(sketch));
+    const int status = statusOf(tally, options, shownOutput(options));
+    if (status == badInput)
+        return status;
+    const std::unique_ptr<Output> output = openNumberedOutput(options.output);
+    for (const QByteArray& page : options.to->writePages(sketches, options.style.picture))
+        output->write(page);
+    output->commit();
+    return status;
 }
 
+int convert(const Options& options, Notes& notes)
+{
+    if (isNumbered(options.output) && options.style.picture.columns > 0 && options.to->writePages)
+        return convertSheet(options, notes);
+    return options.to->isSequence || isNumbered(options.output) ? convertSequence(options, notes)
+                                                                : convertDrawing(options, notes);
+}
+
+/// Prints the faults of all inputs. Returns true if there are none.
 bool checkAll(const Options& options)
 {
     bool valid = true;
-    for (const QString& fileName : options.inputs)
-        valid = checkFile(options, fileName) && valid;
+    Inputs inputs(options);
+    const auto report = [&](const QString& fault) {
+        valid = false;
+        print(stdout, fault + u'\n');
+    };
+    for (bool more = true; more;) {
+        try {
+            const std::optional<InputRecord> next = inputs.next();
+            more = next.has_value();
+            if (!more)
+                break;
+            const QString& file = options.inputs[static_cast<qsizetype>(next->input)];
+            for (const QString& fault : faultsOf(next->record, inputFormat(options, file), shownName(file)))
+                report(fault);
+        } catch (const UnreadableInput&) {
+            throw;
+        } catch (const ConversionError& fault) {
+            report(fault.text());
+        }
+    }
     return valid;
 }
 
-void printInfo(const Options& options, Notes& notes)
+int printInfo(const Options& options, Notes& notes)
 {
     std::vector<InfoEntry> entries;
-    for (const QString& fileName : options.inputs)
-        for (const Sketch& sketch : readInput(options, fileName, notes))
-            for (const SketchMolecule& molecule : sketch.molecules)
-                entries.push_back({shownName(fileName), infoOf(molecule)});
-    writeAll(QStringLiteral("-"), options.json ? infoJson(entries) : infoTable(entries));
+    Tally tally;
+    for (const auto& [file, sketch] : readInputs(options, tally, notes))
+        for (const SketchMolecule& molecule : sketch.molecules)
+            entries.push_back({file, infoOf(molecule)});
+    const int status = statusOf(tally, options, QString());
+    if (status != badInput)
+        writeAll(QStringLiteral("-"), options.json ? infoJson(entries) : infoTable(entries));
+    return status;
 }
 
 int perform(const Options& options)
 {
     startChemistry();
+    Deadline::setLimit(options.timeLimit);
     Notes notes;
     int status = success;
     if (options.task == Options::Task::Check) {
@@ -143,12 +151,13 @@ int perform(const Options& options)
         if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
             throw ConversionError(QStringLiteral("standard output: cannot be written"));
     } else if (options.task == Options::Task::Info) {
-        printInfo(options, notes);
+        status = printInfo(options, notes);
     } else {
-        convert(options, notes);
+        status = convert(options, notes);
     }
-    for (const QString& line : notes.lines())
-        printError(QStringLiteral("warning: ") + line);
+    if (status != badInput)
+        for (const QString& line : notes.lines())
+            printError(QStringLiteral("warning: ") + line);
     return status;
 }
 
@@ -183,6 +192,8 @@ int run(const QStringList& arguments)
 {
     try {
         return perform(parseOptions(arguments));
+    } catch (const Terminated& terminated) {
+        std::raise(terminated.signal);
     } catch (const std::bad_alloc&) {
         printError(QStringLiteral("not enough memory for this input"));
     } catch (const ConversionError& fault) {

@@ -272,8 +272,10 @@ private slots:
 
     void scaleAndAxesOfAMolfile()
     {
-        const QByteArray text =
-            write(read("KYTFILE MOLECULE 1 0 ATOM N+ 130 45 -30 1 2 3 END_MOLECULE END_KYTFILE", "kyt"), "mol");
+        const QByteArray text = write(read("KYTFILE MOLECULE 2 1 ATOM N+ 130 45 -30 1 2 3 ATOM C 160 45 0 4 5 6 "
+                                           "BOND 0 1 1 1 END_MOLECULE END_KYTFILE",
+                                           "kyt"),
+                                      "mol");
         QVERIFY(text.contains("    6.5000   -2.2500   -1.5000 N "));
         QVERIFY(text.contains("M  CHG  1   1   1"));
         QVERIFY(text.contains("KYTSTUDIO_COLORS>\n1 1 2 3\n"));
@@ -418,7 +420,7 @@ private slots:
         QFETCH(QByteArray, text);
         QFETCH(QStringList, notes);
         Notes found;
-        const std::vector<Sketch> sketches = readMolfiles(recordWith(text), "test", found);
+        const std::vector<Sketch> sketches = readMolfiles({.text = recordWith(text)}, "test", found);
         QStringList reds;
         for (const SketchAtom& atom : sketches[0].molecules[0].atoms)
             reds.append(atom.color[0]);
@@ -447,7 +449,7 @@ private slots:
         QFETCH(bool, fits);
         Notes notes;
         const std::vector<Sketch> sketches =
-            readMolfiles(recordWith(propertyText("KYTSTUDIO_SYMBOLS", text)), "test", notes);
+            readMolfiles({.text = recordWith(propertyText("KYTSTUDIO_SYMBOLS", text))}, "test", notes);
         QTEST(symbolsOf(sketches[0].molecules[0]), "symbols");
         QCOMPARE(
             notes.lines(),
@@ -703,9 +705,9 @@ private slots:
             atom.depth = coordinate == 2 ? float(place) : 0;
             Notes notes;
             if (written)
-                QVERIFY(sdFileOf({sketch}, false, notes).contains("V3000"));
+                QVERIFY(sdFileOf({sketch}, false, 1, notes).contains("V3000"));
             else
-                QVERIFY_EXCEPTION_THROWN(sdFileOf({sketch}, false, notes), ConversionError);
+                QVERIFY_EXCEPTION_THROWN(sdFileOf({sketch}, false, 1, notes), ConversionError);
         }
     }
 
@@ -726,8 +728,9 @@ private slots:
         QFETCH(int, kind);
         QFETCH(float, depth);
         QFETCH(bool, noted);
-        Sketch sketch = chainOf(2);
+        Sketch sketch = chainOf(3);
         sketch.molecules[0].atoms[1].depth = depth;
+        sketch.molecules[0].atoms[2].depth = 5; // so that the molecule has a shape in space
         sketch.molecules[0].bonds[0].kinds = {KytBondType(kind)};
         Notes notes;
         molfileOf(sketch, false, notes);

@@ -1,6 +1,7 @@
 #include "convert/program/Options.h"
 
 #include <QTest>
+#include <QThread>
 
 namespace {
 
@@ -238,10 +239,10 @@ private slots:
         row("an unknown letter", {"a", "-x"}, "unknown option 'x' ");
         row("an option without its value", {"a", "--to"}, "missing value after '--to' ");
         row("a value for an option without one", {"a", "--check=yes"}, "unexpected value after '--check' ");
-        row("an unknown format to read", {"--from", "xyz", "-", "--to", "smi"}, "unknown format \"xyz\"");
+        row("an unknown format to read", {"--from", "abc", "-", "--to", "smi"}, "unknown format \"abc\"");
         row("an unknown format to write", {"a", "--to", ""}, "unknown format \"\"");
         row("no format to write", {"a"}, "unknown output format: use a file extension or --to");
-        row("an unknown file extension", {"a", "-o", "b.xyz"}, "unknown output format: use a file extension or --to");
+        row("an unknown file extension", {"a", "-o", "b.abc"}, "unknown output format: use a file extension or --to");
         row("standard input twice", {"-", "a", "-", "--to", "smi"}, "standard input can be read only once");
         row("a check and a table", {"--check", "--info", "a"}, "--check and --info cannot be combined");
         row("a check that writes", {"--check", "a", "-o", "b.svg"},
@@ -262,6 +263,44 @@ private slots:
         QVERIFY(!fault.contains('\n'));
     }
 
+    void recordsHaveTheirOptions()
+    {
+        const Options plain = parseOptions({"a.csv", "-o", "b.sdf"});
+        QVERIFY(plain.input.smilesColumn.isEmpty() && plain.input.nameColumn.isEmpty() && !plain.skipErrors);
+        QCOMPARE(plain.timeLimit, 60);
+        QCOMPARE(plain.jobs, QThread::idealThreadCount());
+        const Options all = parseOptions({"a.csv", "-o", "b.sdf.gz", "--smiles-column", "x y", "--name-column", "2",
+                                          "--skip-errors", "--jobs", "7", "--time-limit", "5"});
+        QCOMPARE(all.to, formatNamed("sdf"));
+        QCOMPARE(all.input.smilesColumn, QString("x y"));
+        QCOMPARE(all.input.nameColumn, QString("2"));
+        QVERIFY(all.skipErrors);
+        QCOMPARE(all.jobs, 7);
+        QCOMPARE(all.timeLimit, 5);
+    }
+
+    void wholeNumbersHaveTheirLimits_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("taken");
+        for (const char* option : {"jobs", "time-limit"})
+            for (const auto& [text, taken] :
+                 {std::pair("1", true), std::pair("1024", true), std::pair("0", false), std::pair("-1", false),
+                  std::pair("1.5", false), std::pair("x", false), std::pair("", false), std::pair("100000", false)})
+                QTest::addRow("%s \"%s\"", option, text) << QString(option) << QString(text) << taken;
+    }
+
+    void wholeNumbersHaveTheirLimits()
+    {
+        QFETCH(QString, option);
+        QFETCH(QString, text);
+        QFETCH(bool, taken);
+        const QString fault = refusal({"a.smi", "--to", "sdf", "--" + option, text});
+        QCOMPARE(fault.isEmpty(), taken);
+        QVERIFY(taken || fault.contains("must be a whole number from 1 to "));
+    }
+
     void helpFitsAScreenAndShowsExamples()
     {
         const QStringList lines = helpText().trimmed().split('\n');
@@ -276,10 +315,11 @@ private slots:
     {
         QTest::addColumn<QString>("option");
         for (const char* option :
-             {"-o",           "--output", "--from",   "--to",      "--v3000", "--scale",       "--margin",
-              "--background", "--style",  "--colors", "--carbons", "--text",  "--columns",     "--names",
-              "--no-names",   "--legend", "--width",  "--height",  "--dpi",   "--bond-length", "--check",
-              "--info",       "--json",   "--help",   "--version"})
+             {"-o",           "--output",      "--from",          "--to",          "--v3000",       "--scale",
+              "--margin",     "--background",  "--style",         "--colors",      "--carbons",     "--text",
+              "--columns",    "--names",       "--no-names",      "--legend",      "--width",       "--height",
+              "--dpi",        "--bond-length", "--smiles-column", "--name-column", "--skip-errors", "--jobs",
+              "--time-limit", "--check",       "--info",          "--json",        "--help",        "--version"})
             QTest::newRow(option) << option;
     }
 

@@ -46,7 +46,7 @@ void checkWritten(const std::vector<Sketch>& sketches, const char* format)
     try {
         text = writeSketches(sketches, *formatNamed(format), OutputStyle(), notes);
     } catch (const ConversionError& refusal) {
-        demand(refusal.text().contains(QLatin1String("too far away")), "what was read can be written");
+        demand(refusal.text().contains(QLatin1String("out of range")), "what was read can be written");
         return;
     }
     const std::vector<Sketch> again = readSketches(text, *formatNamed(format), "again", notes);

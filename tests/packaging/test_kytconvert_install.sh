@@ -44,4 +44,6 @@ touch drawing.kyt drawing.txt drawing.pdf
 expect_equal "The completion of --ch" "$(completed --ch)" "--check"
 expect_equal "The completion of a format" "$(completed --to p)" "png pdf"
 expect_equal "The completion of an input" "$(completed dr)" "drawing.kyt"
+touch table.csv.gz table.xyz
+expect_equal "The completion of a compressed input" "$(completed ta)" "table.csv.gz"
 expect_equal "The completion of an output" "$(completed -o drawing.p)" "drawing.pdf"
