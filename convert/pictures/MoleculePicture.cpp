@@ -273,60 +273,87 @@ bool runsAlong(const SvgPath& path, const QPointF& from, const QPointF& to)
     return std::fabs(product) > 0.7 * std::hypot(line.x(), line.y()) * std::hypot(bond.x(), bond.y());
 }
 
-/// Gives labels, and the halves of bonds, the colours of their atoms in the drawing. `positions` are those of the
-/// atoms.
-std::vector<Element> inColorsOfDrawing(const std::vector<Element>& elements, const PictureMolecule& picture,
-                                       const std::vector<QPointF>& positions, const QColor& background)
-{
-    const auto colorOf = [&](std::size_t atom) { return readableOn(background, picture.colors[atom]); };
-    const auto nearest = [&](const QPointF& point) {
-        const auto found =
-            std::min_element(positions.begin(), positions.end(), [&](const QPointF& a, const QPointF& b) {
-                return distanceBetween(a, point) < distanceBetween(b, point);
-            });
-        return static_cast<std::size_t>(found - positions.begin());
-    };
-    std::vector<Element> colored;
-    for (Element element : elements) {
-        if (element.atom >= 0) {
-            paintIn(element, colorOf(element.atom));
-            colored.push_back(element);
-            continue;
+/// The colours that the atoms have in the drawing.
+class DrawingColors {
+public:
+    /// `positions` are those of the atoms, in points. The arguments must outlive this.
+    DrawingColors(const PictureMolecule& picture, const std::vector<QPointF>& positions, QColor background)
+        : picture(picture)
+        , positions(positions)
+        , background(std::move(background))
+    {
+    }
+
+    /// Adds the element in the colour of its atom, or its halves in those of the atoms of its bond.
+    void add(Element element, std::vector<Element>& colored) const
+    {
+        if (element.bond >= 0 && runsAlongBond(element)) {
+            addHalves(element, colored);
+            return;
         }
-        if (element.bond < 0) {
-            paintIn(element, colorOf(nearest(element.path.segments.front().points.front())));
-            colored.push_back(element);
-            continue;
-        }
-        const Bond* bond = picture.molecule->getBondWithIdx(element.bond);
-        const unsigned from = bond->getBeginAtomIdx();
-        const unsigned to = bond->getEndAtomIdx();
-        if (!runsAlong(element.path, positions[from], positions[to])) {
-            const QPointF middle = element.path.extent().center();
-            const bool startsThere = distanceBetween(middle, positions[from]) <= distanceBetween(middle, positions[to])
-                || !element.path.isLine();
-            paintIn(element, colorOf(startsThere ? from : to));
-            colored.push_back(element);
-            continue;
-        }
-        QPointF& start = element.path.segments[0].points[0];
-        QPointF& end = element.path.segments[1].points[0];
+        paintIn(element, colorOf(atomOf(element)));
+        colored.push_back(std::move(element));
+    }
+
+private:
+    QColor colorOf(std::size_t atom) const { return readableOn(background, picture.colors[atom]); }
+
+    std::pair<unsigned, unsigned> endsOf(const Element& element) const
+    {
+        const Bond* bond = picture.molecule->getBondWithIdx(static_cast<unsigned>(element.bond));
+        return {bond->getBeginAtomIdx(), bond->getEndAtomIdx()};
+    }
+
+    bool runsAlongBond(const Element& element) const
+    {
+        const auto [from, to] = endsOf(element);
+        return runsAlong(element.path, positions[from], positions[to]);
+    }
+
+    /// A label has its atom, a solid wedge that of its narrow end; a hash and a corner have the nearest one.
+    std::size_t atomOf(const Element& element) const
+    {
+        if (element.atom >= 0)
+            return static_cast<std::size_t>(element.atom);
+        if (element.bond < 0)
+            return nearestTo(element.path.segments.front().points.front());
+        const auto [from, to] = endsOf(element);
+        const QPointF middle = element.path.extent().center();
+        const bool isNearStart = distanceBetween(middle, positions[from]) <= distanceBetween(middle, positions[to]);
+        return isNearStart || !element.path.isLine() ? from : to;
+    }
+
+    std::size_t nearestTo(const QPointF& point) const
+    {
+        const auto isNearer = [&](const QPointF& a, const QPointF& b) {
+            return distanceBetween(a, point) < distanceBetween(b, point);
+        };
+        const auto nearest = std::min_element(positions.begin(), positions.end(), isNearer);
+        return static_cast<std::size_t>(nearest - positions.begin());
+    }
+
+    void addHalves(Element first, std::vector<Element>& colored) const
+    {
+        const auto [from, to] = endsOf(first);
+        QPointF& start = first.path.segments[0].points[0];
+        QPointF& end = first.path.segments[1].points[0];
         if (distanceBetween(start, positions[from]) > distanceBetween(end, positions[from]))
             std::swap(start, end);
-        if (colorOf(from) == colorOf(to)) {
-            paintIn(element, colorOf(from));
-            colored.push_back(element);
-            continue;
-        }
-        Element second = element;
-        second.path.segments[0].points[0] = element.path.segments[1].points[0] = (start + end) / 2;
-        paintIn(element, colorOf(from));
+        const bool isSplit = colorOf(from) != colorOf(to);
+        Element second = first;
+        if (isSplit)
+            second.path.segments[0].points[0] = end = (start + end) / 2;
+        paintIn(first, colorOf(from));
         paintIn(second, colorOf(to));
-        colored.push_back(element);
-        colored.push_back(second);
+        colored.push_back(std::move(first));
+        if (isSplit)
+            colored.push_back(std::move(second));
     }
-    return colored;
-}
+
+    const PictureMolecule& picture;
+    const std::vector<QPointF>& positions;
+    QColor background;
+};
 
 QByteArray svgOf(const Element& element)
 {
@@ -423,8 +450,13 @@ MoleculePicture drawnBy(const PictureMolecule& picture, const PictureStyle& styl
     std::vector<Element> elements = joined(elementsOf(svg));
     elements = withForeignLabels(std::move(elements), picture, measures.fontSize, asPaths);
     setDashes(elements, picture);
-    if (colorsFor(style) == PictureColors::Drawing)
-        elements = inColorsOfDrawing(elements, picture, positions, style.background);
+    if (colorsFor(style) == PictureColors::Drawing) {
+        std::vector<Element> colored;
+        const DrawingColors colors(picture, positions, style.background);
+        for (Element& element : elements)
+            colors.add(std::move(element), colored);
+        elements = std::move(colored);
+    }
     for (const Element& element : elements) {
         result.elements += svgOf(element);
         result.extent |= extentOf(element);
