@@ -21,6 +21,7 @@ judge_packages=(python3-rdkit openbabel)
 packaging_packages=(
     dpkg-dev fakeroot file lintian
     desktop-file-utils appstream libxml2-utils shared-mime-info man-db groff-base bsdextrautils librsvg2-bin shellcheck
+    tumbler dbus libglib2.0-bin imagemagick
 )
 fuzz_packages=(clang libclang-rt-dev llvm)
 

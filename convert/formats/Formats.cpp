@@ -1,6 +1,5 @@
 #include "convert/formats/Formats.h"
 
-#include "convert/chemistry/Canvas.h"
 #include "convert/chemistry/Inchi.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/SketchCanvas.h"
@@ -12,6 +11,8 @@
 #include "convert/formats/Table.h"
 #include "convert/formats/Workspace.h"
 #include "convert/formats/Xyz.h"
+#include "convert/pictures/PictureData.h"
+#include "convert/pictures/PictureFile.h"
 
 #include <QFileInfo>
 
@@ -28,26 +29,6 @@ Sketch oneDrawing(Sketches sketches)
 {
     return sideBySide(std::move(sketches));
 }
-
-/// The drawing of a picture, on a canvas.
-class PictureCanvas {
-public:
-    PictureCanvas(Sketches sketches, Notes& notes)
-    {
-        const Sketch sketch = oneDrawing(std::move(sketches));
-        noteOpenDoubleBonds(sketch, notes);
-        drawOn(drawn.doc, sketch);
-        if (sketch.molecules.size() == 1)
-            title = sketch.molecules.front().name;
-    }
-
-    const QCanvas& canvas() const { return *drawn.doc.canvas; }
-
-    QString title;
-
-private:
-    Canvas drawn;
-};
 
 QByteArray writeWorkspace(Sketches sketches, const OutputStyle&, Notes& notes)
 {
@@ -89,24 +70,39 @@ QByteArray writeInchiKey(Sketches sketches, const OutputStyle&, Notes& notes)
     return inchiKeyLinesOf(sketches, notes);
 }
 
-// NOLINTEND(performance-unnecessary-value-param)
+QByteArray onlyPage(const std::vector<QByteArray>& pages)
+{
+    if (pages.size() > 1)
+        throw ConversionError(QStringLiteral("sheet of %1 pages: use PDF, or --columns with %d in the output file name")
+                                  .arg(pages.size()));
+    return pages.front();
+}
+
+void noteOpenDoubleBonds(const Sketches& sketches, Notes& notes)
+{
+    for (const Sketch& sketch : sketches)
+        noteOpenDoubleBonds(sketch, notes);
+}
 
 QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    const PictureCanvas picture(std::move(sketches), notes);
-    return svgOf(picture.canvas(), style.picture, picture.title);
+    noteOpenDoubleBonds(sketches, notes);
+    return onlyPage(svgPictures(sketches, style.picture));
 }
 
 QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    return pngOf(PictureCanvas(std::move(sketches), notes).canvas(), style.picture);
+    noteOpenDoubleBonds(sketches, notes);
+    return onlyPage(pngPictures(sketches, style.picture));
 }
 
 QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
-    const PictureCanvas picture(std::move(sketches), notes);
-    return pdfOf(picture.canvas(), style.picture, picture.title);
+    noteOpenDoubleBonds(sketches, notes);
+    return pdfPicture(sketches, style.picture);
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 constexpr bool sequence = true;
 
@@ -121,8 +117,8 @@ constexpr Format formats[] = {
     {"xyz", nullptr, nullptr, writeXyz, sequence},
     {"inchi", nullptr, nullptr, writeInchi, sequence, inchiIsSupported},
     {"inchikey", nullptr, nullptr, writeInchiKey, sequence, inchiIsSupported},
-    {"svg", nullptr, nullptr, writeSvg},
-    {"png", nullptr, nullptr, writePng},
+    {"svg", wholeFile, readSvg, writeSvg, !sequence, true, nullptr, svgPictures},
+    {"png", binaryFile, readPng, writePng, !sequence, true, nullptr, pngPictures},
     {"pdf", nullptr, nullptr, writePdf},
 };
 

@@ -3,7 +3,7 @@
 #include "convert/Notes.h"
 #include "convert/chemistry/Sketch.h"
 #include "convert/formats/Records.h"
-#include "convert/pictures/Picture.h"
+#include "convert/pictures/PictureStyle.h"
 
 #include <QByteArray>
 #include <QString>
@@ -43,6 +43,9 @@ struct Format {
     /// The faults of a record, one line each, which starts with `name`; null if the first error that `read` throws is
     /// the only one known.
     QStringList (*check)(const Record& record, const QString& name) = nullptr;
+
+    /// The files of a sheet of pictures that has several pages; null for a format that has no such pages.
+    std::vector<QByteArray> (*writePages)(const std::vector<Sketch>& sketches, const PictureStyle& style) = nullptr;
 };
 
 /// The format with the extension `name`, case-insensitive; null if there is none.

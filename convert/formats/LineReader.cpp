@@ -108,14 +108,14 @@ bool LineReader::next(QByteArray& line)
     return true;
 }
 
-QByteArray LineReader::takeAll(qsizetype limit)
+QByteArray LineReader::takeAll(qsizetype limit, Contents contents)
 {
     while (!atEnd && buffer.size() - start <= limit)
         refill();
     QByteArray all = buffer.mid(start);
     buffer.clear();
     start = end = 0;
-    const qsizetype null = all.indexOf('\0');
+    const qsizetype null = contents == Contents::Text ? all.indexOf('\0') : -1;
     lines += static_cast<int>((null < 0 ? all : all.left(null)).count('\n'));
     if (null >= 0)
         fail(QStringLiteral("unexpected null byte"));

@@ -18,9 +18,12 @@ public:
     /// be read.
     bool next(QByteArray& line);
 
-    /// All that follows, as it is. Throws ConversionError, as next() does, for a null byte and for more than `limit`
-    /// bytes.
-    QByteArray takeAll(qsizetype limit);
+    /// Whether a null byte is an error.
+    enum class Contents { Text, Binary };
+
+    /// All that follows, as it is. Throws ConversionError, as next() does, for a null byte in a text and for more than
+    /// `limit` bytes.
+    QByteArray takeAll(qsizetype limit, Contents contents = Contents::Text);
 
     /// The number of the line that was read last, from 1.
     int number() const { return lines; }

@@ -4,7 +4,11 @@ namespace {
 
 class FileReader : public RecordReader {
 public:
-    using RecordReader::RecordReader;
+    FileReader(LineReader& lines, LineReader::Contents contents)
+        : RecordReader(lines)
+        , contents(contents)
+    {
+    }
 
     std::optional<Record> next() override
     {
@@ -12,11 +16,12 @@ public:
             return std::nullopt;
         isDone = true;
         Record record;
-        record.text = lines.takeAll(maxFileSize);
+        record.text = lines.takeAll(maxFileSize, contents);
         return record;
     }
 
 private:
+    LineReader::Contents contents;
     bool isDone = false;
 };
 
@@ -24,5 +29,10 @@ private:
 
 std::unique_ptr<RecordReader> wholeFile(LineReader& lines, const InputStyle&)
 {
-    return std::make_unique<FileReader>(lines);
+    return std::make_unique<FileReader>(lines, LineReader::Contents::Text);
+}
+
+std::unique_ptr<RecordReader> binaryFile(LineReader& lines, const InputStyle&)
+{
+    return std::make_unique<FileReader>(lines, LineReader::Contents::Binary);
 }

@@ -53,3 +53,6 @@ inline constexpr qsizetype maxFileSize = qsizetype{256} * 1024 * 1024;
 
 /// Takes a whole file as one record, with its bytes as they are.
 std::unique_ptr<RecordReader> wholeFile(LineReader& lines, const InputStyle& style);
+
+/// The same for a file that may contain null bytes.
+std::unique_ptr<RecordReader> binaryFile(LineReader& lines, const InputStyle& style);

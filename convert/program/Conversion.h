@@ -8,7 +8,7 @@
 
 #include <vector>
 
-/// Reads `text` in any format except pictures. `name` is the file name for messages. Throws ConversionError for bad
+/// Reads `text` in any format that can be read. `name` is the file name for messages. Throws ConversionError for bad
 /// input.
 std::vector<Sketch> readSketches(const QByteArray& text, const Format& format, const QString& name, Notes& notes,
                                  const InputStyle& style = InputStyle());
@@ -24,7 +24,7 @@ QByteArray writeSketches(std::vector<Sketch> sketches, const Format& format, con
 /// Splits the sketches into one sketch per molecule.
 std::vector<Sketch> splitByMolecule(std::vector<Sketch> sketches);
 
-/// The faults of a record in any format except pictures, one line each.
+/// The faults of a record in any format that can be read, one line each.
 QStringList faultsOf(const Record& record, const Format& format, const QString& name);
 
 /// "name:line: ", followed by the molecule's name if there is one: where an error is.

@@ -8,7 +8,11 @@
 namespace {
 
 constexpr double largestScale = 100;
-constexpr double largestMargin = 10'000; // canvas pixels
+constexpr double largestMargin = 10'000; // pixels
+constexpr int mostColumns = 1000;
+constexpr double largestSize = 100'000;      // pixels
+constexpr double largestResolution = 10'000; // pixels per inch
+constexpr double longestBond = 1000;         // points
 constexpr int maxJobs = 1024;
 constexpr int maxTimeLimit = 86'400; // seconds
 
@@ -67,6 +71,17 @@ double numberOption(const QCommandLineParser& parser, const QString& option, dou
     return number;
 }
 
+int countOption(const QCommandLineParser& parser, const QString& option, int maximum, int defaultValue)
+{
+    if (!parser.isSet(option))
+        return defaultValue;
+    bool isNumber = false;
+    const int number = parser.value(option).toInt(&isNumber);
+    if (!isNumber || number < 1 || number > maximum)
+        fail(QStringLiteral("--%1 must be a whole number from 1 to %2").arg(option).arg(maximum));
+    return number;
+}
+
 QColor colorOption(const QCommandLineParser& parser, const QString& option)
 {
     const QString name = parser.value(option);
@@ -74,6 +89,51 @@ QColor colorOption(const QCommandLineParser& parser, const QString& option)
     if (!color.isValid())
         fail(QStringLiteral("invalid colour \"%1\": use a name, #rrggbb or transparent").arg(name));
     return color;
+}
+
+/// The value of an option that is one of these names.
+template <typename Value>
+Value choiceOption(const QCommandLineParser& parser, const QString& option,
+                   std::initializer_list<std::pair<const char*, Value>> choices, Value defaultValue)
+{
+    if (!parser.isSet(option))
+        return defaultValue;
+    QStringList names;
+    for (const auto& [name, value] : choices) {
+        if (parser.value(option) == QLatin1String(name))
+            return value;
+        names.append(QLatin1String(name));
+    }
+    fail(QStringLiteral("--%1 must be one of: %2").arg(option, names.join(QStringLiteral(", "))));
+}
+
+PictureStyle pictureStyle(const QCommandLineParser& parser)
+{
+    PictureStyle style;
+    using Look = PictureLook;
+    style.look = choiceOption(parser, QStringLiteral("style"),
+                              {{"paper", Look::Paper}, {"acs", Look::Acs}, {"editor", Look::Editor}}, style.look);
+    using Colors = std::optional<PictureColors>;
+    style.colors = choiceOption(parser, QStringLiteral("colors"),
+                                {{"black", Colors(PictureColors::Black)},
+                                 {"element", Colors(PictureColors::Element)},
+                                 {"drawing", Colors(PictureColors::Drawing)}},
+                                style.colors);
+    style.textAsPaths = choiceOption(parser, QStringLiteral("text"), {{"text", false}, {"paths", true}}, false);
+    style.carbons = parser.isSet(QStringLiteral("carbons"));
+    if (parser.isSet(QStringLiteral("names")) || parser.isSet(QStringLiteral("no-names")))
+        style.names = parser.isSet(QStringLiteral("names"));
+    style.legend = parser.value(QStringLiteral("legend"));
+    style.scale = numberOption(parser, "scale", 0.01, largestScale, style.scale);
+    style.margin = numberOption(parser, "margin", 0, largestMargin, style.margin);
+    style.columns = countOption(parser, "columns", mostColumns, style.columns);
+    style.width = numberOption(parser, "width", 1, largestSize, style.width);
+    style.height = numberOption(parser, "height", 1, largestSize, style.height);
+    style.dpi = numberOption(parser, "dpi", 1, largestResolution, style.dpi);
+    style.bondLength = numberOption(parser, "bond-length", 1, longestBond, style.bondLength);
+    if (parser.isSet("background"))
+        style.background = colorOption(parser, "background");
+    return style;
 }
 
 Options::Task taskOf(const QCommandLineParser& parser)
@@ -99,6 +159,18 @@ Options parseOptions(const QStringList& arguments)
                        {"scale", {}, "number"},
                        {"margin", {}, "pixels"},
                        {"background", {}, "colour"},
+                       {"style", {}, "name"},
+                       {"colors", {}, "name"},
+                       {"carbons", {}},
+                       {"text", {}, "kind"},
+                       {"columns", {}, "number"},
+                       {"names", {}},
+                       {"no-names", {}},
+                       {"legend", {}, "property"},
+                       {"width", {}, "pixels"},
+                       {"height", {}, "pixels"},
+                       {"dpi", {}, "number"},
+                       {"bond-length", {}, "points"},
                        {"v3000", {}},
                        {"smiles-column", {}, "column"},
                        {"name-column", {}, "column"},
@@ -148,10 +220,7 @@ Options parseOptions(const QStringList& arguments)
                  .arg(writableExtensions().join(QStringLiteral(", "))));
     if (!options.to->isSupported)
         fail(QStringLiteral("InChI is not supported by this build: libinchi was not found"));
-    options.style.picture.scale = numberOption(parser, "scale", 0.01, largestScale, options.style.picture.scale);
-    options.style.picture.margin = numberOption(parser, "margin", 0, largestMargin, options.style.picture.margin);
-    if (parser.isSet("background"))
-        options.style.picture.background = colorOption(parser, "background");
+    options.style.picture = pictureStyle(parser);
     options.style.v3000 = parser.isSet("v3000");
     return options;
 }
@@ -159,8 +228,7 @@ Options parseOptions(const QStringList& arguments)
 QString helpText()
 {
     return QStringLiteral(R"(Usage: kytconvert [options] INPUT... -o OUTPUT
-       kytconvert --check FILE...
-       kytconvert --info [--json] FILE...
+       kytconvert --check|--info [--json] FILE...
 
 Converts molecule drawings. Reads kyt, kyf, mol, mdl, sdf, smi, csv, tsv and
 cdxml; writes kyt, kyf, mol, mdl, sdf, smi, xyz, inchi, inchikey, svg, png and
@@ -170,11 +238,12 @@ in OUTPUT writes one file per molecule.
   -o, --output FILE    output file; its extension selects the format
   --from, --to FORMAT  formats (default: from the file extensions)
   --v3000              always write molfiles and SD files as V3000
-  --scale NUMBER, --margin PIXELS, --background COLOUR   of a picture
+  Pictures: --style paper|acs|editor, --colors, --carbons, --text, --columns,
+  --names, --no-names, --legend, --width, --height, --dpi, --bond-length,
+  --scale, --margin, --background; see the manual page.
   --smiles-column, --name-column COLUMN   of a table: heading or number
   --skip-errors        go on after records that cannot be converted
-  --jobs NUMBER        worker processes (default: one per processor)
-  --time-limit SECONDS processor time for a record (default: 60)
+  --jobs NUMBER, --time-limit SECONDS   workers; limit for a record (60)
   --check              report all faults that are found in a file
   --info, --json       print formula, weight, InChI and warnings, also as JSON
   --help, --version, --verbose (reports also what is discarded in every case)

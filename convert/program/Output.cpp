@@ -93,6 +93,32 @@ private:
     int file;
 };
 
+/// An empty file, which is filled where it is at commit(): it has nothing to lose, and who created it, as thumbnailing
+/// services do, may have it open.
+class EmptyFileOutput : public Output {
+public:
+    explicit EmptyFileOutput(const QString& fileName)
+        : file(fileName)
+    {
+    }
+
+    void write(const QByteArray& text) override { contents += text; }
+
+    void commit() override
+    {
+        errno = 0;
+        if (file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.flush())
+            return;
+        const QString error = errno != 0 ? systemError() : file.errorString();
+        file.resize(0);
+        failFor(file.fileName(), error);
+    }
+
+private:
+    QFile file;
+    QByteArray contents;
+};
+
 /// Compresses what goes to another output.
 class GzipOutput : public Output {
 public:
@@ -202,6 +228,8 @@ std::unique_ptr<Output> open(const QString& fileName, FileReplacement::Fallback 
     std::unique_ptr<Output> output;
     if (fileName == standardOutput || (info.exists() && !info.isFile())) // a device must not be replaced by a file
         output = std::make_unique<StreamOutput>(fileName);
+    else if (fallback == FileReplacement::Fallback::Overwrite && info.isFile() && info.size() == 0)
+        output = std::make_unique<EmptyFileOutput>(fileName);
     else
         output = std::make_unique<FileOutput>(fileName, fallback);
     return isGzipName(fileName) ? std::make_unique<GzipOutput>(std::move(output)) : std::move(output);

@@ -75,8 +75,27 @@ int convertDrawing(const Options& options, Notes& notes)
     return status;
 }
 
+/// Sets all inputs as a sheet, with a numbered file for each page.
+int convertSheet(const Options& options, Notes& notes)
+{
+    Tally tally;
+    std::vector<Sketch> sketches;
+    for (auto& [file, sketch] : readInputs(options, tally, notes))
+        sketches.push_back(std::move(sketch));
+    const int status = statusOf(tally, options, shownOutput(options));
+    if (status == badInput)
+        return status;
+    const std::unique_ptr<Output> output = openNumberedOutput(options.output);
+    for (const QByteArray& page : options.to->writePages(sketches, options.style.picture))
+        output->write(page);
+    output->commit();
+    return status;
+}
+
 int convert(const Options& options, Notes& notes)
 {
+    if (isNumbered(options.output) && options.style.picture.columns > 0 && options.to->writePages)
+        return convertSheet(options, notes);
     return options.to->isSequence || isNumbered(options.output) ? convertSequence(options, notes)
                                                                 : convertDrawing(options, notes);
 }

@@ -51,6 +51,30 @@ private slots:
         QVERIFY(options.style.v3000);
     }
 
+    void everyOptionOfAPictureIsTaken()
+    {
+        const PictureStyle plain = parseOptions({"a", "-o", "b.svg"}).style.picture;
+        QCOMPARE(plain.look, PictureLook::Paper);
+        QVERIFY(!plain.colors && !plain.names);
+        QVERIFY(!plain.carbons && !plain.textAsPaths);
+        const PictureStyle style =
+            parseOptions({"a",     "-o",        "b.svg",   "--style",  "acs",   "--colors",      "drawing", "--text",
+                          "paths", "--carbons", "--names", "--legend", "mass",  "--columns",     "3",       "--dpi",
+                          "300",   "--width",   "400",     "--height", "200.5", "--bond-length", "12"})
+                .style.picture;
+        QCOMPARE(style.look, PictureLook::Acs);
+        QCOMPARE(*style.colors, PictureColors::Drawing);
+        QVERIFY(style.carbons && style.textAsPaths);
+        QCOMPARE(*style.names, true);
+        QCOMPARE(style.legend, QString("mass"));
+        QCOMPARE(style.columns, 3);
+        QCOMPARE(style.dpi, 300.0);
+        QCOMPARE(style.width, 400.0);
+        QCOMPARE(style.height, 200.5);
+        QCOMPARE(style.bondLength, 12.0);
+        QCOMPARE(*parseOptions({"a", "-o", "b.svg", "--no-names"}).style.picture.names, false);
+    }
+
     void theOutputIsNamedInFourWays_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -202,6 +226,14 @@ private slots:
         };
         row("nothing", {}, "no input file specified");
         row("no input", {"-o", "a.svg"}, "no input file specified");
+        row("unknown style", {"a", "-o", "a.svg", "--style", "Paper"}, "--style must be one of: paper, acs, editor");
+        row("unknown colours", {"a", "-o", "a.svg", "--colors", "red"},
+            "--colors must be one of: black, element, drawing");
+        row("unknown text", {"a", "-o", "a.svg", "--text", "bold"}, "--text must be one of: text, paths");
+        row("half a column", {"a", "-o", "a.svg", "--columns", "2.5"},
+            "--columns must be a whole number from 1 to 1000");
+        row("no columns", {"a", "-o", "a.svg", "--columns", "0"}, "--columns must be a whole number from 1 to 1000");
+        row("no width", {"a", "-o", "a.svg", "--width", "0"}, "--width must be a number from 1 to 100000");
         row("an unknown option", {"a", "--bogus"}, "unknown option 'bogus' ");
         row("an unknown option with help", {"--help", "--bogus"}, "unknown option 'bogus' ");
         row("an unknown letter", {"a", "-x"}, "unknown option 'x' ");
@@ -282,9 +314,12 @@ private slots:
     void helpNamesEveryOption_data()
     {
         QTest::addColumn<QString>("option");
-        for (const char* option : {"-o", "--output", "--from", "--to", "--v3000", "--scale", "--margin", "--background",
-                                   "--smiles-column", "--name-column", "--skip-errors", "--jobs", "--time-limit",
-                                   "--check", "--info", "--json", "--help", "--version"})
+        for (const char* option :
+             {"-o",           "--output",      "--from",          "--to",          "--v3000",       "--scale",
+              "--margin",     "--background",  "--style",         "--colors",      "--carbons",     "--text",
+              "--columns",    "--names",       "--no-names",      "--legend",      "--width",       "--height",
+              "--dpi",        "--bond-length", "--smiles-column", "--name-column", "--skip-errors", "--jobs",
+              "--time-limit", "--check",       "--info",          "--json",        "--help",        "--version"})
             QTest::newRow(option) << option;
     }
 

@@ -1,5 +1,5 @@
 #include "convert/chemistry/Canvas.h"
-#include "convert/pictures/Picture.h"
+#include "convert/pictures/EditorPicture.h"
 #include "tests/support/Files.h"
 #include "view/kytstudioview.h"
 
@@ -208,7 +208,7 @@ private slots:
         QFETCH(QString, fileName);
         QFETCH(QString, format);
         const QImage shown = screenshot(fileName);
-        const Outcome outcome = convert({fileName, "--to", format});
+        const Outcome outcome = convert({fileName, "--to", format, "--style", "editor"});
         QCOMPARE(outcome.status, 0);
         const QImage picture = pictureIn(outcome.out, format, shown.size());
         QCOMPARE(picture.size(), shown.size());
@@ -253,6 +253,26 @@ private slots:
         QCOMPARE(QDir(folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList("out.png"));
     }
 
+    void anEmptyFileIsFilledWhereItIs()
+    {
+        QFile file(folder->filePath("preview"));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QCOMPARE(convert({"lib/water.kyf", "--to", "png", "-o", file.fileName()}).status, 0);
+        QCOMPARE(QImage::fromData(file.readAll(), "PNG").isNull(), false); // read from the file opened before
+    }
+
+    void anEmptyFileStaysEmptyIfTheDiskIsFull()
+    {
+        QVERIFY(writeFile(folder->filePath("out.png"), ""));
+        QProcess shell;
+        shell.start("bash",
+                    {"-c", "ulimit -f 1; exec \"$0\" lib/megaphon.kyf --scale 9 -o \"$1\"", KYTCONVERT_PROGRAM,
+                     folder->filePath("out.png")});
+        QVERIFY(shell.waitForFinished(60'000));
+        QCOMPARE(shell.exitCode(), 2);
+        QCOMPARE(readFile(folder->filePath("out.png")), QByteArray());
+    }
+
     void faultsThatCannotBeToldAreNoAnswer()
     {
         QVERIFY(writeFile(folder->filePath("bad.kyt"), "KYTFILE"));
@@ -270,25 +290,38 @@ private slots:
                           "KYTFILE MOLECULE 2 1 ATOM C 100 100 0 1 1 1 ATOM C 190 100 9 1 1 1 BOND 0 1 1 3 "
                           "END_MOLECULE END_KYTFILE"));
         const auto strokes = [&](const QString& scale) {
-            return mostStrokes(pictureIn(convert({folder->filePath("wedge.kyt"), "--to", "png", "--scale", scale}).out,
-                                         "png", QSize()));
+            return mostStrokes(pictureIn(
+                convert({folder->filePath("wedge.kyt"), "--to", "png", "--style", "editor", "--scale", scale}).out,
+                "png", QSize()));
         };
         const int plain = strokes("1");
         QVERIFY2(plain >= 4, qPrintable(QString::number(plain)));
         QVERIFY2(std::abs(strokes("8") - plain) <= 2, qPrintable(QString::number(strokes("8"))));
     }
 
+    void scaleMarginAndBackgroundOfAPicture_data()
+    {
+        QTest::addColumn<QString>("style");
+        for (const char* style : {"paper", "acs", "editor"})
+            QTest::newRow(style) << style;
+    }
+
     void scaleMarginAndBackgroundOfAPicture()
     {
-        const QImage plain = QImage::fromData(convert({"lib/water.kyf", "--to", "png"}).out);
-        const QImage large = QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--scale", "2"}).out);
-        QCOMPARE(large.size(), plain.size() * 2);
-        const QImage wide = QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--margin", "25"}).out);
+        QFETCH(QString, style);
+        const QImage plain = QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--style", style}).out);
+        const QImage large =
+            QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--style", style, "--scale", "2"}).out);
+        const QSize difference = large.size() - plain.size() * 2;
+        QVERIFY(std::abs(difference.width()) <= 1 && std::abs(difference.height()) <= 1); // sizes are rounded
+        const QImage wide =
+            QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--style", style, "--margin", "25"}).out);
         QCOMPARE(wide.size(), plain.size() + QSize(30, 30));
-        const QImage red = QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--background", "#ff0000"}).out);
+        const QImage red = QImage::fromData(
+            convert({"lib/water.kyf", "--to", "png", "--style", style, "--background", "#ff0000"}).out);
         QCOMPARE(red.pixel(0, 0), qRgb(255, 0, 0));
-        const QImage clear =
-            QImage::fromData(convert({"lib/water.kyf", "--to", "png", "--background", "transparent"}).out);
+        const QImage clear = QImage::fromData(
+            convert({"lib/water.kyf", "--to", "png", "--style", style, "--background", "transparent"}).out);
         QCOMPARE(qAlpha(clear.pixel(0, 0)), 0);
     }
 
@@ -338,8 +371,15 @@ private slots:
         QTest::newRow("unknown ending") << QStringList{"none.abc"} + toFile << QByteArray() << "none.abc: ";
         QTest::newRow("unknown option") << QStringList{"--bogus"} << QByteArray() << "bogus";
         QTest::newRow("no input") << QStringList() << QByteArray() << "no input";
-        QTest::newRow("a picture is no input")
-            << QStringList{"--from", "png", "-"} + toFile << QByteArray() << "written";
+        QTest::newRow("a PDF file is no input")
+            << QStringList{"--from", "pdf", "-"} + toFile << QByteArray() << "can only be written";
+        QTest::newRow("not even a picture")
+            << QStringList{"--from", "png", "-"} + toFile << QByteArray() << "no drawing";
+        QTest::newRow("a picture of something else")
+            << QStringList{"--from", "svg", "-"} + toFile << QByteArray("<svg/>") << "no drawing";
+        QTest::newRow("a sheet of several pages for one file")
+            << QStringList{"--from", "smi", "-", "--columns", "1", "--height", "50"} + toFile
+            << QByteArray("C\nCC\nC\n") << "sheet of 3 pages";
         QTest::newRow("far away") << QStringList{"--from", "kyt", "-"} + toFile
                                   << QByteArray("KYTFILE MOLECULE 1 0 ATOM C 1e30 0 0 1 1 1 END_MOLECULE END_KYTFILE")
                                   << "too large";
@@ -597,7 +637,7 @@ private slots:
     void unknownFormatsGetTheListOfThoseThatAreKnown()
     {
         const QString read = convert({"a.abc", "--to", "smi"}).err;
-        QVERIFY2(read.contains("a.abc: unknown format") && read.contains("csv") && !read.contains("svg"),
+        QVERIFY2(read.contains("a.abc: unknown format") && read.contains("csv") && !read.contains("pdf"),
                  qPrintable(read));
         const QString written = convert({"a.smi", "-o", "b.abc"}).err;
         QVERIFY2(written.contains("unknown output format") && written.contains("xyz") && !written.contains("cdxml"),

@@ -1,4 +1,4 @@
-#include "convert/pictures/Picture.h"
+#include "convert/pictures/EditorPicture.h"
 
 #include "canvas/qcanvas.h"
 #include "convert/Notes.h"
@@ -10,6 +10,7 @@
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -18,26 +19,47 @@ constexpr int screenResolution = 96;             // pixels per inch; the labels'
 constexpr double pointsPerPixel = 0.75;          // a point is 1/72 inch
 constexpr double largestCoordinate = 1'000'000;  // canvas pixels, of a drawing in a picture
 constexpr double maxPixels = 64.0 * 1024 * 1024; // of a raster picture
+constexpr double maxScale = 1000;
+constexpr double roundingError = 1e-6; // pixels, of a size that is given in whole pixels
 
 [[noreturn]] void fail(const QString& reason)
 {
     throw ConversionError(reason);
 }
 
-QSizeF pictureSize(const QRect& area, const PictureStyle& style)
+/// A picture of a part of the canvas. Pixels are 1/96 inch.
+struct Frame {
+    QRect area;     // canvas pixels
+    double scale;   // pixels per canvas pixel
+    QSizeF size;    // pixels
+    QPointF corner; // of the area in the picture
+};
+
+/// Fits the drawing into the size that the style gives, if any.
+Frame frameOf(const QCanvas& canvas, const PictureStyle& style)
 {
-    return QSizeF(area.size()) * style.scale;
+    const QRect area = pictureArea(canvas, style);
+    const QSizeF wanted = QSizeF(style.width, style.height) * screenResolution / style.dpi;
+    double scale = style.scale;
+    if (wanted.width() > 0)
+        scale = wanted.width() / area.width();
+    if (wanted.height() > 0)
+        scale = std::min(wanted.width() > 0 ? scale : maxScale, wanted.height() / area.height());
+    const QSizeF drawn = QSizeF(area.size()) * scale;
+    const QSizeF size(wanted.width() > 0 ? wanted.width() : drawn.width(),
+                      wanted.height() > 0 ? wanted.height() : drawn.height());
+    return {area, scale, size, QPointF(size.width() - drawn.width(), size.height() - drawn.height()) / 2};
 }
 
-void paint(QPainter& painter, const QCanvas& canvas, const QRect& area, const PictureStyle& style)
+void paint(QPainter& painter, const QCanvas& canvas, const Frame& frame, const PictureStyle& style)
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::NonCosmeticBrushPatterns); // the hatching of wedges scales too
-    painter.scale(style.scale, style.scale);
-    painter.translate(-area.topLeft());
     if (style.background.alpha() > 0)
-        painter.fillRect(area, style.background);
-    canvas.paint(painter, area);
+        painter.fillRect(QRectF(QPointF(0, 0), frame.size), style.background);
+    painter.translate(frame.corner);
+    painter.scale(frame.scale, frame.scale);
+    painter.translate(-frame.area.topLeft());
+    canvas.paint(painter, frame.area);
 }
 
 void begin(QPainter& painter, QPaintDevice* device)
@@ -65,10 +87,10 @@ QRect pictureArea(const QCanvas& canvas, const PictureStyle& style)
     return extent.toAlignedRect().united(QRect(extent.topLeft().toPoint(), QSize(1, 1)));
 }
 
-QByteArray svgOf(const QCanvas& canvas, const PictureStyle& style, const QString& title)
+QByteArray svgOf(const QCanvas& canvas, const PictureStyle& style, const QString& title, const QByteArray& metadata)
 {
-    const QRect area = pictureArea(canvas, style);
-    const QSizeF size = pictureSize(area, style);
+    const Frame frame = frameOf(canvas, style);
+    const QSizeF size = frame.size;
     QByteArray svg;
     QBuffer buffer(&svg);
     QSvgGenerator generator;
@@ -80,32 +102,23 @@ QByteArray svgOf(const QCanvas& canvas, const PictureStyle& style, const QString
     generator.setDescription(QString());
     QPainter painter;
     begin(painter, &generator);
-    paint(painter, canvas, area, style);
+    paint(painter, canvas, frame, style);
     painter.end();
+    if (!metadata.isEmpty())
+        svg.insert(svg.indexOf('>', svg.indexOf("<svg")) + 1, "\n<metadata>\n" + metadata + "</metadata>\n");
     return svg;
 }
 
-QByteArray pngOf(const QCanvas& canvas, const PictureStyle& style)
+void checkPixels(double width, double height)
 {
-    const QRect area = pictureArea(canvas, style);
-    const QSizeF size = pictureSize(area, style);
-    const double width = std::ceil(size.width());
-    const double height = std::ceil(size.height());
     if (width * height > maxPixels)
         fail(QStringLiteral("picture of %1 x %2 pixels too large for PNG: use a smaller --scale, SVG or PDF")
                  .arg(width, 0, 'f', 0)
                  .arg(height, 0, 'f', 0));
-    QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull())
-        fail(QStringLiteral("not enough memory for the picture"));
-    image.fill(style.background);
-    QPainter painter;
-    begin(painter, &image);
-    paint(painter, canvas, area, style);
-    painter.end();
-    if (style.background.alpha() == 255)
-        image.convertTo(QImage::Format_RGB32);
+}
 
+QByteArray encodedPng(const QImage& image)
+{
     QByteArray png;
     QBuffer buffer(&png);
     if (!image.save(&buffer, "PNG"))
@@ -113,9 +126,30 @@ QByteArray pngOf(const QCanvas& canvas, const PictureStyle& style)
     return png;
 }
 
+QByteArray pngOf(const QCanvas& canvas, const PictureStyle& style)
+{
+    const Frame frame = frameOf(canvas, style);
+    const double density = style.dpi / screenResolution;
+    const double width = std::ceil(frame.size.width() * density - roundingError);
+    const double height = std::ceil(frame.size.height() * density - roundingError);
+    checkPixels(width, height);
+    QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        fail(QStringLiteral("not enough memory for the picture"));
+    image.fill(style.background);
+    QPainter painter;
+    begin(painter, &image);
+    painter.scale(density, density);
+    paint(painter, canvas, frame, style);
+    painter.end();
+    if (style.background.alpha() == 255)
+        image.convertTo(QImage::Format_RGB32);
+    return encodedPng(image);
+}
+
 QByteArray pdfOf(const QCanvas& canvas, const PictureStyle& style, const QString& title)
 {
-    const QRect area = pictureArea(canvas, style);
+    const Frame frame = frameOf(canvas, style);
     QByteArray pdf;
     QBuffer buffer(&pdf);
     buffer.open(QIODevice::WriteOnly);
@@ -123,12 +157,11 @@ QByteArray pdfOf(const QCanvas& canvas, const PictureStyle& style, const QString
     writer.setResolution(screenResolution);
     writer.setTitle(title);
     writer.setCreator(QStringLiteral("kytconvert"));
-    writer.setPageSize(
-        QPageSize(pictureSize(area, style) * pointsPerPixel, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    writer.setPageSize(QPageSize(frame.size * pointsPerPixel, QPageSize::Point, QString(), QPageSize::ExactMatch));
     writer.setPageMargins(QMarginsF(0, 0, 0, 0));
     QPainter painter;
     begin(painter, &writer);
-    paint(painter, canvas, area, style);
+    paint(painter, canvas, frame, style);
     painter.end();
     return pdf;
 }
