@@ -84,8 +84,8 @@ bool risesAsDrawn(const SketchMolecule& molecule, const SketchBond& wedge)
     const SketchAtom& from = molecule.atoms[wedge.from];
     const SketchAtom& to = molecule.atoms[wedge.to];
     const double drawn = drawnSlope * distance({from.x, from.y}, {to.x, to.y});
-    const double rise =
-        wedge.kinds.front() == KYTBT_StereoUp ? double{to.depth} - from.depth : double{from.depth} - to.depth;
+    const bool isUp = wedge.kinds.front() == KYTBT_StereoUp;
+    const double rise = (isUp ? 1 : -1) * (double{to.depth} - from.depth);
     return std::fabs(rise - drawn) <= riseTolerance * drawn;
 }
 

@@ -59,30 +59,40 @@ QByteArray writeMolfile(Sketches sketches, const OutputStyle& style, Notes& note
     return molfileOf(oneDrawing(std::move(sketches)), style.v3000, notes);
 }
 
+// The writers share a signature by value, since most of them move from the sketches.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+
+// cppcheck-suppress passedByValue
 QByteArray writeSdFile(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
     return sdFileOf(sketches, style.v3000, style.firstDrawing, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeSmiles(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return smilesOf(sketches, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeXyz(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return xyzOf(sketches, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeInchi(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return inchiLinesOf(sketches, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeInchiKey(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return inchiKeyLinesOf(sketches, notes);
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
