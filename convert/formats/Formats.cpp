@@ -55,16 +55,19 @@ QByteArray writeSmiles(Sketches sketches, const OutputStyle&, Notes& notes)
     return smilesOf(sketches, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeXyz(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return xyzOf(sketches, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeInchi(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return inchiLinesOf(sketches, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeInchiKey(Sketches sketches, const OutputStyle&, Notes& notes)
 {
     return inchiKeyLinesOf(sketches, notes);
@@ -84,18 +87,21 @@ void noteOpenDoubleBonds(const Sketches& sketches, Notes& notes)
         noteOpenDoubleBonds(sketch, notes);
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writeSvg(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
     noteOpenDoubleBonds(sketches, notes);
     return onlyPage(svgPictures(sketches, style.picture));
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writePng(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
     noteOpenDoubleBonds(sketches, notes);
     return onlyPage(pngPictures(sketches, style.picture));
 }
 
+// cppcheck-suppress passedByValue
 QByteArray writePdf(Sketches sketches, const OutputStyle& style, Notes& notes)
 {
     noteOpenDoubleBonds(sketches, notes);

@@ -146,7 +146,8 @@ QList<QByteArray> textsOf(std::vector<Sketch> sketches, const Task& task, const 
         if (!isNumbered(options.output))
             return {writeSketches(std::move(sketches), *options.to, style, notes)};
         QList<QByteArray> texts;
-        for (Sketch& sketch : splitByMolecule(std::move(sketches)))
+        std::vector<Sketch> molecules = splitByMolecule(std::move(sketches));
+        for (Sketch& sketch : molecules)
             texts.append(writeSketches({std::move(sketch)}, *options.to, options.style, notes));
         return texts;
     } catch (const std::bad_alloc&) {
