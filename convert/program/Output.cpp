@@ -205,6 +205,7 @@ public:
             }
         };
         std::vector<std::future<void>> running;
+        running.reserve(writers);
         for (int i = 0; i < std::min(writers, count); ++i)
             running.push_back(std::async(std::launch::async, commitSome));
         for (std::future<void>& writer : running)
