@@ -54,45 +54,52 @@ bool isElement(const QString& name)
     return element && element->number > 0;
 }
 
-/// Reads a formula from `at`, up to its end or a closing parenthesis. Empty if it is none.
-std::vector<Part> parseFormula(const QString& text, qsizetype& at, int depth)
+std::vector<Part> parseFormula(const QString& text, qsizetype& at, int depth);
+
+/// Reads a group in parentheses with its count.
+std::optional<Part> parseParentheses(const QString& text, qsizetype& at, int depth)
+{
+    static const QRegularExpression closing(QStringLiteral("\\G\\)([0-9]*)"));
+    constexpr int deepest = 4;
+    ++at;
+    const std::vector<Part> inner = depth < deepest ? parseFormula(text, at, depth + 1) : std::vector<Part>();
+    const QRegularExpressionMatch end = closing.match(text, at);
+    if (inner.empty() || !end.hasMatch())
+        return std::nullopt;
+    at = end.capturedEnd();
+    return Part{u'(' + markup(inner) + u')', u'(' + turnedMarkup(inner) + u')', end.captured(1), false};
+}
+
+/// Reads a group, residue or element with its count.
+std::optional<Part> parseUnit(const QString& text, qsizetype& at)
 {
     static const QRegularExpression residue(QStringLiteral("\\G((?:R|X|Y|Z|Q)'*)([0-9]*)(?![a-z])"));
     static const QRegularExpression group(QStringLiteral("\\G(%1)([0-9]*)").arg(QLatin1String(groups)));
     static const QRegularExpression element(QStringLiteral("\\G([A-Z][a-z]?)([0-9]*)"));
-    static const QRegularExpression closing(QStringLiteral("\\G\\)([0-9]*)"));
-    constexpr int deepest = 4;
+    QRegularExpressionMatch match = group.match(text, at);
+    bool isResidue = false;
+    if (!match.hasMatch()) {
+        match = residue.match(text, at);
+        isResidue = match.hasMatch();
+    }
+    if (!match.hasMatch()) {
+        match = element.match(text, at);
+        if (!match.hasMatch() || !isElement(match.captured(1)))
+            return std::nullopt;
+    }
+    at = match.capturedEnd();
+    return Part{match.captured(1), match.captured(1), match.captured(2), isResidue};
+}
+
+/// Reads a formula from `at`, up to its end or a closing parenthesis. Empty if it is none.
+std::vector<Part> parseFormula(const QString& text, qsizetype& at, int depth)
+{
     std::vector<Part> parts;
     while (at < text.size() && text[at] != u')') {
-        Part part;
-        if (text[at] == u'(') {
-            ++at;
-            const std::vector<Part> inner = depth < deepest ? parseFormula(text, at, depth + 1) : std::vector<Part>();
-            const QRegularExpressionMatch end = closing.match(text, at);
-            if (inner.empty() || !end.hasMatch())
-                return {};
-            part.core = u'(' + markup(inner) + u')';
-            part.turnedCore = u'(' + turnedMarkup(inner) + u')';
-            part.count = end.captured(1);
-            at = end.capturedEnd();
-        } else {
-            QRegularExpressionMatch match = group.match(text, at);
-            if (!match.hasMatch()) {
-                match = residue.match(text, at);
-                part.isResidue = match.hasMatch();
-            }
-            if (!match.hasMatch()) {
-                match = element.match(text, at);
-                if (match.hasMatch() && !isElement(match.captured(1)))
-                    return {};
-            }
-            if (!match.hasMatch())
-                return {};
-            part.core = part.turnedCore = match.captured(1);
-            part.count = match.captured(2);
-            at = match.capturedEnd();
-        }
-        parts.push_back(part);
+        const std::optional<Part> part = text[at] == u'(' ? parseParentheses(text, at, depth) : parseUnit(text, at);
+        if (!part)
+            return {};
+        parts.push_back(*part);
     }
     return parts;
 }

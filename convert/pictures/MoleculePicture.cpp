@@ -277,10 +277,10 @@ bool runsAlong(const SvgPath& path, const QPointF& from, const QPointF& to)
 class DrawingColors {
 public:
     /// `positions` are those of the atoms, in points. The arguments must outlive this.
-    DrawingColors(const PictureMolecule& picture, const std::vector<QPointF>& positions, QColor background)
+    DrawingColors(const PictureMolecule& picture, const std::vector<QPointF>& positions, const QColor& background)
         : picture(picture)
         , positions(positions)
-        , background(std::move(background))
+        , background(background)
     {
     }
 

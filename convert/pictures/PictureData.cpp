@@ -86,7 +86,7 @@ QByteArray workspaceIn(const QByteArray& svg)
 QByteArray svgWorkspace(const std::vector<Sketch>& sketches)
 {
     // As base64, because readers of XML change line ends and white space.
-    return QByteArray("<workspace xmlns=\"") + svgNamespace + "\" encoding=\"base64\">"
+    return QByteArray("<workspace xmlns=\"") + svgNamespace + R"(" encoding="base64">)"
         + workspaceTextOf(sketches).toBase64() + "</workspace>\n";
 }
 

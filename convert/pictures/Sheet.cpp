@@ -208,8 +208,10 @@ std::vector<Page> pagesOf(const std::vector<Sketch>& sketches, const PictureStyl
         page.count = std::min(cellsOfPage, cells.size() - first);
         for (std::size_t i = 0; i < page.count; ++i) {
             const Cell& cell = cells[first + i];
-            const QPointF cellCorner(static_cast<double>(i % grid.columns) * grid.cell().width(),
-                                     static_cast<double>(i / grid.columns) * grid.cell().height());
+            const std::size_t row = i / grid.columns;
+            const std::size_t column = i % grid.columns;
+            const QPointF cellCorner(static_cast<double>(column) * grid.cell().width(),
+                                     static_cast<double>(row) * grid.cell().height());
             page.body += placed(cell, grid, cellCorner, fontSize, asPaths);
             page.metadata += cell.picture.metadata;
         }

@@ -10,9 +10,13 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <future>
+#include <vector>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -189,23 +193,44 @@ public:
 
     void commit() override
     {
-        for (int number = 1; number <= count; ++number) {
-            const QString target = numberedName(pattern, number);
-            const QFileInfo info(target);
-            if (info.exists() || info.isSymLink()) { // it keeps its owner and permissions
-                QFile file(temporaryName(number));
-                if (!file.open(QIODevice::ReadOnly))
-                    failFor(target, file.errorString());
-                failFor(target, writeWholeFile(target, file.readAll()));
-            } else if (std::rename(QFile::encodeName(temporaryName(number)).constData(),
-                                   QFile::encodeName(target).constData())
-                       != 0) {
-                failFor(target, systemError());
+        constexpr int writers = 8; // they wait for the disk, not for the processor
+        std::atomic<int> next = 1;
+        const auto commitSome = [&] {
+            try {
+                for (int number = next++; number <= count; number = next++)
+                    commit(number);
+            } catch (...) {
+                next = count + 1; // no more are begun
+                throw;
             }
-        }
+        };
+        std::vector<std::future<void>> running;
+        running.reserve(writers);
+        for (int i = 0; i < std::min(writers, count); ++i)
+            running.push_back(std::async(std::launch::async, commitSome));
+        for (std::future<void>& writer : running)
+            writer.wait();
+        for (std::future<void>& writer : running)
+            writer.get();
     }
 
 private:
+    void commit(int number) const
+    {
+        const QString target = numberedName(pattern, number);
+        const QFileInfo info(target);
+        if (info.exists() || info.isSymLink()) { // it keeps its owner and permissions
+            QFile file(temporaryName(number));
+            if (!file.open(QIODevice::ReadOnly))
+                failFor(target, file.errorString());
+            failFor(target, writeWholeFile(target, file.readAll()));
+        } else if (std::rename(QFile::encodeName(temporaryName(number)).constData(),
+                               QFile::encodeName(target).constData())
+                   != 0) {
+            failFor(target, systemError());
+        }
+    }
+
     QString temporaryName(int number) const { return folder.filePath(QString::number(number)); }
 
     static QByteArray compressed(const QByteArray& text)
