@@ -114,8 +114,8 @@ constexpr bool sequence = true;
 
 constexpr Format formats[] = {
     {"kyt kyf", wholeFile, readWorkspace, writeWorkspace, !sequence, true, workspaceFaults},
-    {"mol mdl", sdRecords, readMolfiles, writeMolfile},
-    {"sdf sd", sdRecords, readMolfiles, writeSdFile, sequence},
+    {"mol mdl", sdRecords, readMolfiles, writeMolfile, !sequence, true, molfileFaults},
+    {"sdf sd", sdRecords, readMolfiles, writeSdFile, sequence, true, molfileFaults},
     {"smi smiles", smilesRecords, readSmiles, writeSmiles, sequence},
     {"csv", csvRecords, readSmiles, nullptr},
     {"tsv", tsvRecords, readSmiles, nullptr},

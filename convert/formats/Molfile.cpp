@@ -118,7 +118,8 @@ std::unique_ptr<RWMol> parse(const SdRecord& record, const QString& name)
 {
     const Deadline deadline(QStringLiteral("%1:%2").arg(name).arg(record.firstLine));
     try {
-        checkRecord(record);
+        if (const QStringList faults = recordFaults(record); !faults.isEmpty())
+            throw ConversionError(faults.first());
         std::unique_ptr<RWMol> molecule = parseBlock(record.block);
         if (molecule->getNumConformers() == 0 && molecule->getNumAtoms() > 0)
             throw ConversionError(QStringLiteral("no atom coordinates"));
@@ -476,6 +477,24 @@ QString sizesOf(const Sketch& sketch)
 }
 
 } // namespace
+
+QStringList molfileFaults(const Record& file, const QString& name)
+{
+    QStringList lines;
+    for (const SdRecord& record : splitRecords(file.text, file.line)) {
+        const QStringList faults = recordFaults(record);
+        for (const QString& fault : faults)
+            lines.append(faultText(qPrintable(fault), record, name));
+        if (!faults.isEmpty())
+            continue;
+        try {
+            parse(record, name);
+        } catch (const ConversionError& fault) {
+            lines.append(fault.text());
+        }
+    }
+    return lines;
+}
 
 std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes& notes)
 {

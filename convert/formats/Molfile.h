@@ -7,6 +7,10 @@
 #include <QByteArray>
 #include <QString>
 
+/// The faults of the records of a molfile or an SD file, one line each, which starts with `name`: all invalid bonds and
+/// declared sizes of a record; only if there are none, the first error of its parser.
+QStringList molfileFaults(const Record& file, const QString& name);
+
 /// Reads a molfile or some records of an SD file. Records that were written from one drawing share a sketch. Bad input
 /// throws a ConversionError with `name` and the line number; warnings are added to `notes`.
 std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes& notes);

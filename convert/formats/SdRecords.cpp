@@ -144,32 +144,40 @@ qint64 leadingNumber(const QByteArray& text)
     return digits > 0 ? text.left(digits).toLongLong() : -1;
 }
 
-void check(bool holds, qsizetype line, const QString& what)
-{
-    if (!holds)
-        throw ConversionError(QStringLiteral("line %1 %2").arg(line + 1).arg(what));
-}
+/// Collects the faults of a record, each as "line 5 what is wrong".
+class FaultList {
+public:
+    void check(bool holds, qsizetype line, const QString& what)
+    {
+        if (!holds)
+            texts.append(QStringLiteral("line %1 %2").arg(line + 1).arg(what));
+    }
+
+    QStringList texts;
+};
 
 /// Checks the bonds of one connection table, one after the other.
 class BondCheck {
 public:
-    explicit BondCheck(std::set<qint64> atoms)
+    BondCheck(std::set<qint64> atoms, FaultList& faults)
         : atoms(std::move(atoms))
+        , faults(faults)
     {
     }
 
     void add(qint64 from, qint64 to, qsizetype line)
     {
         for (const qint64 end : {from, to})
-            check(atoms.contains(end), line, QStringLiteral("bond refers to non-existent atom %1").arg(end));
-        check(from != to, line, QStringLiteral("bond from atom %1 to itself").arg(from));
-        check(bonds.insert(std::minmax(from, to)).second, line,
-              QStringLiteral("duplicate bond between atoms %1 and %2").arg(from).arg(to));
+            faults.check(atoms.contains(end), line, QStringLiteral("bond refers to non-existent atom %1").arg(end));
+        faults.check(from != to, line, QStringLiteral("bond from atom %1 to itself").arg(from));
+        faults.check(bonds.insert(std::minmax(from, to)).second, line,
+                     QStringLiteral("duplicate bond between atoms %1 and %2").arg(from).arg(to));
     }
 
 private:
     std::set<qint64> atoms;
     std::set<std::pair<qint64, qint64>> bonds;
+    FaultList& faults;
 };
 
 /// The number in the three columns from `column` of a V2000 line, if there is one.
@@ -180,7 +188,7 @@ std::optional<qint64> columnNumber(const QByteArray& line, int column)
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-void checkV2000Bonds(const QList<QByteArray>& lines)
+void checkV2000Bonds(const QList<QByteArray>& lines, FaultList& faults)
 {
     if (lines.size() <= countsLine || lines[countsLine].contains("V3000"))
         return;
@@ -191,7 +199,7 @@ void checkV2000Bonds(const QList<QByteArray>& lines)
     std::set<qint64> atoms;
     for (qint64 atom = 1; atom <= *atomCount; ++atom)
         atoms.insert(atoms.end(), atom);
-    BondCheck bonds(std::move(atoms));
+    BondCheck bonds(std::move(atoms), faults);
     const qsizetype first = countsLine + 1 + *atomCount;
     for (qsizetype i = first; i < first + *bondCount; ++i) {
         const auto from = columnNumber(lines[i], 0);
@@ -221,7 +229,7 @@ Section sectionNamed(const QByteArray& name)
     return name == "BOND" ? Section::Bonds : Section::Other;
 }
 
-void checkV3000Bonds(const QList<QByteArray>& lines)
+void checkV3000Bonds(const QList<QByteArray>& lines, FaultList& faults)
 {
     Section section = Section::Other;
     std::set<qint64> atoms;
@@ -236,7 +244,7 @@ void checkV3000Bonds(const QList<QByteArray>& lines)
             if (section == Section::Atoms)
                 atoms.clear();
             if (section == Section::Bonds)
-                bonds.emplace(atoms);
+                bonds.emplace(atoms, faults);
         } else if (words[0] == "END") {
             section = Section::Other;
         } else if (section == Section::Atoms) {
@@ -317,8 +325,9 @@ std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol)
     return replaced;
 }
 
-void checkRecord(const SdRecord& record)
+QStringList recordFaults(const SdRecord& record)
 {
+    FaultList faults;
     const QList<QByteArray> lines = record.block.split('\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QByteArray& line = lines[i];
@@ -327,14 +336,15 @@ void checkRecord(const SdRecord& record)
         const QByteArray rest = line.mid(v30.size()).trimmed();
         if (rest.startsWith("COUNTS")) {
             for (const QByteArray& word : rest.mid(6).simplified().split(' '))
-                check(leadingNumber(word) <= lines.size(), i,
-                      QStringLiteral("declared count exceeds the number of lines"));
+                faults.check(leadingNumber(word) <= lines.size(), i,
+                             QStringLiteral("declared count exceeds the number of lines"));
         }
         // A list such as "ATOMS=(2 1 5)" starts with its length.
         for (qsizetype at = rest.indexOf('('); at >= 0; at = rest.indexOf('(', at + 1))
-            check(leadingNumber(rest.mid(at + 1, 20).trimmed()) <= record.block.size(), i,
-                  QStringLiteral("declared list length exceeds the record size"));
+            faults.check(leadingNumber(rest.mid(at + 1, 20).trimmed()) <= record.block.size(), i,
+                         QStringLiteral("declared list length exceeds the record size"));
     }
-    checkV2000Bonds(lines);
-    checkV3000Bonds(lines);
+    checkV2000Bonds(lines, faults);
+    checkV3000Bonds(lines, faults);
+    return faults.texts;
 }

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <utility>
 #include <vector>
@@ -29,6 +30,6 @@ std::unique_ptr<RecordReader> sdRecords(LineReader& lines, const InputStyle& sty
 /// from 0.
 std::vector<unsigned> replaceSymbol(QByteArray& block, const QByteArray& symbol);
 
-/// Throws ConversionError, with the line number, for invalid bonds and for declared sizes that exceed the record, for
-/// which a parser would allocate memory.
-void checkRecord(const SdRecord& record);
+/// The invalid bonds of a record, and declared sizes that exceed it, for which a parser would allocate memory; each
+/// fault as "line 5 what is wrong", with the line in the record, from 1.
+QStringList recordFaults(const SdRecord& record);

@@ -589,6 +589,23 @@ private slots:
         QCOMPARE(outcome.err, QString());
     }
 
+    void checkNamesEveryFaultOfARecord()
+    {
+        const QByteArray atoms = "    0.0000    0.0000    0.0000 C   0  0\n    1.5000    0.0000    0.0000 C   0  0\n";
+        const auto record = [&](const QByteArray& bonds, int count) {
+            return "\n\n\n  2  " + QByteArray::number(count) + "  0  0  0  0            999 V2000\n" + atoms + bonds
+                + "M  END\n$$$$\n";
+        };
+        const QByteArray file =
+            record("  1  3  1  0\n  2  2  1  0\n", 2) + record("  1  2  1  0\n", 1) + record("  1  9  1  0\n", 1);
+        const Outcome outcome = convert({"--check", "--from", "sdf", "-"}, file);
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(QString::fromUtf8(outcome.out),
+                 QString("standard input:7: bond refers to non-existent atom 3\n"
+                         "standard input:8: bond from atom 2 to itself\n"
+                         "standard input:26: bond refers to non-existent atom 9\n"));
+    }
+
     void aLineWithoutAnEndIsRefused()
     {
         QProcess shell;
