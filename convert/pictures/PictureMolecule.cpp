@@ -104,7 +104,9 @@ void labelCarbons(RWMol& molecule, bool all)
 void labelSymbol(PictureMolecule& picture, const QString& symbol, unsigned index)
 {
     Atom& atom = *picture.molecule->getAtomWithIdx(index);
-    if (const std::optional<ElementSymbol> element = parseSymbol(symbol)) {
+    const std::optional<ElementSymbol> element = parseSymbol(symbol);
+    const bool isAttachmentPoint = element && element->number == 0 && element->isotope > 0;
+    if (element && !isAttachmentPoint) {
         if (symbol == QLatin1String("D") || symbol == QLatin1String("T"))
             setLabel(atom, symbol, symbol);
         else if (element->number == 0)
