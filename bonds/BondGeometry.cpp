@@ -87,8 +87,9 @@ std::vector<QLineF> hatchLines(const QPolygonF& wedge, const QRectF& visible)
     const double start = extent.left() + hatchWidth / 2;
     const double first = std::max(0.0, std::floor((visible.left() - start) / step));
     const double last = std::min(std::floor(extent.width() / step), std::ceil((visible.right() - start) / step));
-    for (double index = first; index <= last; ++index)
-        if (const std::optional<QLineF> line = verticalSection(wedge, start + index * step))
+    const int steps = truncated(last - first);
+    for (int i = 0; i <= steps; ++i)
+        if (const std::optional<QLineF> line = verticalSection(wedge, start + (first + i) * step))
             lines.push_back(*line);
     return lines;
 }
