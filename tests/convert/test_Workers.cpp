@@ -34,8 +34,8 @@ QByteArray upperCase(const QByteArray& task)
         raise(SIGKILL);
     if (task == "exit")
         _exit(0);
-    if (task == "loop")
-        for (;;) { }
+    volatile bool endless = task == "loop"; // volatile, so that the loop is not optimized away
+    while (endless) { }
     if (task.startsWith("slow"))
         usleep(20'000);
     return task.toUpper();

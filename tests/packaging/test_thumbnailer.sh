@@ -61,7 +61,7 @@ for request in "$@"; do
         "['$uri']" "['${request##*|}']" normal default 0 >/dev/null
     preview=$XDG_CACHE_HOME/thumbnails/normal/$(printf %s "$uri" | md5sum | cut -d ' ' -f 1).png
     failure=$XDG_CACHE_HOME/thumbnails/fail
-    for ((i = 0; i < 100; i++)); do
+    for ((i = 0; i < 600; i++)); do # the service runs only while the processor is idle
         if [ -e "$preview" ]; then
             break
         fi
