@@ -476,6 +476,22 @@ QString sizesOf(const Sketch& sketch)
     return sizes.size() > 1 ? sizes.join(u' ') : QString();
 }
 
+/// Applies what a molfile cannot store from the properties of the record, and sets the depths of wedges.
+void applyProperties(SketchMolecule& molecule, const RWMol& parsed, Notes& notes)
+{
+    if (const auto symbols = take(molecule, symbolsProperty); symbols && !applySymbols(molecule, *symbols))
+        notes.add("KYTSTUDIO_SYMBOLS properties that do not match the molecule: not fully applied");
+    if (const auto colors = take(molecule, colorsProperty); colors && !applyColors(molecule, *colors))
+        notes.add("KYTSTUDIO_COLORS properties that do not match the molecule: not fully applied");
+    const auto depths = take(molecule, depthsProperty);
+    if (depths && (isInSpace(parsed) || !applyDepths(molecule, *depths)))
+        notes.add("KYTSTUDIO_DEPTHS properties that do not match the molecule: not fully applied");
+    if (!isInSpace(parsed) || hasMarks(parsed))
+        liftWedges(molecule);
+    else
+        setWedgeAngles(molecule);
+}
+
 } // namespace
 
 QStringList molfileFaults(const Record& file, const QString& name)
@@ -506,17 +522,7 @@ std::vector<Sketch> readMolfiles(const Record& file, const QString& name, Notes&
         noteUnusualHydrogens(*parsed, notes);
         SketchMolecule molecule = drawingOf(*parsed, placeOf(record, *parsed, name), isOurs(record), notes);
         molecule.data = record.data;
-        if (const auto symbols = take(molecule, symbolsProperty); symbols && !applySymbols(molecule, *symbols))
-            notes.add("KYTSTUDIO_SYMBOLS properties that do not match the molecule: not fully applied");
-        if (const auto colors = take(molecule, colorsProperty); colors && !applyColors(molecule, *colors))
-            notes.add("KYTSTUDIO_COLORS properties that do not match the molecule: not fully applied");
-        const auto depths = take(molecule, depthsProperty);
-        if (depths && (isInSpace(*parsed) || !applyDepths(molecule, *depths)))
-            notes.add("KYTSTUDIO_DEPTHS properties that do not match the molecule: not fully applied");
-        if (!isInSpace(*parsed) || hasMarks(*parsed))
-            liftWedges(molecule);
-        else
-            setWedgeAngles(molecule);
+        applyProperties(molecule, *parsed, notes);
         const QString drawing = take(molecule, QLatin1String(drawingProperty)).value_or(QString());
         const QString sizes = take(molecule, sizesProperty).value_or(QString());
 

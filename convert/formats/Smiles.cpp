@@ -106,7 +106,8 @@ SketchMolecule readLine(const QString& text, const QString& place, Notes& notes)
     if (text.size() > maxLineLength)
         throw ConversionError(QStringLiteral("line longer than %1 characters").arg(maxLineLength));
     const Line line = parseLine(text);
-    const auto wordEnd = std::find_if(line.smiles.begin(), line.smiles.end(), [](QChar c) { return c.isSpace(); });
+    const auto* const wordEnd =
+        std::find_if(line.smiles.begin(), line.smiles.end(), [](QChar c) { return c.isSpace(); });
     if (std::any_of(line.smiles.begin(), wordEnd, [](QChar c) { return c <= u' ' || c > u'~'; }))
         throw ConversionError(QStringLiteral("invalid SMILES: ") + line.smiles.section(u' ', 0, 0).left(60));
     const std::string smiles = line.smiles.toStdString();
