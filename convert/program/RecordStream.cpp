@@ -140,7 +140,7 @@ QList<QByteArray> textsOf(std::vector<Sketch> sketches, const Task& task, const 
 {
     OutputStyle style = options.style;
     style.firstDrawing = task.number;
-    const QString name =
+    const QString molecule =
         sketches.empty() || sketches.front().molecules.empty() ? QString() : sketches.front().molecules.front().name;
     try {
         if (!isNumbered(options.output))
@@ -151,9 +151,9 @@ QList<QByteArray> textsOf(std::vector<Sketch> sketches, const Task& task, const 
             texts.append(writeSketches({std::move(sketch)}, *options.to, options.style, notes));
         return texts;
     } catch (const std::bad_alloc&) {
-        throw ConversionError(locationOf(task.from.record, file, name) + QStringLiteral("not enough memory"));
+        throw ConversionError(locationOf(task.from.record, file, molecule) + QStringLiteral("not enough memory"));
     } catch (const std::exception& fault) {
-        throw ConversionError(locationOf(task.from.record, file, name) + QString::fromUtf8(fault.what()));
+        throw ConversionError(locationOf(task.from.record, file, molecule) + QString::fromUtf8(fault.what()));
     }
 }
 
