@@ -16,6 +16,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <map>
+#include <numeric>
 
 using namespace RDKit;
 
@@ -190,19 +193,22 @@ std::vector<Element> joined(const std::vector<Element>& elements)
 std::vector<Element> withForeignLabels(std::vector<Element> elements, const PictureMolecule& picture, double fontSize,
                                        bool asPaths)
 {
-    for (const auto& [atom, label] : picture.foreign) {
-        const auto isStandIn = [index = static_cast<int>(atom)](const Element& element) {
-            return element.atom == index;
-        };
-        const auto standIn = std::find_if(elements.begin(), elements.end(), isStandIn);
-        if (standIn == elements.end())
-            continue;
+    const auto isStandIn = [&](const Element& element) {
+        return element.atom >= 0 && picture.foreign.count(static_cast<unsigned>(element.atom)) > 0;
+    };
+    struct StandIn {
+        Element first;
         QRectF box;
-        for (const Element& element : elements)
-            if (isStandIn(element))
-                box |= extentOf(element);
-        Element own = *standIn;
-        own.position = QPointF(box.center().x() - textWidth(label, fontSize) / 2, box.bottom());
+    };
+    std::map<int, StandIn> standIns;
+    for (const Element& element : elements)
+        if (isStandIn(element))
+            standIns.try_emplace(element.atom, StandIn{element, {}}).first->second.box |= extentOf(element);
+    elements.erase(std::remove_if(elements.begin(), elements.end(), isStandIn), elements.end());
+    for (const auto& [atom, standIn] : standIns) {
+        const QString& label = picture.foreign.at(static_cast<unsigned>(atom));
+        Element own = standIn.first;
+        own.position = QPointF(standIn.box.center().x() - textWidth(label, fontSize) / 2, standIn.box.bottom());
         own.text = label;
         own.fontSize = fontSize;
         own.path = SvgPath();
@@ -210,7 +216,6 @@ std::vector<Element> withForeignLabels(std::vector<Element> elements, const Pict
             own.path = svgPathOf(outlines(label, fontSize).translated(own.position));
             own.text.clear();
         }
-        elements.erase(std::remove_if(elements.begin(), elements.end(), isStandIn), elements.end());
         elements.push_back(own);
     }
     return elements;
@@ -239,13 +244,20 @@ void setDashes(std::vector<Element>& elements, const PictureMolecule& picture)
     }
 }
 
+/// Works for black, too, which `QColor::lighter` leaves black.
+QColor closerToWhite(const QColor& color)
+{
+    const auto raised = [](int component) { return component + (255 - component + 7) / 8; };
+    return QColor(raised(color.red()), raised(color.green()), raised(color.blue()));
+}
+
 /// `color`, made darker or lighter until it can be seen on the background.
 QColor readableOn(const QColor& background, QColor color)
 {
     constexpr int leastContrast = 60; // of 255
     const int ground = background.alpha() < 128 ? 255 : qGray(background.rgb());
     while (std::abs(qGray(color.rgb()) - ground) < leastContrast)
-        color = ground < 128 ? color.lighter(130).lighter(130) : color.darker(115);
+        color = ground < 128 ? closerToWhite(color) : color.darker(115);
     return color;
 }
 
@@ -281,7 +293,11 @@ public:
         : picture(picture)
         , positions(positions)
         , background(background)
+        , fromLeft(positions.size())
     {
+        std::iota(fromLeft.begin(), fromLeft.end(), std::size_t(0));
+        std::sort(fromLeft.begin(), fromLeft.end(),
+                  [&](std::size_t a, std::size_t b) { return positions[a].x() < positions[b].x(); });
     }
 
     /// Adds the element in the colour of its atom, or its halves in those of the atoms of its bond.
@@ -325,11 +341,25 @@ private:
 
     std::size_t nearestTo(const QPointF& point) const
     {
-        const auto isNearer = [&](const QPointF& a, const QPointF& b) {
-            return distanceBetween(a, point) < distanceBetween(b, point);
+        const auto right = std::lower_bound(fromLeft.begin(), fromLeft.end(), point.x(),
+                                            [&](std::size_t atom, double x) { return positions[atom].x() < x; });
+        std::size_t nearest = 0;
+        double least = std::numeric_limits<double>::infinity();
+        // Whether atoms further in the same direction can be nearer still.
+        const auto goesOn = [&](std::size_t atom) {
+            if (std::fabs(positions[atom].x() - point.x()) > least)
+                return false;
+            if (const double distance = distanceBetween(positions[atom], point); distance < least) {
+                least = distance;
+                nearest = atom;
+            }
+            return true;
         };
-        const auto nearest = std::min_element(positions.begin(), positions.end(), isNearer);
-        return static_cast<std::size_t>(nearest - positions.begin());
+        for (auto atom = right; atom != fromLeft.end() && goesOn(*atom);)
+            ++atom;
+        for (auto atom = right; atom != fromLeft.begin() && goesOn(*std::prev(atom));)
+            --atom;
+        return nearest;
     }
 
     void addHalves(Element first, std::vector<Element>& colored) const
@@ -353,6 +383,7 @@ private:
     const PictureMolecule& picture;
     const std::vector<QPointF>& positions;
     QColor background;
+    std::vector<std::size_t> fromLeft; // the atoms, sorted by x
 };
 
 QByteArray svgOf(const Element& element)

@@ -522,17 +522,36 @@ private slots:
         QVERIFY(halves[0].box.right() <= halves[1].box.left() + 0.01);
     }
 
+    void aColourThatCannotBeSeenIsMadeVisible_data()
+    {
+        QTest::addColumn<QColor>("color");
+        QTest::addColumn<QColor>("background");
+        QTest::addColumn<bool>("isKept");
+        QTest::newRow("white on white") << QColor(Qt::white) << QColor(Qt::white) << false;
+        QTest::newRow("white on black") << QColor(Qt::white) << QColor(Qt::black) << true;
+        QTest::newRow("black on white") << QColor(Qt::black) << QColor(Qt::white) << true;
+        QTest::newRow("black on black") << QColor(Qt::black) << QColor(Qt::black) << false;
+        QTest::newRow("blue on black") << QColor(Qt::blue) << QColor(Qt::black) << false;
+        QTest::newRow("grey on the same grey") << QColor(127, 127, 127) << QColor(127, 127, 127) << false;
+        QTest::newRow("grey on a lighter one") << QColor(127, 127, 127) << QColor(128, 128, 128) << false;
+        QTest::newRow("white on nothing") << QColor(Qt::white) << QColor(Qt::transparent) << false;
+    }
+
     void aColourThatCannotBeSeenIsMadeVisible()
     {
+        QFETCH(const QColor, color);
+        QFETCH(const QColor, background);
+        QFETCH(const bool, isKept);
         Built built;
-        built.atom("Cl", 100, 100, {"255", "255", "255"});
+        built.atom("Cl", 100, 100,
+                   {QString::number(color.red()), QString::number(color.green()), QString::number(color.blue())});
         PictureStyle style;
         style.colors = PictureColors::Drawing;
-        const QColor onWhite(*colorsIn(partsOf(built.sketches(), style)).begin());
-        QVERIFY(qGray(onWhite.rgb()) < 200);
-        style.background = Qt::black;
-        const QColor onBlack(*colorsIn(partsOf(built.sketches(), style)).begin());
-        QVERIFY(qGray(onBlack.rgb()) > 200);
+        style.background = background;
+        const QColor drawn(*colorsIn(partsOf(built.sketches(), style)).begin());
+        const int ground = background.alpha() == 0 ? 255 : qGray(background.rgb());
+        QVERIFY2(std::abs(qGray(drawn.rgb()) - ground) >= 60, qPrintable(drawn.name()));
+        QCOMPARE(drawn == color, isKept);
     }
 
     void textIsTextOrPaths()
