@@ -45,6 +45,9 @@ struct Sketch {
 /// Scale of the library and of files in other formats: 30 canvas pixels are 1.5 angstroms.
 inline constexpr double pixelsPerAngstrom = 20;
 
+/// All molecules of the sketch as one, with the first name and the data of all.
+SketchMolecule combined(const Sketch& sketch);
+
 inline bool isWedge(const SketchBond& bond)
 {
     return !bond.kinds.empty() && isWedgeKind(bond.kinds.front());

@@ -171,8 +171,7 @@ std::unique_ptr<RWMol> withStereo(const RWMol& parsed)
 }
 
 /// Draws a parsed molecule; one in space without wedges gets those that its projection allows, unless the record was
-/// written from a drawing without wedges. Warns if the drawing
-/// shows other stereo than the file.
+/// written from a drawing without wedges. Warns if the drawing shows other stereo than the file.
 SketchMolecule drawingOf(const RWMol& parsed, const QString& place, bool isOurs, Notes& notes)
 {
     const std::unique_ptr<RWMol> meant = withStereo(parsed);
@@ -439,26 +438,6 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     if (!molecule.atoms.empty())
         text += property(colorsProperty, colorsOf(molecule));
     return text;
-}
-
-/// All molecules of the sketch combined into one.
-SketchMolecule combined(const Sketch& sketch)
-{
-    SketchMolecule all;
-    for (const SketchMolecule& molecule : sketch.molecules) {
-        const int first = static_cast<int>(all.atoms.size());
-        all.atoms.insert(all.atoms.end(), molecule.atoms.begin(), molecule.atoms.end());
-        for (SketchBond bond : molecule.bonds) {
-            bond.from += first;
-            bond.to += first;
-            all.bonds.push_back(bond);
-        }
-        if (all.name.isEmpty())
-            all.name = molecule.name;
-        for (const auto& entry : molecule.data)
-            all.data.push_back(entry);
-    }
-    return all;
 }
 
 /// The name of a record in warnings.

@@ -22,23 +22,6 @@ constexpr double usualBondLength = 1.5; // angstroms
 constexpr const char* labelProperty = "_displayLabel";
 constexpr const char* turnedLabelProperty = "_displayLabelW";
 
-SketchMolecule allOf(const Sketch& sketch)
-{
-    SketchMolecule all;
-    for (const SketchMolecule& molecule : sketch.molecules) {
-        const int first = static_cast<int>(all.atoms.size());
-        all.atoms.insert(all.atoms.end(), molecule.atoms.begin(), molecule.atoms.end());
-        for (SketchBond bond : molecule.bonds) {
-            bond.from += first;
-            bond.to += first;
-            all.bonds.push_back(std::move(bond));
-        }
-        if (all.name.isEmpty())
-            all.name = molecule.name;
-    }
-    return all;
-}
-
 void setLabel(Atom& atom, const QString& text, const QString& turned)
 {
     atom.setProp(labelProperty, text.toStdString());
@@ -138,7 +121,7 @@ QColor colorOf(const SketchAtom& atom)
 
 PictureMolecule pictureMolecule(const Sketch& sketch, bool carbons)
 {
-    const SketchMolecule drawn = allOf(sketch);
+    const SketchMolecule drawn = combined(sketch);
     PictureMolecule picture;
     Notes ignored; // what other formats cannot store is drawn
     picture.molecule = moleculeOf(drawn, MoleculeUse::V3000, ignored);
