@@ -122,6 +122,26 @@ int Inputs::descriptor() const
     return current ? current->file.descriptor() : -1;
 }
 
+void forEachRecord(const Options& options,
+                   const std::function<void(const Record&, const Format&, const QString& name)>& act,
+                   const std::function<void(const QString& message)>& fail)
+{
+    Inputs inputs(options);
+    for (;;) {
+        try {
+            const std::optional<InputRecord> next = inputs.next();
+            if (!next)
+                return;
+            const QString& file = options.inputs[static_cast<qsizetype>(next->input)];
+            act(next->record, inputFormat(options, file), shownName(file));
+        } catch (const UnreadableInput&) {
+            throw;
+        } catch (const ConversionError& fault) {
+            fail(fault.text());
+        }
+    }
+}
+
 const Format& inputFormat(const Options& options, const QString& fileName)
 {
     if (options.from)

@@ -2,6 +2,7 @@
 
 #include "convert/program/Options.h"
 
+#include <functional>
 #include <optional>
 
 /// A record and where it comes from.
@@ -42,6 +43,12 @@ private:
     std::unique_ptr<Input> current;
     std::size_t started = 0; ///< number of inputs
 };
+
+/// Calls `act` with each record of all inputs, its format and the name of its file for messages, and `fail` with the
+/// message of each ConversionError, also of one that `act` throws. Throws UnreadableInput if an input cannot be opened.
+void forEachRecord(const Options& options,
+                   const std::function<void(const Record&, const Format&, const QString& name)>& act,
+                   const std::function<void(const QString& message)>& fail);
 
 /// The format of an input. Throws ConversionError if it is unknown or can only be written.
 const Format& inputFormat(const Options& options, const QString& fileName);

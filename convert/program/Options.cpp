@@ -71,17 +71,6 @@ double numberOption(const QCommandLineParser& parser, const QString& option, dou
     return number;
 }
 
-int countOption(const QCommandLineParser& parser, const QString& option, int maximum, int defaultValue)
-{
-    if (!parser.isSet(option))
-        return defaultValue;
-    bool isNumber = false;
-    const int number = parser.value(option).toInt(&isNumber);
-    if (!isNumber || number < 1 || number > maximum)
-        fail(QStringLiteral("--%1 must be a whole number from 1 to %2").arg(option).arg(maximum));
-    return number;
-}
-
 QColor colorOption(const QCommandLineParser& parser, const QString& option)
 {
     const QString name = parser.value(option);
@@ -126,7 +115,7 @@ PictureStyle pictureStyle(const QCommandLineParser& parser)
     style.legend = parser.value(QStringLiteral("legend"));
     style.scale = numberOption(parser, "scale", 0.01, largestScale, style.scale);
     style.margin = numberOption(parser, "margin", 0, largestMargin, style.margin);
-    style.columns = countOption(parser, "columns", mostColumns, style.columns);
+    style.columns = wholeNumberOption(parser, "columns", mostColumns, style.columns);
     style.width = numberOption(parser, "width", 1, largestSize, style.width);
     style.height = numberOption(parser, "height", 1, largestSize, style.height);
     style.dpi = numberOption(parser, "dpi", 1, largestResolution, style.dpi);

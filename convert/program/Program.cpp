@@ -60,16 +60,23 @@ int convertSequence(const Options& options, Notes& notes)
     return status;
 }
 
-/// Converts all inputs to one drawing.
-int convertDrawing(const Options& options, Notes& notes)
+/// Reads all inputs into `sketches`. Returns the exit status after that; nothing must be written if it is badInput.
+int readSketches(const Options& options, std::vector<Sketch>& sketches, Notes& notes)
 {
     Tally tally;
-    std::vector<Sketch> sketches;
     for (auto& [file, sketch] : readInputs(options, tally, notes))
         sketches.push_back(std::move(sketch));
     const int status = statusOf(tally, options, shownOutput(options));
     if (status != badInput && sketches.empty())
         throw ConversionError(QStringLiteral("no record could be read"));
+    return status;
+}
+
+/// Converts all inputs to one drawing.
+int convertDrawing(const Options& options, Notes& notes)
+{
+    std::vector<Sketch> sketches;
+    const int status = readSketches(options, sketches, notes);
     if (status != badInput)
         writeAll(options.output, writeSketches(std::move(sketches), *options.to, options.style, notes));
     return status;
@@ -78,11 +85,8 @@ int convertDrawing(const Options& options, Notes& notes)
 /// Sets all inputs as a sheet, with a numbered file for each page.
 int convertSheet(const Options& options, Notes& notes)
 {
-    Tally tally;
     std::vector<Sketch> sketches;
-    for (auto& [file, sketch] : readInputs(options, tally, notes))
-        sketches.push_back(std::move(sketch));
-    const int status = statusOf(tally, options, shownOutput(options));
+    const int status = readSketches(options, sketches, notes);
     if (status == badInput)
         return status;
     const std::unique_ptr<Output> output = openNumberedOutput(options.output);
@@ -104,26 +108,15 @@ int convert(const Options& options, Notes& notes)
 bool checkAll(const Options& options)
 {
     bool valid = true;
-    Inputs inputs(options);
     const auto report = [&](const QString& fault) {
         valid = false;
         print(stdout, fault + u'\n');
     };
-    for (bool more = true; more;) {
-        try {
-            const std::optional<InputRecord> next = inputs.next();
-            more = next.has_value();
-            if (!more)
-                break;
-            const QString& file = options.inputs[static_cast<qsizetype>(next->input)];
-            for (const QString& fault : faultsOf(next->record, inputFormat(options, file), shownName(file)))
-                report(fault);
-        } catch (const UnreadableInput&) {
-            throw;
-        } catch (const ConversionError& fault) {
-            report(fault.text());
-        }
-    }
+    const auto check = [&](const Record& record, const Format& format, const QString& name) {
+        for (const QString& fault : faultsOf(record, format, name))
+            report(fault);
+    };
+    forEachRecord(options, check, report);
     return valid;
 }
 

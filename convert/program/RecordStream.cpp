@@ -312,26 +312,19 @@ Tally convertRecords(const Options& options, Output& output, Notes& notes)
 std::vector<std::pair<QString, Sketch>> readInputs(const Options& options, Tally& tally, Notes& notes)
 {
     std::vector<std::pair<QString, Sketch>> all;
-    Inputs inputs(options);
     Progress progress;
-    for (bool more = true; more;) {
-        try {
-            const std::optional<InputRecord> next = inputs.next();
-            more = next.has_value();
-            if (!more)
-                break;
-            ++tally.records;
-            const QString& file = options.inputs[static_cast<qsizetype>(next->input)];
-            for (Sketch& sketch : readRecord(next->record, inputFormat(options, file), shownName(file), notes))
-                all.emplace_back(shownName(file), std::move(sketch));
-        } catch (const UnreadableInput&) {
-            throw;
-        } catch (const ConversionError& fault) {
-            ++tally.failures;
-            progress.clear();
-            printError(fault.text());
-        }
+    const auto read = [&](const Record& record, const Format& format, const QString& name) {
+        ++tally.records;
+        for (Sketch& sketch : readRecord(record, format, name, notes))
+            all.emplace_back(name, std::move(sketch));
         progress.update(tally.records, tally.failures);
-    }
+    };
+    const auto fail = [&](const QString& fault) {
+        ++tally.failures;
+        progress.clear();
+        printError(fault);
+        progress.update(tally.records, tally.failures);
+    };
+    forEachRecord(options, read, fail);
     return all;
 }
