@@ -19,7 +19,10 @@ END
 preset=release
 for argument in "$@"; do
     case $argument in
-    --asan) preset=asan ;;
+    --asan)
+        preset=asan
+        build_packages+=("${fuzz_packages[@]}")
+        ;;
     --help | -h)
         usage
         exit 0
@@ -32,6 +35,7 @@ for argument in "$@"; do
 done
 
 say "Building KytStudio ($preset) and running all tests"
-install_missing "${build_packages[@]}" "${converter_packages[@]}" "${screen_packages[@]}" "${packaging_packages[@]}"
+install_missing "${build_packages[@]}" "${converter_packages[@]}" "${judge_packages[@]}" "${screen_packages[@]}" \
+    "${packaging_packages[@]}"
 build "$preset" all -DKYTSTUDIO_WERROR="${KYTSTUDIO_WERROR:-OFF}" -DBUILD_TESTING=ON
 exec ctest --preset "$preset" --parallel "${KYTSTUDIO_JOBS:-$(nproc)}"

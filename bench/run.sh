@@ -17,7 +17,7 @@ machine() {
         "$(. /etc/os-release && printf '%s' "$PRETTY_NAME")" "$(qtpaths6 --query QT_VERSION)"
 }
 
-install_missing "${build_packages[@]}" "${converter_packages[@]}" "${screen_packages[@]}" libxcb-xtest0-dev
+install_missing "${build_packages[@]}" "${converter_packages[@]}" "${screen_packages[@]}" "${judge_packages[@]}" libxcb-xtest0-dev
 for target in kytstudio kytconvert kytstudio_bench empty_window deep_bench i3d_bench; do
     build release "$target"
 done
@@ -32,6 +32,8 @@ done
     tests/on_screen build/release/bench/i3d_bench
     printf '%s\n\nThe converter:\n\n' "$fence"
     bench/convert.sh
+    printf '\n'
+    bench/lists.sh
 } | tee "$table"
 
 # Replace the text between the two marks in the page.

@@ -2,9 +2,12 @@
 
 #include <QLineF>
 #include <QPointF>
+#include <QPolygonF>
+#include <QRectF>
 
 #include <cmath>
 #include <numbers>
+#include <vector>
 
 inline constexpr double degreesPerRadian = 180 / std::numbers::pi;
 
@@ -39,3 +42,12 @@ double pixelDistance(const QPointF& a, const QPointF& b);
 /// The projection angle, in degrees, of a wedge whose ends are `depthDifference` apart in depth and `length` pixels
 /// apart on the canvas: 0 for equal depths, steepestAngle for different depths and length zero.
 double projectionAngle(double depthDifference, double length);
+
+/// The width of the lines of a down wedge, in canvas pixels.
+inline constexpr double hatchWidth = 1;
+
+/// The vertical lines that hatch a down wedge, from left to right: one every fifth of the horizontal extent of `wedge`,
+/// but at most 3 pixels apart, counted from its left edge, where the left side of the first line is. Each ends at the
+/// sides of the triangle `wedge` (canvas pixels). Lines outside `visible` are omitted, so that a wedge of any size is
+/// cheap to paint.
+std::vector<QLineF> hatchLines(const QPolygonF& wedge, const QRectF& visible);

@@ -21,6 +21,7 @@ void BondUpdate::update(KytBond* bond)
 {
     AffectedBond& moved = affectedBond(bond);
     moved.riseIsKnown = false;
+    isDeferring = isDeferring || rings.forgottenBonds() > stepLimit;
     if (!isDeferring) {
         propagateAlong(moved);
         isDeferring = !propagateOnwards();

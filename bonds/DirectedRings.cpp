@@ -8,6 +8,9 @@
 
 bool DirectedRings::climbsAround(const KytBond* bond)
 {
+    // The ends of stars are many, and in no ring.
+    if (bond->getToAtom()->outList.isEmpty() || bond->getFromAtom()->inList.isEmpty())
+        return false;
     const int set = setOf(bond->getFromAtom());
     return closed[set].climbs && setOf(bond->getToAtom()) == set;
 }

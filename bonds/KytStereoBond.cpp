@@ -7,6 +7,8 @@
 #include "model/DrawingStyle.h"
 #include "model/KytAtom.h"
 
+#include <QPainter>
+
 #include <cmath>
 
 namespace {
@@ -96,6 +98,22 @@ void KytStereoBond::setBrushColor(const QColor& brushColor)
         setBrush(QBrush(brushColor, Qt::SolidPattern));
     else if (bondType == KYTBT_StereoDown)
         setBrush(QBrush(brushColor, Qt::VerPattern));
+}
+
+void KytStereoBond::draw(QPainter& painter)
+{
+    if (brush().style() != Qt::VerPattern) {
+        QCanvasPolygon::draw(painter);
+        return;
+    }
+    // Round joins keep the outline within the antialiasing fringe, also at the narrow end.
+    painter.setPen(QPen(brush().color(), hatchWidth, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    const QPolygonF wedge = QPolygonF(points()).translated(x(), y());
+    painter.drawPolygon(wedge);
+    const QRectF visible = painter.worldTransform().inverted().mapRect(QRectF(painter.window()));
+    for (const QLineF& line : hatchLines(wedge, visible))
+        painter.drawLine(line);
 }
 
 void KytStereoBond::moveBy(double dx, double dy)

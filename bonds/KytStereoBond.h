@@ -44,6 +44,10 @@ public:
     float pangle;                        ///< projection angle
     QCanvasText* canvasSymbol = nullptr; ///< not used
 
+protected:
+    /// Paints a down wedge itself: the brush's pattern is fixed to the screen and shows two lines of a narrow wedge.
+    void draw(QPainter& painter) override;
+
 private:
     void setBrushColor(const QColor& brushColor);
 };

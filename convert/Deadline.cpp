@@ -5,24 +5,26 @@
 #include <algorithm>
 #include <csignal>
 #include <cstring>
+#include <utility>
 
 #include <sys/time.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int seconds = 60;
-constexpr int badInput = 2; // exit status
+int limitSeconds = 60;
+bool anyActive = false;
 
 char message[512];
 std::size_t length = 0;
+int status = 0;
 
 /// Signal handler: only async-signal-safe calls are allowed here.
 void handleTimeout(int)
 {
     const ssize_t written = write(STDERR_FILENO, message, length);
     static_cast<void>(written);
-    _exit(badInput);
+    _exit(status);
 }
 
 void setTimer(int secondsLeft)
@@ -32,19 +34,47 @@ void setTimer(int secondsLeft)
     setitimer(ITIMER_PROF, &timer, nullptr);
 }
 
+/// Starts the time, unless it is running. Returns whether it was started.
+bool start(const QByteArray& text, int exitStatus)
+{
+    if (std::exchange(anyActive, true))
+        return false;
+    length = std::min(sizeof message, static_cast<std::size_t>(text.size()));
+    std::memcpy(message, text.constData(), length);
+    status = exitStatus;
+    std::signal(SIGPROF, handleTimeout);
+    setTimer(limitSeconds);
+    return true;
+}
+
 } // namespace
 
 Deadline::Deadline(const QString& context)
+    : isActive(start("kytconvert: " + context.toUtf8().left(400) + ": timed out after "
+                         + QByteArray::number(limitSeconds) + " s\n",
+                     exitStatus))
 {
-    const QByteArray text =
-        "kytconvert: " + context.toUtf8().left(400) + ": timed out after " + QByteArray::number(seconds) + " s\n";
-    length = std::min(sizeof message, static_cast<std::size_t>(text.size()));
-    std::memcpy(message, text.constData(), length);
-    std::signal(SIGPROF, handleTimeout);
-    setTimer(seconds);
+}
+
+Deadline::Deadline(Worker)
+    : isActive(start(QByteArray(), workerExitStatus))
+{
 }
 
 Deadline::~Deadline()
 {
+    if (!isActive)
+        return;
     setTimer(0);
+    anyActive = false;
+}
+
+void Deadline::setLimit(int seconds)
+{
+    limitSeconds = seconds;
+}
+
+int Deadline::limit()
+{
+    return limitSeconds;
 }

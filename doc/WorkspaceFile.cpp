@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <cerrno>
@@ -76,16 +75,6 @@ bool writeAll(QSaveFile& file, const QByteArray& text)
     return true;
 }
 
-/// Writes `text` to the opened file, flushes and commits it. Returns an error message, empty on success.
-QString writeAndCommit(QSaveFile& file, const QByteArray& text)
-{
-    if (!writeAll(file, text))
-        return file.errorString();
-    if (!syncToDisk(file.handle()))
-        return QString::fromLocal8Bit(std::strerror(errno));
-    return file.commit() ? QString() : file.errorString();
-}
-
 } // namespace
 
 QByteArray workspaceText(QCanvas& canvas)
@@ -97,24 +86,53 @@ QByteArray workspaceText(QCanvas& canvas)
     return text;
 }
 
-QString writeWholeFile(const QString& fileName, const QByteArray& text)
+FileReplacement::FileReplacement(const QString& fileName)
+    : file(fileName)
 {
-    if (fileName.isEmpty())
+}
+
+QString FileReplacement::open(Fallback fallback)
+{
+    if (file.fileName().isEmpty())
         return QStringLiteral("no file name");
-    if (!isWritableKind(fileName))
+    if (!isWritableKind(file.fileName()))
         return QStringLiteral("not a regular file");
-    QSaveFile file(fileName);
-    file.setDirectWriteFallback(true);
+    file.setDirectWriteFallback(fallback == Fallback::Overwrite);
     struct stat old;
-    const bool exists = stat(QFile::encodeName(fileName).constData(), &old) == 0;
+    const bool exists = stat(QFile::encodeName(file.fileName()).constData(), &old) == 0;
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return file.errorString();
     if (exists)
         keepOwner(old, file.handle());
-    QString error = writeAndCommit(file, text);
-    if (error.isEmpty())
-        syncFolderOf(fileName);
-    else
-        file.cancelWriting();
+    return QString();
+}
+
+QString FileReplacement::write(const QByteArray& text)
+{
+    return writeAll(file, text) ? QString() : cancel(file.errorString());
+}
+
+QString FileReplacement::commit()
+{
+    if (!syncToDisk(file.handle()))
+        return cancel(QString::fromLocal8Bit(std::strerror(errno)));
+    if (!file.commit())
+        return file.errorString();
+    syncFolderOf(file.fileName());
+    return QString();
+}
+
+QString FileReplacement::cancel(const QString& error)
+{
+    file.cancelWriting();
     return error;
+}
+
+QString writeWholeFile(const QString& fileName, const QByteArray& text)
+{
+    FileReplacement file(fileName);
+    QString error = file.open(FileReplacement::Fallback::Overwrite);
+    if (error.isEmpty())
+        error = file.write(text);
+    return error.isEmpty() ? file.commit() : error;
 }

@@ -33,5 +33,5 @@ public:
 
 private:
     quint64 number;
-    const Marks marks;
+    [[maybe_unused]] const Marks marks; // only debug builds read it
 };

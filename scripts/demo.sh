@@ -26,5 +26,8 @@ if [ "${1:-}" = --update-pictures ]; then
     for picture in viewer-wedges viewer-cubane viewer-hexane; do
         copy_picture $picture 400x300 -shave 8x8 -bordercolor black -border 1 -fuzz 5% -trim +repage -border 40
     done
+    # The paper picture of a sample that the manual shows beside its window, and all looks beside RDKit's own.
+    build/release/kytconvert data/alanine.kyt -o docs/pictures/alanine-paper.png --dpi 160
+    scripts/compare_pictures.py build/release/kytconvert docs/pictures/looks.png
 fi
 say "Done: workspaces and pictures are in build/demo/"

@@ -9,10 +9,10 @@ usage() {
 Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
 
 Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
-runs each with libFuzzer for SECONDS (default: 60). TARGET is workspace, tree, molfile or
-smiles; by default, all are run, one per processor at a time. Inputs that reach new code are
-kept in build/fuzz/corpus for the next run. Inputs that fail end the run of their target and are
-copied to tests/fuzz/found, which ./test.sh replays.
+runs each with libFuzzer for SECONDS (default: 60). TARGET is workspace, tree, molfile,
+smiles, csv, cdxml or gzip; by default, all are run, one per processor at a time. Inputs that
+reach new code are kept in build/fuzz/corpus for the next run. Inputs that fail end the run of
+their target and are copied to tests/fuzz/found, which ./test.sh replays.
 
 Set KYTSTUDIO_FUZZ_MAX_LEN for inputs of more than 1024 bytes.
 
@@ -31,7 +31,7 @@ for argument in "$@"; do
         usage
         exit 0
         ;;
-    workspace | tree | molfile | smiles) targets+=("$argument") ;;
+    workspace | tree | molfile | smiles | csv | cdxml | gzip) targets+=("$argument") ;;
     *)
         if [ -n "$seconds" ] || ! [[ $argument =~ ^[1-9][0-9]*$ ]]; then
             echo "fuzz.sh: invalid argument \"$argument\" (see --help)" >&2
@@ -41,7 +41,7 @@ for argument in "$@"; do
         ;;
     esac
 done
-[ ${#targets[@]} -gt 0 ] || targets=(workspace tree molfile smiles)
+[ ${#targets[@]} -gt 0 ] || targets=(workspace tree molfile smiles csv cdxml gzip)
 
 # libFuzzer checks for leaks after every input that may have leaked.
 export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=8
@@ -55,7 +55,7 @@ last_number() {
 
 # fuzz TARGET: runs one target; fails if an input fails.
 fuzz() {
-    local target=$1 program=build/fuzz/tests/fuzz/fuzz_$1
+    local target=$1 program=build/asan/tests/fuzz/fuzz_$1
     local corpus=build/fuzz/corpus/$target found=tests/fuzz/found/$target log=build/fuzz/fuzz_$target.log
     local new=build/fuzz/new/$target
     mkdir -p "$corpus" "$found"
@@ -88,7 +88,7 @@ fuzz() {
 }
 
 install_missing "${build_packages[@]}" "${converter_packages[@]}" "${fuzz_packages[@]}"
-build fuzz fuzz
+build asan fuzz -DBUILD_TESTING=ON
 status=0
 jobs=${KYTSTUDIO_JOBS:-$(nproc)}
 for ((first = 0; first < ${#targets[@]}; first += jobs)); do

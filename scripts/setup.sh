@@ -12,11 +12,16 @@ build_packages=(
 )
 screen_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # Additional packages for building kytconvert; the editor does not need them.
-converter_packages=(librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev qt6-svg-dev)
+converter_packages=(
+    librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev zlib1g-dev libinchi-dev qt6-svg-dev
+)
+# Other programs that read in tests what kytconvert writes; nothing needs them to be built or run.
+judge_packages=(python3-rdkit openbabel)
 # Packages for creating and checking the Debian package, and for checking metadata, icons and scripts.
 packaging_packages=(
     dpkg-dev fakeroot file lintian
     desktop-file-utils appstream libxml2-utils shared-mime-info man-db groff-base bsdextrautils librsvg2-bin shellcheck
+    tumbler dbus libglib2.0-bin imagemagick
 )
 fuzz_packages=(clang libclang-rt-dev llvm)
 

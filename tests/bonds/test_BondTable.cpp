@@ -20,6 +20,7 @@ std::vector<BondCell> filledCellByCell(const QList<KytAtom*>& atoms)
             cells[{indexOf(bond->fromAtom), indexOf(bond->toAtom)}] = bond;
     }
     std::vector<BondCell> table;
+    table.reserve(cells.size());
     for (const auto& [place, bond] : cells)
         table.push_back({place.first, place.second, bond});
     return table;

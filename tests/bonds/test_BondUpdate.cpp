@@ -193,7 +193,7 @@ QString difference(const Drawn& drawn, const DepthByRecursion& expected)
                 .arg(double(expected.depth.at(drawn.atoms[i])), 0, 'g', 9);
     for (int i = 0; i < drawn.bonds.size(); ++i) {
         KytBond* bond = drawn.bonds[i];
-        if (isDrawnWithAStart(bond) && isLaidOut(bond) != (expected.laidOut.count(bond) > 0))
+        if (isDrawnWithAStart(bond) && isLaidOut(bond) != expected.laidOut.contains(bond))
             return QStringLiteral("bond %1 is %2laid out").arg(i).arg(isLaidOut(bond) ? "" : "not ");
     }
     return QString();

@@ -377,7 +377,7 @@ private slots:
         l.to->moveBy(10, 10);
         l.from->setAtomZ(3);
         QCOMPARE(l.to->getAtomZ(), 3.0F);
-        for (int i = 0; i < 2 && l.d.lines().size() > 0; ++i)
+        for (int i = 0; i < 2 && !l.d.lines().empty(); ++i)
             delete (l.bond->bond1 ? l.bond->bond1 : l.bond->bond2);
         QCOMPARE(l.d.lines().size(), 0);
         delete l.from;

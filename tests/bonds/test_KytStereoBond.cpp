@@ -2,6 +2,8 @@
 #include "tests/support/Drawing.h"
 #include "tests/support/Near.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QTest>
 
 #include <climits>
@@ -33,6 +35,42 @@ struct Wedge {
 QPolygon corners(QPoint a, QPoint b, QPoint c)
 {
     return QPolygon({a, b, c});
+}
+
+/// How many stretches of ink the row with the most has.
+int mostStrokes(const QImage& image)
+{
+    int most = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        int strokes = 0;
+        for (int x = 1; x < image.width(); ++x)
+            strokes += qGray(image.pixel(x, y)) < 128 && qGray(image.pixel(x - 1, y)) >= 128;
+        most = std::max(most, strokes);
+    }
+    return most;
+}
+
+/// An area of the canvas on a screen of this density.
+QImage painted(const QCanvas& canvas, double density, const QRect& area = QRect(0, 0, 200, 100))
+{
+    QImage image(area.size() * density, QImage::Format_RGB32);
+    image.setDevicePixelRatio(density);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(-area.topLeft());
+    canvas.paint(painter, area);
+    return image;
+}
+
+/// The columns of a 1:1 picture in which the row has ink.
+QList<int> inkInRow(const QImage& image, int y)
+{
+    QList<int> columns;
+    for (int x = 0; x < image.width(); ++x)
+        if (qGray(image.pixel(x, y)) < 128)
+            columns.append(x);
+    return columns;
 }
 
 } // namespace
@@ -138,6 +176,82 @@ private slots:
         w.wedge->stopHover();
         QCOMPARE(w.wedge->brush().color(), QColor(9, 8, 7));
         QCOMPARE(w.wedge->brush().style(), pattern);
+    }
+
+    void theLinesOfADownWedgeCanBeToldApart_data()
+    {
+        QTest::addColumn<double>("length");
+        QTest::addColumn<double>("density");
+        for (const double length : {12.0, 15.0, 18.0, 30.0, 100.0})
+            for (const double density : {1.0, 1.5, 2.0})
+                QTest::addRow("%g pixels at %g", length, density) << length << density;
+    }
+
+    // No row crosses all lines of a slanted wedge: there, four in one row are as many as one can see.
+    void theLinesOfADownWedgeCanBeToldApart()
+    {
+        QFETCH(double, length);
+        QFETCH(double, density);
+        for (int degrees = 0; degrees < 360; degrees += 15) {
+            for (int shift = 0; shift < 3; ++shift) {
+                Drawing d;
+                const double angle = degrees / degreesPerRadian;
+                KytAtom* start = d.atom(50 + shift, 50);
+                const KytBond* bond =
+                    d.bond(start, d.atom(start->x() + length * std::cos(angle), 50 + length * std::sin(angle)),
+                           {KYTBT_StereoDown});
+                for (KytAtom* atom : d.atoms())
+                    atom->hide();
+                QVERIFY(hatchLines(*bond->stereoBond->pa, QRectF(-500, -500, 1000, 1000)).size() >= 4);
+                const QRect area(-60, -60, 240, 240);
+                const int strokes = mostStrokes(painted(*d.canvas(), density, area));
+                QVERIFY2(strokes >= (degrees % 90 == 0 ? 5 : 4),
+                         qPrintable(QStringLiteral("%1 at %2 degrees").arg(strokes).arg(degrees)));
+            }
+        }
+    }
+
+    void theLinesOfADownWedgeAreThreePixelsApartFromItsLeftEdge()
+    {
+        Drawing d;
+        d.bond(d.atom(50, 50), d.atom(80, 50), {KYTBT_StereoDown});
+        for (KytAtom* atom : d.atoms())
+            atom->hide();
+        const QList<int> columns = inkInRow(painted(*d.canvas(), 1), 50);
+        for (const int line : {59, 62, 65, 68, 71, 74, 77})
+            QVERIFY2(columns.contains(line) && !columns.contains(line + 1) && !columns.contains(line + 2),
+                     qPrintable(QString::number(line)));
+    }
+
+    void theLinesAndTheOutlineHaveTheBrushsColour()
+    {
+        Drawing d;
+        KytBond* bond = d.bond(d.atom(50, 50), d.atom(80, 50), {KYTBT_StereoDown});
+        for (KytAtom* atom : d.atoms())
+            atom->hide();
+        QCOMPARE(painted(*d.canvas(), 1).pixelColor(65, 50), blue);
+        bond->stereoBond->startHover();
+        QCOMPARE(painted(*d.canvas(), 1).pixelColor(65, 50), green);
+        QVERIFY(painted(*d.canvas(), 2).pixelColor(159, 92) == green); // the outline of the wide end, above the axis
+    }
+
+    void anUpWedgeIsFilledWithoutAnOutline()
+    {
+        Drawing d;
+        d.bond(d.atom(50, 50), d.atom(80, 50), {KYTBT_StereoUp});
+        for (KytAtom* atom : d.atoms())
+            atom->hide();
+        const QImage image = painted(*d.canvas(), 1);
+        QCOMPARE(image.pixelColor(70, 50), blue);
+        QCOMPARE(image.pixelColor(80, 50), QColor(Qt::white));
+    }
+
+    void aDownWedgeOfAnySizeIsPaintedAtOnce()
+    {
+        Wedge w(KYTBT_StereoDown);
+        *w.wedge->pa = corners({INT_MIN, 0}, {INT_MAX, 1000}, {INT_MAX, -1000});
+        w.wedge->setPoints(*w.wedge->pa);
+        QVERIFY(mostStrokes(painted(*w.d.canvas(), 1)) > 60);
     }
 
     void cornersAreSetByEndAndCutTowardsZero()

@@ -1,26 +1,35 @@
 #pragma once
 
-#include "convert/Conversion.h"
+#include "convert/program/Conversion.h"
 
-inline std::vector<Sketch> read(const QByteArray& text, Format format)
+/// Reads `text` in the format with this extension.
+inline std::vector<Sketch> read(const QByteArray& text, const QString& format)
 {
     Notes notes;
-    return readSketches(text, format, "test", notes);
+    return readSketches(text, *formatNamed(format), "test", notes);
 }
 
-inline QByteArray write(const std::vector<Sketch>& sketches, Format format, bool v3000 = false)
+inline QByteArray write(const std::vector<Sketch>& sketches, const QString& format, bool v3000 = false)
 {
     Notes notes;
     OutputStyle style;
     style.v3000 = v3000;
-    return writeSketches(sketches, format, style, notes);
+    return writeSketches(sketches, *formatNamed(format), style, notes);
+}
+
+/// What a conversion of this kind never carries over.
+inline QStringList detailsOf(const QByteArray& text, const QString& from, const QString& to)
+{
+    Notes notes;
+    writeSketches(readSketches(text, *formatNamed(from), "test", notes), *formatNamed(to), OutputStyle(), notes);
+    return notes.detailLines();
 }
 
 /// What a conversion could not carry over.
-inline QStringList notesOf(const QByteArray& text, Format from, Format to)
+inline QStringList notesOf(const QByteArray& text, const QString& from, const QString& to)
 {
     Notes notes;
-    writeSketches(readSketches(text, from, "test", notes), to, OutputStyle(), notes);
+    writeSketches(readSketches(text, *formatNamed(from), "test", notes), *formatNamed(to), OutputStyle(), notes);
     return notes.lines();
 }
 

@@ -1,5 +1,6 @@
-#include "convert/Chemistry.h"
-#include "convert/Placement.h"
+#include "convert/chemistry/Placement.h"
+#include "convert/chemistry/StartChemistry.h"
+#include "convert/formats/Molfile.h"
 #include "tests/convert/Converting.h"
 #include "tests/convert/Molfiles.h"
 #include "tests/support/Files.h"
@@ -81,11 +82,11 @@ QString difference(const std::vector<Sketch>& a, const std::vector<Sketch>& b)
 }
 
 /// Through a molfile or an SD file and back.
-QString lossThrough(const QByteArray& workspace, Format format, bool v3000)
+QString lossThrough(const QByteArray& workspace, const QString& format, bool v3000)
 {
-    const std::vector<Sketch> before = read(workspace, Format::Workspace);
+    const std::vector<Sketch> before = read(workspace, "kyt");
     const std::vector<Sketch> between = read(write(before, format, v3000), format);
-    return difference(before, read(write(between, Format::Workspace), Format::Workspace));
+    return difference(before, read(write(between, "kyt"), "kyt"));
 }
 
 SketchMolecule randomMolecule(QRandomGenerator& random)
@@ -205,7 +206,7 @@ private slots:
         const double length = row.captured(1).toDouble();
 
         const QByteArray text = readFile("lib/" + molecule + ".kyf");
-        const QByteArray molfile = write(read(text, Format::Workspace), Format::Molfile);
+        const QByteArray molfile = write(read(text, "kyt"), "mol");
         const std::unique_ptr<RDKit::RWMol> read(RDKit::MolBlockToMol(molfile.toStdString(), false, false));
         int found = 0;
         for (const RDKit::Bond* bond : read->bonds()) {
@@ -222,13 +223,13 @@ private slots:
     void libraryAndSamplesSurviveMolfiles_data()
     {
         QTest::addColumn<QString>("fileName");
-        QTest::addColumn<Format>("format");
+        QTest::addColumn<QString>("format");
         QTest::addColumn<bool>("v3000");
         for (const char* name : {"lib/benzene.kyf", "lib/cubane.kyf", "lib/hexane.kyf", "lib/megaphon.kyf",
                                  "lib/prop.kyf", "lib/water.kyf", "data/alanine.kyt", "data/caffeine.kyt"}) {
-            for (const Format format : {Format::Molfile, Format::SdFile}) {
+            for (const char* format : {"mol", "sdf"}) {
                 for (const bool v3000 : {false, true})
-                    QTest::addRow("%s %s %s", name, format == Format::Molfile ? "molfile" : "SD file",
+                    QTest::addRow("%s %s %s", name, QByteArray(format) == "mol" ? "molfile" : "SD file",
                                   v3000 ? "V3000" : "V2000")
                         << name << format << v3000;
             }
@@ -238,7 +239,7 @@ private slots:
     void libraryAndSamplesSurviveMolfiles()
     {
         QFETCH(QString, fileName);
-        QFETCH(Format, format);
+        QFETCH(QString, format);
         QFETCH(bool, v3000);
         const QByteArray text = readFile(fileName);
         QCOMPARE(lossThrough(text, format, v3000), QString());
@@ -246,69 +247,141 @@ private slots:
 
     void randomDrawingsSurviveMolfiles_data()
     {
-        QTest::addColumn<Format>("format");
+        QTest::addColumn<QString>("format");
         QTest::addColumn<bool>("v3000");
-        QTest::newRow("molfile V2000") << Format::Molfile << false;
-        QTest::newRow("molfile V3000") << Format::Molfile << true;
-        QTest::newRow("SD file V2000") << Format::SdFile << false;
-        QTest::newRow("SD file V3000") << Format::SdFile << true;
+        QTest::newRow("molfile V2000") << "mol" << false;
+        QTest::newRow("molfile V3000") << "mol" << true;
+        QTest::newRow("SD file V2000") << "sdf" << false;
+        QTest::newRow("SD file V3000") << "sdf" << true;
     }
 
     void randomDrawingsSurviveMolfiles()
     {
-        QFETCH(Format, format);
+        QFETCH(QString, format);
         QFETCH(bool, v3000);
         QRandomGenerator random(11);
         for (int round = 0; round < 100; ++round)
-            QCOMPARE(lossThrough(write({randomSketch(random)}, Format::Workspace), format, v3000), QString());
+            QCOMPARE(lossThrough(write({randomSketch(random)}, "kyt"), format, v3000), QString());
     }
 
     void aDrawingTooLargeForV2000SurvivesV3000()
     {
         const Sketch sketch = chainOf(1200);
-        QCOMPARE(difference({sketch}, read(write({sketch}, Format::Molfile), Format::Molfile)), QString());
+        QCOMPARE(difference({sketch}, read(write({sketch}, "mol"), "mol")), QString());
     }
 
     void scaleAndAxesOfAMolfile()
     {
-        const QByteArray text =
-            write(read("KYTFILE MOLECULE 1 0 ATOM N+ 130 45 -30 1 2 3 END_MOLECULE END_KYTFILE", Format::Workspace),
-                  Format::Molfile);
+        const QByteArray text = write(read("KYTFILE MOLECULE 2 1 ATOM N+ 130 45 -30 1 2 3 ATOM C 160 45 0 4 5 6 "
+                                           "BOND 0 1 1 1 END_MOLECULE END_KYTFILE",
+                                           "kyt"),
+                                      "mol");
         QVERIFY(text.contains("    6.5000   -2.2500   -1.5000 N "));
         QVERIFY(text.contains("M  CHG  1   1   1"));
         QVERIFY(text.contains("KYTSTUDIO_COLORS>\n1 1 2 3\n"));
     }
 
+    void depthsOfAFlatDrawingGoIntoAProperty_data()
+    {
+        QTest::addColumn<bool>("v3000");
+        QTest::newRow("V2000") << false;
+        QTest::newRow("V3000") << true;
+    }
+
+    void depthsOfAFlatDrawingGoIntoAProperty()
+    {
+        QFETCH(bool, v3000);
+        Sketch sketch = chainOf(4);
+        sketch.molecules[0].bonds[1].kinds = {KYTBT_StereoUp};
+        sketch.molecules[0].atoms[2].depth = sketch.molecules[0].atoms[3].depth = 12.345678F;
+        const QByteArray text = write({sketch}, "mol", v3000);
+        QVERIFY(text.contains("RDKit          2D"));
+        QVERIFY2(text.contains(">  <KYTSTUDIO_DEPTHS>\n2 0\n2 12.3456783\n"), text.constData());
+        const SketchMolecule again = read(text, "mol")[0].molecules[0];
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(again.atoms[i].depth, sketch.molecules[0].atoms[i].depth);
+    }
+
+    void aShapeInSpaceKeepsZ()
+    {
+        const QByteArray text = write(read(readFile("lib/cubane.kyf"), "kyt"), "mol");
+        QVERIFY(text.contains("RDKit          3D"));
+        QVERIFY(!text.contains("KYTSTUDIO_DEPTHS"));
+        QVERIFY(!write(read(readFile("lib/benzene.kyf"), "kyt"), "mol").contains("KYTSTUDIO_DEPTHS"));
+    }
+
+    void depthsThatDoNotMatchAreNoted_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("noted");
+        QTest::newRow("as many as atoms") << QByteArray("2 5") << false;
+        QTest::newRow("one each") << QByteArray("1 0\n1 -5.5") << false;
+        for (const char* wrong : {"1 5", "3 5", "2 x", "2 nan", "2 inf", "2 1e30", "0 5", "-1 5", "2", "2 5 5"})
+            QTest::newRow(wrong) << QByteArray(wrong) << true;
+    }
+
+    void depthsThatDoNotMatchAreNoted()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, noted);
+        const QByteArray record = recordWith(propertyText("KYTSTUDIO_DEPTHS", text));
+        const QStringList note("KYTSTUDIO_DEPTHS properties that do not match the molecule: not fully applied (1)");
+        QCOMPARE(notesOf(record, "sdf", "kyt"), noted ? note : QStringList());
+    }
+
+    void openDoubleBondsStayOpen_data()
+    {
+        QTest::addColumn<bool>("v3000");
+        QTest::addColumn<QByteArray>("mark");
+        QTest::newRow("V2000") << false << QByteArray("  2  3  2  3");
+        QTest::newRow("V3000") << true << QByteArray("M  V30 2 2 2 3 CFG=2");
+    }
+
+    void openDoubleBondsStayOpen()
+    {
+        QFETCH(bool, v3000);
+        QFETCH(QByteArray, mark);
+        const QByteArray open = write(read("CC=CC", "smi"), "sdf", v3000);
+        QVERIFY2(open.contains(mark), open.constData());
+        const QByteArray again = write(read(open, "sdf"), "sdf", v3000);
+        QVERIFY2(again.contains(mark), again.constData());
+        QCOMPARE(write(read(open, "sdf"), "smi"), QByteArray("CC=CC\n"));
+        const QByteArray closed = write(read("C/C=C/C", "smi"), "sdf", v3000);
+        QVERIFY2(!closed.contains(mark), closed.constData());
+        QCOMPARE(write(read(closed, "sdf"), "smi"), QByteArray("C/C=C/C\n"));
+    }
+
     void wedgesAreWrittenWithTheNarrowEndFirst()
     {
-        const QByteArray text =
-            write(read(workspaceWith("BOND 2 1 1 2\nBOND 1 0 1 3"), Format::Workspace), Format::Molfile);
+        const QByteArray text = write(read(workspaceWith("BOND 2 1 1 2\nBOND 1 0 1 3"), "kyt"), "mol");
         QVERIFY(text.contains("  3  2  1  1"));
         QVERIFY(text.contains("  2  1  1  6"));
     }
 
     void aHydrogenBondIsOfAnyKindInV2000AndOfItsOwnInV3000()
     {
-        const std::vector<Sketch> sketches = read(workspaceWith("BOND 0 1 1 0"), Format::Workspace);
-        QVERIFY(write(sketches, Format::Molfile).contains("  1  2  8  0"));
-        QVERIFY(write(sketches, Format::Molfile, true).contains("M  V30 1 10 1 2"));
+        const std::vector<Sketch> sketches = read(workspaceWith("BOND 0 1 1 0"), "kyt");
+        QVERIFY(write(sketches, "mol").contains("  1  2  8  0"));
+        QVERIFY(write(sketches, "mol", true).contains("M  V30 1 10 1 2"));
     }
 
     void aCoordinativeBondOfAV2000FileIsSingle()
     {
-        const SketchMolecule molecule = read(molfileWith("  1  2  9  0\n"), Format::Molfile)[0].molecules[0];
+        const SketchMolecule molecule = read(molfileWith("  1  2  9  0\n"), "mol")[0].molecules[0];
         QCOMPARE(molecule.bonds[0].kinds, std::vector{KYTBT_SingleBond});
     }
 
     void namesThatShareAMolfileAreCounted()
     {
-        const QStringList notes = notesOf("C one\nCC two\nCCC\nCCCC four", Format::Smiles, Format::Molfile);
+        const QByteArray text = "C one\nCC two\nCCC\nCCCC four";
+        QCOMPARE(notesOf(text, "smi", "mol"), QStringList());
+        const QStringList notes = detailsOf(text, "smi", "mol");
         QCOMPARE(notes, QStringList("molecule names other than the first in a molfile: discarded (2)"));
     }
 
     void aSoundDrawingIsWrittenWithoutAWord()
     {
-        QCOMPARE(notesOf(readFile("lib/benzene.kyf"), Format::Workspace, Format::Molfile), QStringList());
+        QCOMPARE(notesOf(readFile("lib/benzene.kyf"), "kyt", "mol"), QStringList());
     }
 
     void anAliasIsTheSymbol()
@@ -316,7 +389,7 @@ private slots:
         const QByteArray text = "\n  test\n\n  2  1  0  0  0  0  0  0  0  0999 V2000\n"
                                 "    0.0000    0.0000    0.0000 C   0  0\n"
                                 "    1.5000    0.0000    0.0000 C   0  0\n  1  2  1  0\nA    2\nOMe\nM  END\n";
-        QCOMPARE(read(text, Format::Molfile)[0].molecules[0].atoms[1].symbol, QString("OMe"));
+        QCOMPARE(read(text, "mol")[0].molecules[0].atoms[1].symbol, QString("OMe"));
     }
 
     void aSymbolThatIsNoElementIsALabel_data()
@@ -338,7 +411,7 @@ private slots:
     void aSymbolThatIsNoElementIsALabel()
     {
         QFETCH(QByteArray, text);
-        const SketchMolecule molecule = read(text, Format::Molfile)[0].molecules[0];
+        const SketchMolecule molecule = read(text, "mol")[0].molecules[0];
         QStringList symbols;
         for (const SketchAtom& atom : molecule.atoms)
             symbols.append(atom.symbol);
@@ -348,18 +421,18 @@ private slots:
 
     void aColourThatWouldEndTheMoleculeIsNotTaken()
     {
-        const QByteArray text = write(read("CO", Format::Smiles), Format::SdFile);
+        const QByteArray text = write(read("CO", "smi"), "sdf");
         const QByteArray spoiled = QByteArray(text).replace("1 64 64 64", "1 64 64 END_MOLECULE");
         QVERIFY(spoiled != text);
-        const QByteArray workspace = write(read(spoiled, Format::SdFile), Format::Workspace);
-        QCOMPARE(read(workspace, Format::Workspace)[0].molecules[0].atoms.size(), std::size_t{2});
+        const QByteArray workspace = write(read(spoiled, "sdf"), "kyt");
+        QCOMPARE(read(workspace, "kyt")[0].molecules[0].atoms.size(), std::size_t{2});
     }
 
     void propertiesAndNamesPassFromSdFileToSdFile()
     {
-        QByteArray text = write(read("CCO ethanol", Format::Smiles), Format::SdFile);
+        QByteArray text = write(read("CCO ethanol", "smi"), "sdf");
         text.replace("M  END\n", "M  END\n> 25 <BOILING.POINT>\n78.4\nC\n\n");
-        const QByteArray again = write(read(text, Format::SdFile), Format::SdFile);
+        const QByteArray again = write(read(text, "sdf"), "sdf");
         QVERIFY(again.startsWith("ethanol\n"));
         QVERIFY(again.contains("<BOILING.POINT>\n78.4\nC\n"));
     }
@@ -368,11 +441,11 @@ private slots:
     {
         Sketch sketch;
         sketch.molecules.emplace_back();
-        const QByteArray molfile = write({sketch}, Format::Molfile);
+        const QByteArray molfile = write({sketch}, "mol");
         QVERIFY2(molfile.contains("  0  0  0"), molfile.constData());
         QVERIFY(!molfile.contains("KYTSTUDIO_COLORS"));
-        QCOMPARE(read(molfile, Format::Molfile)[0].molecules[0].atoms.size(), std::size_t{0});
-        QCOMPARE(write({}, Format::SdFile), QByteArray());
+        QCOMPARE(read(molfile, "mol")[0].molecules[0].atoms.size(), std::size_t{0});
+        QCOMPARE(write({}, "sdf"), QByteArray());
     }
 
     // Reading
@@ -381,7 +454,7 @@ private slots:
     {
         const QByteArray text = molfileWith("  1  2  1  0\n")
                                     .replace("    1.5000    0.0000    0.0000 C", "    1.0000    2.0000   -0.5000 C");
-        const SketchMolecule molecule = read(text, Format::Molfile)[0].molecules[0];
+        const SketchMolecule molecule = read(text, "mol")[0].molecules[0];
         NEAR(molecule.atoms[1].x - molecule.atoms[0].x, 20, 1e-9);
         NEAR(molecule.atoms[1].y - molecule.atoms[0].y, -40, 1e-9);
         QCOMPARE(molecule.atoms[0].depth, 0.0F);
@@ -419,7 +492,7 @@ private slots:
         QFETCH(QByteArray, text);
         QFETCH(QStringList, notes);
         Notes found;
-        const std::vector<Sketch> sketches = readMolfiles(recordWith(text), "test", found);
+        const std::vector<Sketch> sketches = readMolfiles({.text = recordWith(text)}, "test", found);
         QStringList reds;
         for (const SketchAtom& atom : sketches[0].molecules[0].atoms)
             reds.append(atom.color[0]);
@@ -448,7 +521,7 @@ private slots:
         QFETCH(bool, fits);
         Notes notes;
         const std::vector<Sketch> sketches =
-            readMolfiles(recordWith(propertyText("KYTSTUDIO_SYMBOLS", text)), "test", notes);
+            readMolfiles({.text = recordWith(propertyText("KYTSTUDIO_SYMBOLS", text))}, "test", notes);
         QTEST(symbolsOf(sketches[0].molecules[0]), "symbols");
         QCOMPARE(
             notes.lines(),
@@ -478,7 +551,7 @@ private slots:
         QFETCH(int, molecules);
         const QByteArray text = molfileWith(bonds ? "  1  2  1  0\n" : "", bonds)
             + propertyText("KYTSTUDIO_MOLECULES", sizes) + propertyText("KEPT", "1");
-        const std::vector<Sketch> sketches = read(text, Format::Molfile);
+        const std::vector<Sketch> sketches = read(text, "mol");
         QCOMPARE(sizesOf(sketches), QList<int>{molecules});
         const std::vector<SketchMolecule>& read = sketches[0].molecules;
         QCOMPARE(read.front().data, (decltype(read.front().data){{"KEPT", "1"}}));
@@ -506,7 +579,7 @@ private slots:
     {
         QFETCH(QByteArray, text);
         QFETCH(bool, placed);
-        const std::vector<Sketch> sketches = read(text, Format::SdFile);
+        const std::vector<Sketch> sketches = read(text, "sdf");
         QTEST(sizesOf(sketches), "molecules");
         QCOMPARE(sketches.front().placed, placed);
         // What keeps its places lies where the file says; what does not, where a fresh window shows it.
@@ -535,9 +608,9 @@ private slots:
                 + " 0  0\n";
         text += "M  END\n";
         if (labels <= 50)
-            QCOMPARE(symbolsOf(read(text, Format::Molfile)[0].molecules[0]).last(), QString("L49"));
+            QCOMPARE(symbolsOf(read(text, "mol")[0].molecules[0]).last(), QString("L49"));
         else
-            QVERIFY_EXCEPTION_THROWN(read(text, Format::Molfile), ConversionError);
+            QVERIFY_THROWS_EXCEPTION(ConversionError, read(text, "mol"));
     }
 
     void whatIsLostInReadingIsNamed_data()
@@ -560,6 +633,8 @@ private slots:
         QTest::newRow("valence")
             << QByteArray(molfileWith("  1  2  1  0\n")).replace("C   0  0\n  1", "C   0  0  0  0  0  2\n  1")
             << "atoms with an unusual number of hydrogens: read with the usual number (1)";
+        QTest::newRow("alias of an element")
+            << molfileWith("  1  2  1  0\nA    1\nPhenyl\n") << "aliases that replace elements: read as labels (1)";
         QTest::newRow("unpaired electron") << molfileWith("  1  2  1  0\nM  RAD  1   2   2\n")
                                            << "unpaired electrons: discarded, not supported in drawings (1)";
     }
@@ -568,7 +643,7 @@ private slots:
     {
         QFETCH(QByteArray, text);
         QFETCH(QString, note);
-        QCOMPARE(notesOf(text, Format::Molfile, Format::Workspace), QStringList(note));
+        QCOMPARE(notesOf(text, "mol", "kyt"), QStringList(note));
     }
 
     void whatIsNotLostIsNotNamed_data()
@@ -583,13 +658,13 @@ private slots:
     void whatIsNotLostIsNotNamed()
     {
         QFETCH(QByteArray, text);
-        QCOMPARE(notesOf(text, Format::Molfile, Format::Workspace), QStringList());
+        QCOMPARE(notesOf(text, "mol", "kyt"), QStringList());
     }
 
     void textInLatin1BecomesUtf8()
     {
         const QByteArray sd = molfileWith("  1  2  1  0\n").prepend("\xe9thane") + ">  <NOM>\n\xe9thane\n\n$$$$\n";
-        const QByteArray written = write(read(sd, Format::SdFile), Format::SdFile);
+        const QByteArray written = write(read(sd, "sdf"), "sdf");
         QVERIFY2(written.startsWith("\xc3\xa9thane\n"), written.constData());
         QVERIFY2(written.contains("<NOM>\n\xc3\xa9thane\n"), written.constData());
     }
@@ -598,7 +673,7 @@ private slots:
     {
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<QString>("place");
-        const QByteArray good = write(read("CCO", Format::Smiles), Format::SdFile);
+        const QByteArray good = write(read("CCO", "smi"), "sdf");
         const qsizetype goodLines = good.count('\n');
         QByteArray badPlace = good;
         badPlace.replace("0.0000 O ", "0.0y00 O ");
@@ -638,7 +713,7 @@ private slots:
         QFETCH(QString, place);
         QString refusal = "it was read";
         try {
-            read(text, Format::SdFile);
+            read(text, "sdf");
         } catch (const ConversionError& fault) {
             refusal = fault.text();
         }
@@ -667,7 +742,7 @@ private slots:
         QFETCH(bool, v3000);
         Sketch sketch = chainOf(atoms);
         sketch.molecules[0].atoms[0].x = x;
-        const QByteArray text = write({sketch}, Format::Molfile);
+        const QByteArray text = write({sketch}, "mol");
         QCOMPARE(text.contains("V3000"), v3000);
         QCOMPARE(text.contains("V2000"), !v3000);
     }
@@ -678,9 +753,9 @@ private slots:
         std::vector<SketchBond>& bonds = sketch.molecules[0].bonds;
         for (int i = 0; bonds.size() < 999; ++i)
             bonds.push_back({i, i + 500, {KYTBT_SingleBond}, 0});
-        QVERIFY(write({sketch}, Format::Molfile).contains("V2000"));
+        QVERIFY(write({sketch}, "mol").contains("V2000"));
         bonds.push_back({400, 900, {KYTBT_SingleBond}, 0});
-        QVERIFY(write({sketch}, Format::Molfile).contains("V3000"));
+        QVERIFY(write({sketch}, "mol").contains("V3000"));
     }
 
     void whatLiesTooFarAwayIsNotWritten_data()
@@ -704,9 +779,9 @@ private slots:
             atom.depth = coordinate == 2 ? float(place) : 0;
             Notes notes;
             if (written)
-                QVERIFY(sdFileOf({sketch}, false, notes).contains("V3000"));
+                QVERIFY(sdFileOf({sketch}, false, 1, notes).contains("V3000"));
             else
-                QVERIFY_EXCEPTION_THROWN(sdFileOf({sketch}, false, notes), ConversionError);
+                QVERIFY_THROWS_EXCEPTION(ConversionError, sdFileOf({sketch}, false, 1, notes));
         }
     }
 
@@ -727,8 +802,9 @@ private slots:
         QFETCH(int, kind);
         QFETCH(float, depth);
         QFETCH(bool, noted);
-        Sketch sketch = chainOf(2);
+        Sketch sketch = chainOf(3);
         sketch.molecules[0].atoms[1].depth = depth;
+        sketch.molecules[0].atoms[2].depth = 5; // so that the molecule has a shape in space
         sketch.molecules[0].bonds[0].kinds = {KytBondType(kind)};
         Notes notes;
         molfileOf(sketch, false, notes);
@@ -755,20 +831,19 @@ private slots:
         Sketch sketch = chainOf(2);
         sketch.molecules[0].atoms[1].symbol = symbol;
         const QByteArray property = ">  <KYTSTUDIO_SYMBOLS>\n2 " + symbol.toUtf8() + "\n\n";
-        QCOMPARE(write({sketch}, Format::SdFile).contains(property), inV2000);
-        QVERIFY(write({sketch}, Format::SdFile, true).contains(property));
+        QCOMPARE(write({sketch}, "sdf").contains(property), inV2000);
+        QVERIFY(write({sketch}, "sdf", true).contains(property));
         for (const bool v3000 : {false, true})
-            QCOMPARE(symbolsOf(read(write({sketch}, Format::SdFile, v3000), Format::SdFile)[0].molecules[0]),
-                     QStringList({"C", symbol}));
+            QCOMPARE(symbolsOf(read(write({sketch}, "sdf", v3000), "sdf")[0].molecules[0]), QStringList({"C", symbol}));
         sketch.molecules[0].atoms[1].symbol = "13C";
-        QVERIFY(!write({sketch}, Format::SdFile, true).contains("KYTSTUDIO_SYMBOLS"));
+        QVERIFY(!write({sketch}, "sdf", true).contains("KYTSTUDIO_SYMBOLS"));
     }
 
     void colorsAreWrittenInRuns()
     {
         Sketch sketch = chainOf(4);
         sketch.molecules[0].atoms[2].color = {"9", "9", "9"};
-        QVERIFY(write({sketch}, Format::SdFile).contains(">  <KYTSTUDIO_COLORS>\n2 1 2 3\n1 9 9 9\n1 1 2 3\n\n$$$$\n"));
+        QVERIFY(write({sketch}, "sdf").contains(">  <KYTSTUDIO_COLORS>\n2 1 2 3\n1 9 9 9\n1 1 2 3\n\n$$$$\n"));
     }
 
     void everyRecordNamesItsDrawing()
@@ -777,21 +852,21 @@ private slots:
         loose.placed = false;
         Sketch two = chainOf(1);
         two.molecules.push_back(two.molecules[0]);
-        const QByteArray text = write({loose, two, chainOf(1)}, Format::SdFile);
+        const QByteArray text = write({loose, two, chainOf(1)}, "sdf");
         QCOMPARE(text.count("$$$$\n"), 4);
         QCOMPARE(text.count("<KYTSTUDIO_DRAWING>\n2\n"), 2);
         QCOMPARE(text.count("<KYTSTUDIO_DRAWING>\n3\n"), 1);
         QCOMPARE(text.count("<KYTSTUDIO_DRAWING>"), 3);
-        QCOMPARE(sizesOf(read(text, Format::SdFile)), (QList<int>{1, 2, 1}));
+        QCOMPARE(sizesOf(read(text, "sdf")), (QList<int>{1, 2, 1}));
     }
 
     void aNameLikeTheEndOfARecordDoesNotEndIt()
     {
         Sketch sketch = chainOf(1);
         sketch.molecules[0].name = "$$$$ money";
-        const QByteArray text = write({sketch}, Format::SdFile);
+        const QByteArray text = write({sketch}, "sdf");
         QVERIFY2(text.startsWith(" $$$$ money\n"), text.constData());
-        QCOMPARE(read(text, Format::SdFile)[0].molecules[0].name, QString("$$$$ money"));
+        QCOMPARE(read(text, "sdf")[0].molecules[0].name, QString("$$$$ money"));
     }
 };
 

@@ -1,6 +1,7 @@
-#include "convert/Options.h"
+#include "convert/program/Options.h"
 
 #include <QTest>
+#include <QThread>
 
 namespace {
 
@@ -28,7 +29,7 @@ private slots:
         QCOMPARE(options.inputs, QStringList("a.kyt"));
         QCOMPARE(options.output, QString("b.svg"));
         QVERIFY(!options.from);
-        QCOMPARE(options.to, Format::Svg);
+        QCOMPARE(options.to, formatNamed("svg"));
         QCOMPARE(options.style.picture.scale, 1.0);
         QCOMPARE(options.style.picture.margin, 10.0);
         QCOMPARE(options.style.picture.background, QColor(Qt::white));
@@ -42,12 +43,36 @@ private slots:
                                               "--background", "#ff0000", "--v3000", "-o", "out", "a", "-", "b"});
         QCOMPARE(options.inputs, QStringList({"a", "-", "b"}));
         QCOMPARE(options.output, QString("out"));
-        QCOMPARE(options.from, std::optional(Format::Smiles));
-        QCOMPARE(options.to, Format::Png);
+        QCOMPARE(options.from, formatNamed("smi"));
+        QCOMPARE(options.to, formatNamed("png"));
         QCOMPARE(options.style.picture.scale, 2.5);
         QCOMPARE(options.style.picture.margin, 0.0);
         QCOMPARE(options.style.picture.background, QColor(255, 0, 0));
         QVERIFY(options.style.v3000);
+    }
+
+    void everyOptionOfAPictureIsTaken()
+    {
+        const PictureStyle plain = parseOptions({"a", "-o", "b.svg"}).style.picture;
+        QCOMPARE(plain.look, PictureLook::Paper);
+        QVERIFY(!plain.colors && !plain.names);
+        QVERIFY(!plain.carbons && !plain.textAsPaths);
+        const PictureStyle style =
+            parseOptions({"a",     "-o",        "b.svg",   "--style",  "acs",   "--colors",      "drawing", "--text",
+                          "paths", "--carbons", "--names", "--legend", "mass",  "--columns",     "3",       "--dpi",
+                          "300",   "--width",   "400",     "--height", "200.5", "--bond-length", "12"})
+                .style.picture;
+        QCOMPARE(style.look, PictureLook::Acs);
+        QCOMPARE(*style.colors, PictureColors::Drawing);
+        QVERIFY(style.carbons && style.textAsPaths);
+        QCOMPARE(*style.names, true);
+        QCOMPARE(style.legend, QString("mass"));
+        QCOMPARE(style.columns, 3);
+        QCOMPARE(style.dpi, 300.0);
+        QCOMPARE(style.width, 400.0);
+        QCOMPARE(style.height, 200.5);
+        QCOMPARE(style.bondLength, 12.0);
+        QCOMPARE(*parseOptions({"a", "-o", "b.svg", "--no-names"}).style.picture.names, false);
     }
 
     void theOutputIsNamedInFourWays_data()
@@ -66,24 +91,24 @@ private slots:
         const Options options = parseOptions(arguments);
         QCOMPARE(options.inputs, QStringList("a"));
         QCOMPARE(options.output, QString("b.mol"));
-        QCOMPARE(options.to, Format::Molfile);
+        QCOMPARE(options.to, formatNamed("mol"));
     }
 
     void whatToWriteIsSaidByTheEndingOrByAnOption_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("format");
-        QTest::newRow("ending") << QStringList{"a", "-o", "b.sdf"} << int(Format::SdFile);
-        QTest::newRow("option") << QStringList{"a", "--to", "sdf"} << int(Format::SdFile);
-        QTest::newRow("option before ending") << QStringList{"a", "-o", "b.svg", "--to", "pdf"} << int(Format::Pdf);
-        QTest::newRow("numbered files") << QStringList{"a", "-o", "m%03d.SMI"} << int(Format::Smiles);
+        QTest::addColumn<QString>("format");
+        QTest::newRow("ending") << QStringList{"a", "-o", "b.sdf"} << "sdf";
+        QTest::newRow("option") << QStringList{"a", "--to", "sdf"} << "sdf";
+        QTest::newRow("option before ending") << QStringList{"a", "-o", "b.svg", "--to", "pdf"} << "pdf";
+        QTest::newRow("numbered files") << QStringList{"a", "-o", "m%03d.SMI"} << "smi";
     }
 
     void whatToWriteIsSaidByTheEndingOrByAnOption()
     {
         QFETCH(QStringList, arguments);
-        QFETCH(int, format);
-        QCOMPARE(int(parseOptions(arguments).to), format);
+        QFETCH(QString, format);
+        QCOMPARE(parseOptions(arguments).to, formatNamed(format));
     }
 
     void standardOutputIsTheDefault() { QCOMPARE(parseOptions({"a", "--to", "smi"}).output, QString("-")); }
@@ -201,15 +226,23 @@ private slots:
         };
         row("nothing", {}, "no input file specified");
         row("no input", {"-o", "a.svg"}, "no input file specified");
+        row("unknown style", {"a", "-o", "a.svg", "--style", "Paper"}, "--style must be one of: paper, acs, editor");
+        row("unknown colours", {"a", "-o", "a.svg", "--colors", "red"},
+            "--colors must be one of: black, element, drawing");
+        row("unknown text", {"a", "-o", "a.svg", "--text", "bold"}, "--text must be one of: text, paths");
+        row("half a column", {"a", "-o", "a.svg", "--columns", "2.5"},
+            "--columns must be a whole number from 1 to 1000");
+        row("no columns", {"a", "-o", "a.svg", "--columns", "0"}, "--columns must be a whole number from 1 to 1000");
+        row("no width", {"a", "-o", "a.svg", "--width", "0"}, "--width must be a number from 1 to 100000");
         row("an unknown option", {"a", "--bogus"}, "unknown option 'bogus' ");
         row("an unknown option with help", {"--help", "--bogus"}, "unknown option 'bogus' ");
         row("an unknown letter", {"a", "-x"}, "unknown option 'x' ");
         row("an option without its value", {"a", "--to"}, "missing value after '--to' ");
         row("a value for an option without one", {"a", "--check=yes"}, "unexpected value after '--check' ");
-        row("an unknown format to read", {"--from", "xyz", "-", "--to", "smi"}, "unknown format \"xyz\"");
+        row("an unknown format to read", {"--from", "abc", "-", "--to", "smi"}, "unknown format \"abc\"");
         row("an unknown format to write", {"a", "--to", ""}, "unknown format \"\"");
         row("no format to write", {"a"}, "unknown output format: use a file extension or --to");
-        row("an unknown file extension", {"a", "-o", "b.xyz"}, "unknown output format: use a file extension or --to");
+        row("an unknown file extension", {"a", "-o", "b.abc"}, "unknown output format: use a file extension or --to");
         row("standard input twice", {"-", "a", "-", "--to", "smi"}, "standard input can be read only once");
         row("a check and a table", {"--check", "--info", "a"}, "--check and --info cannot be combined");
         row("a check that writes", {"--check", "a", "-o", "b.svg"},
@@ -230,6 +263,44 @@ private slots:
         QVERIFY(!fault.contains('\n'));
     }
 
+    void recordsHaveTheirOptions()
+    {
+        const Options plain = parseOptions({"a.csv", "-o", "b.sdf"});
+        QVERIFY(plain.input.smilesColumn.isEmpty() && plain.input.nameColumn.isEmpty() && !plain.skipErrors);
+        QCOMPARE(plain.timeLimit, 60);
+        QCOMPARE(plain.jobs, QThread::idealThreadCount());
+        const Options all = parseOptions({"a.csv", "-o", "b.sdf.gz", "--smiles-column", "x y", "--name-column", "2",
+                                          "--skip-errors", "--jobs", "7", "--time-limit", "5"});
+        QCOMPARE(all.to, formatNamed("sdf"));
+        QCOMPARE(all.input.smilesColumn, QString("x y"));
+        QCOMPARE(all.input.nameColumn, QString("2"));
+        QVERIFY(all.skipErrors);
+        QCOMPARE(all.jobs, 7);
+        QCOMPARE(all.timeLimit, 5);
+    }
+
+    void wholeNumbersHaveTheirLimits_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("taken");
+        for (const char* option : {"jobs", "time-limit"})
+            for (const auto& [text, taken] :
+                 {std::pair("1", true), std::pair("1024", true), std::pair("0", false), std::pair("-1", false),
+                  std::pair("1.5", false), std::pair("x", false), std::pair("", false), std::pair("100000", false)})
+                QTest::addRow("%s \"%s\"", option, text) << QString(option) << QString(text) << taken;
+    }
+
+    void wholeNumbersHaveTheirLimits()
+    {
+        QFETCH(QString, option);
+        QFETCH(QString, text);
+        QFETCH(bool, taken);
+        const QString fault = refusal({"a.smi", "--to", "sdf", "--" + option, text});
+        QCOMPARE(fault.isEmpty(), taken);
+        QVERIFY(taken || fault.contains("must be a whole number from 1 to "));
+    }
+
     void helpFitsAScreenAndShowsExamples()
     {
         const QStringList lines = helpText().trimmed().split('\n');
@@ -243,8 +314,12 @@ private slots:
     void helpNamesEveryOption_data()
     {
         QTest::addColumn<QString>("option");
-        for (const char* option : {"-o", "--output", "--from", "--to", "--v3000", "--scale", "--margin", "--background",
-                                   "--check", "--info", "--json", "--help", "--version"})
+        for (const char* option :
+             {"-o",           "--output",      "--from",          "--to",          "--v3000",       "--scale",
+              "--margin",     "--background",  "--style",         "--colors",      "--carbons",     "--text",
+              "--columns",    "--names",       "--no-names",      "--legend",      "--width",       "--height",
+              "--dpi",        "--bond-length", "--smiles-column", "--name-column", "--skip-errors", "--jobs",
+              "--time-limit", "--check",       "--info",          "--json",        "--help",        "--version"})
             QTest::newRow(option) << option;
     }
 

@@ -1,4 +1,4 @@
-#include "convert/Placement.h"
+#include "convert/chemistry/Placement.h"
 #include "tests/support/Near.h"
 
 #include <QTest>
@@ -140,6 +140,64 @@ private slots:
         QCOMPARE(molecule.atoms[1].depth, rise);
         QCOMPARE(molecule.atoms[2].depth, 2 * rise);
         QCOMPARE(molecule.bonds[0].angle, 60.0F);
+    }
+
+    void depthsThatFollowFromWedgesAreFlat_data()
+    {
+        // A chain of four atoms: the depths, the wedge's bond (-1: none) and its kind.
+        QTest::addColumn<QList<float>>("depths");
+        QTest::addColumn<int>("wedge");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<bool>("flat");
+        const int up = KYTBT_StereoUp;
+        const int down = KYTBT_StereoDown;
+        QTest::newRow("no depths") << QList<float>{0, 0, 0, 0} << -1 << 0 << true;
+        QTest::newRow("one depth") << QList<float>{7, 7, 7, 7} << -1 << 0 << true;
+        QTest::newRow("a line that rises") << QList<float>{0, 0, 0, 1} << -1 << 0 << false;
+        QTest::newRow("a wedge, all beyond it raised") << QList<float>{0, rise, rise, rise} << 0 << up << true;
+        QTest::newRow("a wedge, only its wide end raised") << QList<float>{0, rise, 0, 0} << 0 << up << true;
+        QTest::newRow("a hash, only its wide end lowered") << QList<float>{0, 0, -rise, 0} << 1 << down << true;
+        QTest::newRow("a hash that rises") << QList<float>{0, 0, rise, 0} << 1 << down << false;
+        QTest::newRow("a wedge of another angle, all beyond it raised") << QList<float>{0, 9, 9, 9} << 0 << up << true;
+        QTest::newRow("a wedge of another angle, only its wide end raised")
+            << QList<float>{0, 9, 0, 0} << 0 << up << false;
+        QTest::newRow("a wedge and a line that rises") << QList<float>{0, rise, 0, 5} << 0 << up << false;
+        QTest::newRow("rounded by a file") << QList<float>{0, rise + 0.01F, 0, 0} << 0 << up << true;
+    }
+
+    void depthsThatFollowFromWedgesAreFlat()
+    {
+        QFETCH(QList<float>, depths);
+        QFETCH(int, wedge);
+        QFETCH(int, kind);
+        SketchMolecule molecule = chain({{0, 0}, {30, 0}, {60, 0}, {90, 0}}).molecules[0];
+        for (int i = 0; i < 4; ++i)
+            molecule.atoms[i].depth = depths[i];
+        for (int i = 0; i < 3; ++i)
+            molecule.bonds.push_back({i, i + 1, {i == wedge ? KytBondType(kind) : KYTBT_SingleBond}, 0});
+        QTEST(isFlat(molecule), "flat");
+    }
+
+    void eachPieceHasItsOwnDepth()
+    {
+        SketchMolecule molecule = chain({{0, 0}, {30, 0}, {90, 0}, {120, 0}, {150, 0}}).molecules[0];
+        molecule.bonds = {{0, 1, {KYTBT_SingleBond}, 0}, {2, 3, {KYTBT_StereoUp}, 0}, {3, 4, {KYTBT_SingleBond}, 0}};
+        molecule.atoms[0].depth = molecule.atoms[1].depth = 100;
+        molecule.atoms[3].depth = rise;
+        QVERIFY(isFlat(molecule));
+        molecule.atoms[1].depth = 101;
+        QVERIFY(!isFlat(molecule));
+    }
+
+    void anglesFollowFromDepthsThatStay()
+    {
+        SketchMolecule molecule = wedge(0, rise, KYTBT_StereoUp);
+        setWedgeAngles(molecule);
+        NEAR(double{molecule.bonds[0].angle}, 60, 0.01);
+        molecule = wedge(5, 5, KYTBT_StereoUp);
+        setWedgeAngles(molecule);
+        QCOMPARE(molecule.bonds[0].angle, 0.0F);
+        QCOMPARE(molecule.atoms[1].depth, 5.0F);
     }
 
     void aRingOfWedgesEnds()

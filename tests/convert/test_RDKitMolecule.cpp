@@ -1,6 +1,7 @@
-#include "convert/RDKitMolecule.h"
+#include "convert/chemistry/RDKitMolecule.h"
 
-#include "convert/Chemistry.h"
+#include "convert/chemistry/Perception.h"
+#include "convert/chemistry/StartChemistry.h"
 #include "tests/support/Near.h"
 
 #include <GraphMol/MolOps.h>
@@ -260,14 +261,14 @@ private slots:
         SketchMolecule molecule = row({"C", "N"});
         molecule.name = QStringLiteral("\u00e9thane");
         molecule.atoms[1] = {"N", 130, 45, -30, {"1", "2", "3"}};
+        molecule.bonds = {bond(0, 1)};
         for (const MoleculeUse use : {MoleculeUse::V2000, MoleculeUse::V3000, MoleculeUse::Chemistry}) {
             const std::unique_ptr<RWMol> read = made(molecule, use);
-            const bool flat = use == MoleculeUse::Chemistry;
             const RDGeom::Point3D place = read->getConformer().getAtomPos(1);
             NEAR(place.x, 6.5, 1e-12);
             NEAR(place.y, -2.25, 1e-12);
-            NEAR(place.z, flat ? 0 : -1.5, 1e-12);
-            QCOMPARE(read->getConformer().is3D(), !flat);
+            NEAR(place.z, -1.5, 1e-12);
+            QVERIFY(read->getConformer().is3D());
             QCOMPARE(read->getProp<std::string>(common_properties::_Name), std::string("\xc3\xa9thane"));
             // Nothing is written with a sign before a 0.
             const RDGeom::Point3D origin = read->getConformer().getAtomPos(0);

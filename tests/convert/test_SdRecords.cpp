@@ -1,5 +1,5 @@
 #include "convert/Notes.h"
-#include "convert/SdRecords.h"
+#include "convert/formats/SdRecords.h"
 #include "tests/convert/Molfiles.h"
 
 #include <QTest>
@@ -17,17 +17,12 @@ Data dataOf(const QByteArray& lines)
     return records.size() == 1 ? records[0].data : Data{{"records", QString::number(records.size())}};
 }
 
-/// What checkRecord finds in a molfile, or nothing.
+/// The faults of a molfile, separated by commas.
 QString announced(const QByteArray& molfile)
 {
     SdRecord record;
     record.block = molfile;
-    try {
-        checkRecord(record);
-    } catch (const ConversionError& fault) {
-        return fault.text();
-    }
-    return {};
+    return recordFaults(record).join(", ");
 }
 
 /// A V3000 molfile with these lines in its connection table.
@@ -274,6 +269,8 @@ private slots:
             "line 8 duplicate bond between atoms 1 and 2");
         row("a second one back", molfileWith("  1  2  1  0\n  2  1  1  0\n", 2),
             "line 8 duplicate bond between atoms 2 and 1");
+        row("several", molfileWith("  1  3  1  0\n  2  2  1  0\n  1  2  1  0\n", 3),
+            "line 7 bond refers to non-existent atom 3, line 8 bond from atom 2 to itself");
         row("V3000, to a non-existent atom", v3000With("M  V30 1 1 1 3\n"),
             "line 12 bond refers to non-existent atom 3");
         row("V3000, to itself", v3000With("M  V30 1 1 2 2\n"), "line 12 bond from atom 2 to itself");
@@ -284,7 +281,7 @@ private slots:
         row("V3000, a bond before the atoms",
             table("M  V30 BEGIN BOND\nM  V30 1 1 1 2\nM  V30 END BOND\nM  V30 BEGIN ATOM\nM  V30 1 C 0 0 0 0\n"
                   "M  V30 END ATOM\n"),
-            "line 7 bond refers to non-existent atom 1");
+            "line 7 bond refers to non-existent atom 1, line 7 bond refers to non-existent atom 2");
         row("V3000, atoms of another table",
             table("M  V30 BEGIN ATOM\nM  V30 1 C 0 0 0 0\nM  V30 END ATOM\nM  V30 BEGIN ATOM\nM  V30 2 C 0 0 0 0\n"
                   "M  V30 END ATOM\nM  V30 BEGIN BOND\nM  V30 1 1 1 2\nM  V30 END BOND\n"),

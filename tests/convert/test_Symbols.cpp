@@ -1,4 +1,4 @@
-#include "convert/Symbols.h"
+#include "convert/chemistry/Symbols.h"
 
 #include <QTest>
 
@@ -26,6 +26,10 @@ private slots:
         QTest::newRow("deuterium") << "D" << ElementSymbol{1, 2, 0} << "2H";
         QTest::newRow("tritium cation") << "T+" << ElementSymbol{1, 3, 1} << "3H+";
         QTest::newRow("any atom") << "*" << ElementSymbol{0, 0, 0} << "*";
+        QTest::newRow("attachment point") << "R1" << ElementSymbol{0, 1, 0} << "R1";
+        QTest::newRow("last attachment point") << "R99" << ElementSymbol{0, 99, 0} << "R99";
+        QTest::newRow("attachment point as an isotope") << "16*" << ElementSymbol{0, 16, 0} << "R16";
+        QTest::newRow("highest charge") << "U99+" << ElementSymbol{92, 0, 99} << "U99+";
     }
 
     void elementsWithIsotopeAndChargeAreRead()
@@ -43,8 +47,9 @@ private slots:
     void everythingElseIsALabel_data()
     {
         QTest::addColumn<QString>("symbol");
-        for (const char* symbol : {"OH", "CH3", "R1",   "R",   "CL",   "c",  "Xx", "",     "+",     "13",     "C13",
-                                   "0C", "N+-", "C99+", "N0+", "NH4+", "2D", "_",  "C\nN", "1234C", "C+++++", "-C"})
+        for (const char* symbol :
+             {"OH",  "CH3", "R0",  "R100",  "R1+", "R",    "CL", "c", "Xx",   "",      "+",      "13",
+              "C13", "0C",  "N+-", "C100+", "N0+", "NH4+", "2D", "_", "C\nN", "1234C", "C+++++", "-C"})
             QTest::newRow(symbol) << symbol;
     }
 
@@ -58,7 +63,7 @@ private slots:
     {
         for (int number = 0; number <= 118; ++number) {
             for (const int isotope : {0, 1, 300}) {
-                for (int charge = -15; charge <= 15; ++charge) {
+                for (int charge = -99; charge <= 99; ++charge) {
                     const ElementSymbol element{number, isotope, charge};
                     QCOMPARE(parseSymbol(symbolOf(element)), std::optional(element));
                 }

@@ -1,5 +1,5 @@
-#include "convert/Canvas.h"
-#include "convert/WorkspaceCheck.h"
+#include "convert/chemistry/Canvas.h"
+#include "convert/formats/WorkspaceCheck.h"
 #include "doc/KytFileIO.h"
 #include "tests/support/Drawing.h"
 #include "tests/support/Files.h"

@@ -23,7 +23,7 @@ public:
     {
         handled = 0;
         for (const int number : {SIGINT, SIGTERM, SIGHUP})
-            former.push_back({number, std::signal(number, handler)});
+            former.emplace_back(number, std::signal(number, handler));
     }
     ~Handling()
     {

@@ -261,7 +261,7 @@ private slots:
         QElapsedTimer timer;
         timer.start();
         QVERIFY(drawings[0].doc->saveAs(name));
-        const double duration = double(timer.nsecsElapsed());
+        const auto duration = double(timer.nsecsElapsed());
         QCOMPARE(contents(name), texts[0]);
 
         // The moment lies anywhere in the time that a save takes; the estimate of that follows what is seen.

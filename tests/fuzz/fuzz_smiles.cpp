@@ -4,5 +4,5 @@
 
 void runInput(const QByteArray& input)
 {
-    convertAndCheck(input, Format::Smiles);
+    convertAndCheck(input, "smi");
 }

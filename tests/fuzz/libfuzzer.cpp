@@ -38,8 +38,8 @@ bool isFirstMolecule(const void* block)
 void freeFirstMolecules()
 {
     std::sort(blocks, blocks + blockCount);
-    const auto end = std::unique(blocks, blocks + blockCount);
-    for (auto block = blocks; block != end; ++block)
+    auto* const end = std::unique(blocks, blocks + blockCount);
+    for (auto* block = blocks; block != end; ++block)
         if (__sanitizer_get_ownership(*block) && __sanitizer_get_allocated_size(*block) == sizeof(KytMolecule)
             && isFirstMolecule(*block))
             delete static_cast<const KytMolecule*>(*block);

@@ -14,7 +14,7 @@
 #include <csignal>
 #include <limits>
 
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef KYTSTUDIO_SANITIZED
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // its header does not come with every compiler
 #endif
 
@@ -136,7 +136,7 @@ constexpr auto waitForWindow =
     "until window=$(xdotool search --onlyvisible --name '^MOLECULAR I3D VIEWER$' 2>/dev/null); do sleep 0.1; done\n"
     "xdotool windowfocus --sync $window\n";
 
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef KYTSTUDIO_SANITIZED
 constexpr long tolerableGrowth = 2048 * 1024; // the sanitizer holds on to freed blocks for a while
 #else
 constexpr long tolerableGrowth = 200 * 1024;
@@ -144,7 +144,7 @@ constexpr long tolerableGrowth = 200 * 1024;
 
 long bytesInUse()
 {
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef KYTSTUDIO_SANITIZED
     return static_cast<long>(__sanitizer_get_current_allocated_bytes());
 #else
     QFile file("/proc/self/statm");

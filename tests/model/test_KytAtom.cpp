@@ -16,7 +16,7 @@ namespace {
 /// The directed walk as plain recursion: marks only the atoms of the current path.
 bool walkFinds(KytAtom* from, KytAtom* target, bool forwards, std::set<KytAtom*>& inside)
 {
-    if (!target || inside.count(from))
+    if (!target || inside.contains(from))
         return false;
     inside.insert(from);
     bool found = false;

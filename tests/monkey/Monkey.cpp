@@ -408,8 +408,8 @@ void Monkey::countOutcome(const Step& step, const Census& before, KytViewState m
     } else if (after.atoms > before.atoms) {
         count("molecules read into the drawing");
     }
-    if (planted.leak && press && mode == KYTVS_zigzag && after.bonds > before.bonds)
-        static_cast<void>(new char[100]);
+    if (planted.leak && press && mode == KYTVS_zigzag && after.bonds > before.bonds) [[maybe_unused]]
+        char* volatile lost = new char[100]; // volatile, so that the allocation is not optimized away
 }
 
 QPoint Monkey::pointOf(const Step& step) const

@@ -19,7 +19,7 @@ const std::array<QString, stepKinds> names = {
 std::optional<Step> stepFromLine(const QString& line)
 {
     const QStringList words = line.split(u' ', Qt::SkipEmptyParts);
-    const auto name = std::find(names.begin(), names.end(), words.value(0));
+    const auto* const name = std::find(names.begin(), names.end(), words.value(0));
     Step step;
     if (name == names.end() || words.size() != qsizetype(step.numbers.size()) + 1)
         return std::nullopt;

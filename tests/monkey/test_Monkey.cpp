@@ -75,7 +75,7 @@ private slots:
         QVERIFY2(refused.output.contains("none.steps holds something that is no step"), qPrintable(refused.output));
     }
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KYTSTUDIO_SANITIZED
     void lostMemoryIsFound()
     {
         const Run watched = run({"--seed", "5", "--steps", "600", "--shrink-seconds", "0", "--lose-memory"});

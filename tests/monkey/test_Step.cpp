@@ -56,7 +56,7 @@ private slots:
     {
         QSet<StepKind> kinds;
         QSet<int> places;
-        for (const Step& step : stepsFromSeed(1, 40000)) {
+        for (const Step& step : stepsFromSeed(1, 200000)) {
             kinds.insert(step.kind);
             if (step.kind == StepKind::Press)
                 places.insert(step.numbers[PlaceNumber]);

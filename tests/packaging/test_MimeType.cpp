@@ -28,6 +28,13 @@ private slots:
         QCOMPARE(database.mimeTypeForFile(QStringLiteral("a.kyf"), QMimeDatabase::MatchExtension).name(), workspace);
     }
 
+    void molfilesAreKnown()
+    {
+        const QMimeType type = database.mimeTypeForFile(QStringLiteral("a.mol"), QMimeDatabase::MatchExtension);
+        QCOMPARE(type.name(), QStringLiteral("chemical/x-mdl-molfile"));
+        QVERIFY(type.inherits(QStringLiteral("text/plain")));
+    }
+
     void theFirstWordIsKnownWithoutAnEnding()
     {
         QCOMPARE(database.mimeTypeForFileNameAndData(QStringLiteral("a"), QByteArray("KYTFILE\nEND_KYTFILE\n")).name(),

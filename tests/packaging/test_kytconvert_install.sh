@@ -24,7 +24,7 @@ for words in 'kytconvert - convert' 'EXIT STATUS' "KytStudio $2"; do
     grep -q -F -- "$words" "$work/page" || fail "The page does not show \"$words\"."
 done
 # Every option that the program tells is on the page, and no other.
-options() { grep -o -E -- '--[a-z][a-z0-9]+' "$1" | sort -u; }
+options() { grep -o -E -- '--[a-z][a-z0-9-]+' "$1" | sort -u; }
 "$program" --help >"$work/help"
 expect_equal "The options of the page" "$(options "$work/page")" "$(options "$work/help")"
 
@@ -44,4 +44,6 @@ touch drawing.kyt drawing.txt drawing.pdf
 expect_equal "The completion of --ch" "$(completed --ch)" "--check"
 expect_equal "The completion of a format" "$(completed --to p)" "png pdf"
 expect_equal "The completion of an input" "$(completed dr)" "drawing.kyt"
+touch table.csv.gz table.xyz
+expect_equal "The completion of a compressed input" "$(completed ta)" "table.csv.gz"
 expect_equal "The completion of an output" "$(completed -o drawing.p)" "drawing.pdf"

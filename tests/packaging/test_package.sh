@@ -77,12 +77,14 @@ in_root() {
     fi
 }
 
-# list: what is in the clean root, but for logs, caches and dpkg's own backups; in the
+# list: what is in the clean root, but for logs, caches and dpkg's own backups, and for the type chemical/x-mdl-molfile:
+# update-mime-database creates its file, but does not remove files of media types other than the registered ones. In the
 # overlay, only what differs from this system: files that it does not have, and marks in place of files that are gone.
 list() {
     local top=$root
     [ $kind = folder ] || top=$work/layer/changes
-    (cd "$top" && find . \( -path "./${work#/}" -o -path ./var/cache -o -path ./var/log -o -path ./var/tmp \) -prune -o \
+    (cd "$top" && find . \( -path "./${work#/}" -o -path ./var/cache -o -path ./var/log -o -path ./var/tmp \
+        -o -path ./usr/share/mime/chemical \) -prune -o \
         ! -path './var/lib/dpkg/*-old' ! -path './var/lib/dpkg/*lock*' ! -path './var/lib/dpkg/triggers/*' \
         -printf '%y %P\n' | sort) |
         while read -r type path; do
