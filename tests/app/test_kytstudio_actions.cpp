@@ -36,6 +36,7 @@ struct Row {
     bool checkable;
     const char* statusTip;
     const char* whatsThis;
+    const char* digit = ""; ///< the second key of a mode or a switch
 };
 
 #define MEMBER(name) #name, &KytStudioApp::name
@@ -68,25 +69,25 @@ const Row rows[] = {
     {MEMBER(importMolecule), "Import Molecule from File", "fileopen", "I&mport", "Ctrl+J", false, "", false,
      "Import Molecule from file", "Import Molecule\n\nInsert Molecule from file"},
     {MEMBER(viewMode), "View Mode", "icons/view.xpm", "&View Mode", "Ctrl+V", true, "ViewMode", true, "View Mode",
-     "View Mode\n\nView Mode"},
+     "View Mode\n\nView Mode", "1"},
     {MEMBER(rotateMode), "Rotate Mode", "icons/rotate.xpm", "&Rotate Mode", "Ctrl+V", true, "rotateMode", true,
-     "Rotate Mode", "Rotate Mode\n\nRotate Mode"},
+     "Rotate Mode", "Rotate Mode\n\nRotate Mode", "2"},
     {MEMBER(drawBond), "Draw Bond", "icons/singlebond.xpm", "&Draw Bond", "Ctrl+B", true, "DrawBond", true,
-     "Draw a bond", "Draw Bond\n\nDraw a bond"},
+     "Draw a bond", "Draw Bond\n\nDraw a bond", "3"},
     {MEMBER(drawDashedBond), "Add Dashed Bond", "icons/dashedbond.xpm", "&Add Dashed Bond", "Ctrl+D", true,
-     "DrawDashedBond", true, "Add Dashed Bond", "Add Dashed Bond\n\nAdd Dashed Bond"},
+     "DrawDashedBond", true, "Add Dashed Bond", "Add Dashed Bond\n\nAdd Dashed Bond", "4"},
     {MEMBER(drawStereoUp), "Add Stereo Bond", "icons/stereoup.xpm", "&Add Stereo Bond", "Ctrl+D", true, "DrawStereoUp",
-     true, "Add Stereo Bond", "Add Stereo Bond\n\nAdd Stereo Bond"},
+     true, "Add Stereo Bond", "Add Stereo Bond\n\nAdd Stereo Bond", "5"},
     {MEMBER(drawStereoDown), "Add Stereo Bond", "icons/stereodown.xpm", "&Add Stereo Bond", "Ctrl+D", true,
-     "DrawStereoDown", true, "Add Stereo Bond", "Add Stereo Bond\n\nAdd Stereo Bond"},
+     "DrawStereoDown", true, "Add Stereo Bond", "Add Stereo Bond\n\nAdd Stereo Bond", "6"},
     {MEMBER(zigzagStructure), "Zig Zag Structure", "icons/zigzag.xpm", "&Zig Zag Structure", "Ctrl+G", true,
-     "Zig Zag Structure", true, "Zig Zag Structure", "Zig Zag Structure\n\nZig Zag Structure"},
+     "Zig Zag Structure", true, "Zig Zag Structure", "Zig Zag Structure\n\nZig Zag Structure", "7"},
     {MEMBER(deleteItem), "Delete Item", "icons/delete.xpm", "&Delete Item", "Ctrl+X", true, "DeleteItem", true,
-     "Delete Item", "Delete Item\n\nDelete Item"},
+     "Delete Item", "Delete Item\n\nDelete Item", "8"},
     {MEMBER(fixedLength), "Fixed Length", "icons/fixedlength.xpm", "&Fixed Length", "Ctrl+X", false, "Fixed Length",
-     true, "Fixed Length", "Fixed Length\n\nFixed Length"},
+     true, "Fixed Length", "Fixed Length\n\nFixed Length", "9"},
     {MEMBER(fixedAngle), "Fixed Angle", "icons/fixedangle.xpm", "&Fixed Angle", "Ctrl+X", false, "Fixed Angle", true,
-     "Fixed Angle", "Fixed Angle\n\nFixed Angle"},
+     "Fixed Angle", "Fixed Angle\n\nFixed Angle", "0"},
     {MEMBER(I3DView), "I3D View", "icons/i3d.xpm", "&I3DView", "Ctrl+F", true, "I3D View", false, "I3D View",
      "I3D View\n\n3D View of Models"},
     {MEMBER(kyfBenzene), "Benzene", "lib/benzene.xpm", "&Benzene", "Ctrl+B", false, "Benzene", false, "Benzene",
@@ -260,7 +261,8 @@ private slots:
         const Row& row = rowOf(member);
         const TestWindow window;
         QAction* action = window.get()->*row.action;
-        const QString expected = *row.key ? QString("%1 (%2)").arg(row.text, row.key) : QString(row.text);
+        const QString keys = QString(row.key) + (*row.digit ? QStringLiteral(", ") + row.digit : QString());
+        const QString expected = keys.isEmpty() ? QString(row.text) : QString("%1 (%2)").arg(row.text, keys);
         QCOMPARE(action->toolTip(), expected);
         for (const char* name : barNames) {
             if (const QWidget* button = bar(window, name)->widgetForAction(action))

@@ -3,6 +3,8 @@
 #include "tests/support/Snapshot.h"
 
 #include <QAction>
+#include <QActionGroup>
+#include <QMenu>
 #include <QShortcut>
 
 namespace {
@@ -25,6 +27,8 @@ public:
     QStringList titles() const { return {(*this)->doc->docName, (*this)->windowTitle()}; }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) const
     {
+        // After a dialog, it takes a moment until keys arrive here again.
+        QVERIFY(QTest::qWaitForWindowActive(get()));
         QTest::keyClick(get(), key, modifiers);
     }
     /// What the status bar says after Ctrl+Z and after Ctrl+Y.
@@ -110,8 +114,8 @@ private slots:
         QTest::addColumn<Command>("command");
         QTest::newRow("cancelled Insert") << Command([](StepsWindow& w) { QCOMPARE(cancel(w, insertCommand), ""); });
         QTest::newRow("cancelled Import") << Command([](StepsWindow& w) { QCOMPARE(cancel(w, importCommand), ""); });
-        QTest::newRow("cancelled Close")
-            << Command([](StepsWindow& w) { QCOMPARE(closeWith(w, QMessageBox::Cancel), ""); });
+        QTest::newRow("cancelled Close") << Command(
+            [](StepsWindow& w) { QCOMPARE(closeWith(w, QMessageBox::Cancel), ""); });
         QTest::newRow("Save As") << Command([](StepsWindow& w) { accept(w, saveAsCommand, "b"); });
         QTest::newRow("a mode") << Command([](StepsWindow& w) { w->drawBond->trigger(); });
         QTest::newRow("a missing template") << Command([](StepsWindow& w) {
@@ -174,9 +178,9 @@ private slots:
         QTest::addColumn<int>("modifiers");
         QTest::addColumn<QString>("shown");
         const int control = Qt::ControlModifier;
-        QTest::newRow("undo") << int(Qt::Key_Z) << control << "Undone: Water";
-        QTest::newRow("redo") << int(Qt::Key_Z) << (control | Qt::ShiftModifier) << "Redone: Prop";
-        QTest::newRow("redo again") << int(Qt::Key_Y) << control << "Redone: Prop";
+        QTest::newRow("undo") << int(Qt::Key_Z) << control << QString("Undone: Water");
+        QTest::newRow("redo") << int(Qt::Key_Z) << int(control | Qt::ShiftModifier) << QString("Redone: Prop");
+        QTest::newRow("redo again") << int(Qt::Key_Y) << control << QString("Redone: Prop");
     }
 
     void eachKeyActs()
@@ -216,27 +220,25 @@ private slots:
     {
         QTest::addColumn<QAction * KytStudioApp::*>("action");
         QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("toolTip");
-        const auto row = [](QAction* KytStudioApp::*action, int key, const char* toolTip) {
-            QTest::newRow(qPrintable(QString(QChar(key)))) << action << key << QString(toolTip);
+        const auto row = [](QAction* KytStudioApp::*action, int key) {
+            QTest::newRow(qPrintable(QString(QChar(key)))) << action << key;
         };
-        row(&KytStudioApp::viewMode, Qt::Key_1, "View Mode (Ctrl+V, 1)");
-        row(&KytStudioApp::rotateMode, Qt::Key_2, "Rotate Mode (Ctrl+V, 2)");
-        row(&KytStudioApp::drawBond, Qt::Key_3, "Draw Bond (Ctrl+B, 3)");
-        row(&KytStudioApp::drawDashedBond, Qt::Key_4, "Add Dashed Bond (Ctrl+D, 4)");
-        row(&KytStudioApp::drawStereoUp, Qt::Key_5, "Add Stereo Bond (Ctrl+D, 5)");
-        row(&KytStudioApp::drawStereoDown, Qt::Key_6, "Add Stereo Bond (Ctrl+D, 6)");
-        row(&KytStudioApp::zigzagStructure, Qt::Key_7, nullptr);
-        row(&KytStudioApp::deleteItem, Qt::Key_8, nullptr);
-        row(&KytStudioApp::fixedLength, Qt::Key_9, nullptr);
-        row(&KytStudioApp::fixedAngle, Qt::Key_0, nullptr);
+        row(&KytStudioApp::viewMode, Qt::Key_1);
+        row(&KytStudioApp::rotateMode, Qt::Key_2);
+        row(&KytStudioApp::drawBond, Qt::Key_3);
+        row(&KytStudioApp::drawDashedBond, Qt::Key_4);
+        row(&KytStudioApp::drawStereoUp, Qt::Key_5);
+        row(&KytStudioApp::drawStereoDown, Qt::Key_6);
+        row(&KytStudioApp::zigzagStructure, Qt::Key_7);
+        row(&KytStudioApp::deleteItem, Qt::Key_8);
+        row(&KytStudioApp::fixedLength, Qt::Key_9);
+        row(&KytStudioApp::fixedAngle, Qt::Key_0);
     }
 
     void digitsSelectModesAndSwitches()
     {
         QFETCH(QAction * KytStudioApp::*, action);
         QFETCH(int, key);
-        QFETCH(QString, toolTip);
         StepsWindow window;
         QAction* const selected = window.get()->*action;
         // Another mode before, so that the first has something to do.
@@ -244,9 +246,6 @@ private slots:
         const bool before = selected->isChecked();
         window.press(Qt::Key(key), Qt::NoModifier);
         QCOMPARE(selected->isChecked(), !before);
-        QVERIFY2(selected->toolTip().endsWith(QStringLiteral(", %1)").arg(QChar(key))), qPrintable(selected->toolTip()));
-        if (!toolTip.isEmpty())
-            QCOMPARE(selected->toolTip(), toolTip);
     }
 
     void aHeldDigitActsOnce()
@@ -288,7 +287,7 @@ private slots:
         const TestWindow window;
         QSet<QAction*> actions;
         for (QAction* action : window->findChildren<QAction*>())
-            if (!action->menu() && !action->isSeparator() && action->parent() == window.get())
+            if (action->parent() == window.get() || action->parent() == window->viewGrp)
                 actions.insert(action);
         QCOMPARE(actions.size(), 30);
     }
