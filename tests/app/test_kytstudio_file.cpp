@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QFileIconProvider>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -12,7 +13,12 @@
 
 #include <utility>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
+
+constexpr uid_t ordinaryId = 65534; // nobody
 
 /// The title that the window manager is told, as xprop prints it.
 QString titleOnScreen(const QWidget& window)
@@ -54,6 +60,7 @@ using Answer = std::function<void(QMessageBox*)>;
 } // namespace
 
 Q_DECLARE_METATYPE(Answer)
+Q_DECLARE_METATYPE(FileCommand)
 
 class test_kytstudio_file : public QObject {
     Q_OBJECT
@@ -606,6 +613,93 @@ private slots:
         QVERIFY2(steps.done(), steps.trouble());
         QCOMPARE(folder.names(), QStringList({".kyt", "a.kyt"}));
         QCOMPARE(readFile("a.kyt"), QByteArray("precious"));
+    }
+
+    void saveShowsTheFileThatItWillWrite_data()
+    {
+        QTest::addColumn<FileCommand>("command");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        for (const auto& [name, command] : {std::pair("Save", saveCommand), std::pair("Save As", saveAsCommand)}) {
+            const auto row = [&](const char* what, const char* typed, const char* shown) {
+                QTest::addRow("%s: %s", name, what) << command << QString(typed) << QString(shown);
+            };
+            row("a name", "mine", "Saves as: %1/mine.kyt");
+            row("a name with the extension", "mine.kyt", "Saves as: %1/mine.kyt.kyt");
+            row("in a folder", "inner/mine", "Saves as: %1/inner/mine.kyt");
+            row("a folder", "inner", "");
+            row("nothing", "", "");
+        }
+    }
+
+    void saveShowsTheFileThatItWillWrite()
+    {
+        QFETCH(const FileCommand, command);
+        QFETCH(const QString, typed);
+        QFETCH(const QString, shown);
+        const WorkingFolder folder;
+        QVERIFY(QDir().mkdir("inner"));
+        const TestWindow window;
+        ModalSteps steps;
+        steps.then<QFileDialog>(command.dialog, [&](QFileDialog* dialog) {
+            dialog->setDirectory(folder.path());
+            typeName(dialog, typed);
+            QCOMPARE(dialog->findChild<QLabel*>("fileToWrite")->text(),
+                     shown.isEmpty() ? shown : shown.arg(folder.path()));
+            pressEscape(dialog);
+        });
+        (window.get()->*command.slot)();
+        QVERIFY2(steps.done(), steps.trouble());
+    }
+
+    void saveRefusesNamesThatCannotBeWritten_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("a missing folder") << "missing/mine"
+                                          << "The folder \"%1/missing\" does not exist.";
+        QTest::newRow("a folder of that name") << "taken"
+                                               << "\"taken.kyt\" is a folder.";
+        QTest::newRow("a pipe") << "pipe"
+                                << "\"pipe.kyt\" is not a regular file.";
+        QTest::newRow("a read-only file") << "fixed"
+                                          << "No write permission for \"fixed.kyt\".";
+        QTest::newRow("a read-only folder") << "closed/mine"
+                                            << "No write permission for \"%1/closed\".";
+    }
+
+    void saveRefusesNamesThatCannotBeWritten()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const QString, reason);
+        const WorkingFolder folder;
+        QCOMPARE(chmod(".", 0755), 0);
+        QVERIFY(QDir().mkdir("taken.kyt"));
+        QVERIFY(QDir().mkdir("closed"));
+        QCOMPARE(mkfifo("pipe.kyt", 0600), 0);
+        QVERIFY(writeFile("fixed.kyt", "precious"));
+        QCOMPARE(chmod("fixed.kyt", 0444), 0);
+        QCOMPARE(chmod("closed", 0555), 0);
+        const TestWindow window;
+        ModalSteps steps;
+        // Root may write everywhere: permissions are those of the real user, who is somebody else meanwhile.
+        const uid_t user = getuid();
+        if (user == 0)
+            QCOMPARE(setresuid(ordinaryId, 0, 0), 0);
+        thenType(steps, saveCommand, folder.path(name));
+        steps.then<QFileDialog>(saveCommand.dialog, [&](QFileDialog* dialog) {
+            const auto* below = dialog->findChild<QLabel*>("fileToWrite");
+            QCOMPARE(below->text(), reason.contains("%1") ? reason.arg(folder.path()) : reason);
+            QVERIFY(below->font().bold());
+            QCOMPARE(setresuid(user, user, user), 0);
+            typeNameAndEnter(dialog, folder.path("good"));
+        });
+        window->slotFileSave();
+        QCOMPARE(setresuid(user, user, user), 0);
+        QVERIFY2(steps.done(), steps.trouble());
+        QCOMPARE(window->doc->docName, folder.path("good.kyt"));
+        QCOMPARE(readFile("good.kyt"), emptyWorkspace);
+        QCOMPARE(readFile("fixed.kyt"), QByteArray("precious"));
     }
 
     void aFileWithTheTypedNameItselfIsNotAskedAbout()
