@@ -172,5 +172,6 @@ private:
     StateLabel* stateLabel = nullptr;
     const KytAtom* atomUnderPointer = nullptr; // its depth is shown
     int atomsUnderPointer = 0;
+    int atomsOutside = 0; // of the canvas
     QString failedSave; // the file that the last save failed to write; null if it succeeded
 };

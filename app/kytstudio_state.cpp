@@ -26,7 +26,11 @@ void KytStudioApp::initStateLabel()
 {
     stateLabel = new StateLabel(statusBar());
     stateLabel->setAccessibleName(tr("State of the drawing"));
-    connect(view, &KytStudioView::drawingChanged, this, &KytStudioApp::updateState);
+    connect(view, &KytStudioView::drawingChanged, this, [this] {
+        const QList<KytAtom*> atoms = doc->canvas ? drawnAtoms(*doc->canvas) : QList<KytAtom*>();
+        atomsOutside = static_cast<int>(std::count_if(atoms.begin(), atoms.end(), isOutside));
+        updateState();
+    });
     connect(view, &KytStudioView::pointerOver, this, [this](const KytAtom* atom, int atoms) {
         atomUnderPointer = atom;
         atomsUnderPointer = atoms;
@@ -50,9 +54,8 @@ void KytStudioApp::updateState()
         parts << tr("depth %1").arg(double{atomUnderPointer->getAtomZ()}, 0, 'f', 2);
     if (atomsUnderPointer > 1)
         parts << tr("%1 atoms on top of each other").arg(atomsUnderPointer);
-    const QList<KytAtom*> atoms = drawnAtoms(*doc->canvas);
-    if (const auto outside = std::count_if(atoms.begin(), atoms.end(), isOutside))
-        parts << tr("%1 outside the canvas").arg(outside);
+    if (atomsOutside > 0)
+        parts << tr("%1 outside the canvas").arg(atomsOutside);
     if (!failedSave.isNull())
         parts << tr("not saved: %1").arg(QFileInfo(failedSave).fileName());
     parts.removeAll(QString());

@@ -8,6 +8,7 @@
 #include "bench/Measuring.h"
 #include "bench/Screen.h"
 #include "doc/kytstudiodoc.h"
+#include "history/KytHistory.h"
 #include "i3d/KytI3dView.h"
 #include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
@@ -90,6 +91,11 @@ const Row rows[] = {
     {"drag a sheet of 100 000 atoms, one step including the repaint", "drag molecule", "sheet 100000", "ms", 70},
     {"rotate a sheet of 100 000 atoms, one step including the repaint", "rotate molecule", "sheet 100000", "ms", 70},
     {"delete one atom in the middle of a molecule of 20 000", "delete", "sheet 20000", "ms", 30},
+    {"record the drag of one atom of 1 000 as a step", "record", "sheet 1000", "ms", 1},
+    {"record the drag of one atom of 20 000 as a step", "record", "sheet 20000", "ms", 10},
+    {"undo the drag of one atom of 20 000, without painting", "undo", "sheet 20000", "ms", 50},
+    {"memory of a hundred steps that drag one atom of 20 000", "steps memory", "sheet 20000", "MiB", 20},
+    {"paint 20 000 atoms at 25 %", "paint small", "sheet 20000", "ms", 50},
     {"peak memory per atom, with 20 000 atoms open", "memory", "sheet 20000", "KiB", 7},
     {"open the 3D window with 1 000 atoms, until the first frame", "first frame", "sheet 1000", "ms", 500},
 };
@@ -212,6 +218,51 @@ public:
         return elapsed;
     }
 
+    /// Processor time in milliseconds for recording that an atom was moved.
+    double record()
+    {
+        KytAtom* atom = drawnAtoms(*window.doc->canvas).constFirst();
+        atom->move(atom->x() + 1, atom->y());
+        const qsizetype before = window.view->history->undoCount();
+        const double elapsed = processorTime([this] { window.view->recordStep(QStringLiteral("Move")); });
+        if (window.view->history->undoCount() != before + 1)
+            fail("the step was not recorded");
+        return elapsed;
+    }
+
+    double undo()
+    {
+        record();
+        const KytAtom* atom = drawnAtoms(*window.doc->canvas).constFirst();
+        const double moved = atom->x();
+        const double elapsed = processorTime([this] { window.view->undo(); });
+        if (atom->x() == moved)
+            fail("the step was not undone");
+        return elapsed;
+    }
+
+    /// Memory of a hundred steps, each of which moves an atom, in MiB.
+    double stepsMemory()
+    {
+        constexpr int count = 100;
+        record();
+        const qsizetype before = window.view->history->size();
+        for (int i = 0; i < count; ++i)
+            record();
+        return double(window.view->history->size() - before) / (1 << 20);
+    }
+
+    /// Processor time in milliseconds for painting the window with the whole drawing in it, as far as it goes.
+    double paintSmall()
+    {
+        window.view->zoomTo(0.25, QPointF());
+        settle();
+        const double elapsed = processorTime([this] { window.view->viewport()->repaint(); });
+        window.view->zoomTo(1, QPointF());
+        settle();
+        return elapsed;
+    }
+
     double firstFrame()
     {
         KytI3dView viewer(window.doc->canvas);
@@ -304,6 +355,10 @@ int measureDrawing(const Drawing& drawing)
             times["save"].push_back(editor.save());
             times["hover"].push_back(editor.hover());
             times["drag atom"].push_back(editor.dragAtom());
+            times["record"].push_back(editor.record());
+            times["undo"].push_back(editor.undo());
+            times["steps memory"].push_back(editor.stepsMemory());
+            times["paint small"].push_back(editor.paintSmall());
             times["delete"].push_back(editor.deleteInTheMiddle());
         }
         times["new"].push_back(editor.clear());

@@ -76,6 +76,7 @@ private slots:
         QFETCH(bool, outside);
         const TestWindow window;
         window.atom(at.x(), at.y());
+        window->view->recordStep("Draw Bond");
         window->viewMode->trigger();
         QCOMPARE(stateOf(window).endsWith("1 outside the canvas"), outside);
     }
