@@ -1,6 +1,7 @@
 #include "tests/monkey/EditorRules.h"
 
 #include "canvas/truncate.h"
+#include "history/KytHistory.h"
 #include "tests/support/RoundTrip.h"
 #include "view/kytstudioview.h"
 
@@ -26,7 +27,15 @@ QPoint centreOf(const KytAtom* atom)
 EditorRules::EditorRules(const KytStudioView* view)
     : view(view)
 {
-    QObject::connect(view->doc, &KytStudioDoc::documentChanged, &listener, [this] { fileWasRead = true; });
+    QObject::connect(view->doc, &KytStudioDoc::documentChanged, &listener, [this] { mayHaveOddities = true; });
+    QObject::connect(view, &KytStudioView::drawingChanged, &listener, [this] {
+        // Without a new step, one was undone or redone, which can bring back what had gone.
+        if (!this->view->history)
+            return;
+        const qint64 recorded = this->view->history->recordCount();
+        mayHaveOddities |= recorded == stepsRecorded;
+        stepsRecorded = recorded;
+    });
 }
 
 QString EditorRules::firstFault()
@@ -110,7 +119,7 @@ void EditorRules::noteOddities()
 {
     if (atoms.isEmpty())
         undrawnKinds = false;
-    if (!std::exchange(fileWasRead, false))
+    if (!std::exchange(mayHaveOddities, false))
         return;
     for (const KytBond* bond : std::as_const(bonds))
         undrawnKinds |= !bond->stereoBond && linesOf(bond) < bond->bondCount;

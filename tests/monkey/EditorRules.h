@@ -49,9 +49,10 @@ private:
     Census counted;
     QList<KytAtom*> atoms;
     QList<KytBond*> bonds;
-    QObject listener;          // for the document's signals
-    bool fileWasRead = false;  // since the last check
-    bool undrawnKinds = false; // there are bonds with kinds that are counted, but not drawn
+    QObject listener;             // for the document's signals
+    bool mayHaveOddities = false; // a file was read, or a step undone, since the last check
+    bool undrawnKinds = false;    // there are bonds with kinds that are counted, but not drawn
     QByteArray lastWritten;
+    qint64 stepsRecorded = 0;
     quint64 filesRead = 0;
 };
