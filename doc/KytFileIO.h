@@ -3,6 +3,7 @@
 #include "bonds/BondTable.h"
 
 #include <QList>
+#include <QPoint>
 #include <QString>
 #include <QtGlobal>
 
@@ -46,6 +47,7 @@ public:
     /// The index of `atom` in atomsArr; 0 if it is not in the list.
     int getIndex(KytAtom* atom) const;
 
+    QPoint offset; ///< readWorkspace adds it to the coordinates
     int atomsCount = 0;
     int bondsCount = 0;
     QList<KytAtom*> atomsArr;       ///< the molecule's atoms, in the order of the file

@@ -106,7 +106,10 @@ private:
         atom->_atomColor[0] = red;
         atom->_atomColor[1] = green;
         atom->_atomColor[2] = blue;
-        atom->move(x, y);
+        if (io.offset.isNull())
+            atom->move(x, y);
+        else
+            atom->move(double{x} + io.offset.x(), double{y} + io.offset.y());
         atom->setMolecule(molecule);
         atom->show();
     }

@@ -40,7 +40,7 @@ _kytconvert() {
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "-o --output --from --to --v3000 --style --colors --carbons --text \
             --columns --names --no-names --legend --width --height --dpi --bond-length --scale --margin --background \
-            --smiles-column --name-column --skip-errors --jobs --time-limit --check --info --json \
+            --layout --smiles-column --name-column --skip-errors --jobs --time-limit --check --info --json \
             --help --verbose --version" -- "$current")
         return
     fi

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 
 using namespace RDKit;
@@ -97,6 +98,27 @@ Attempt draw(RWMol& molecule, const Stereo& meant, LayoutMethod method)
     return attempt;
 }
 
+/// Gives the bonds of `molecule` the wedges of `laidOut`, which has the same atoms, and makes lines of its other wedges.
+void takeWedges(SketchMolecule& molecule, const SketchMolecule& laidOut)
+{
+    std::map<std::pair<int, int>, const SketchBond*> wedges;
+    for (const SketchBond& bond : laidOut.bonds)
+        if (isWedge(bond))
+            wedges[std::minmax(bond.from, bond.to)] = &bond;
+    for (SketchBond& bond : molecule.bonds) {
+        const auto wedge = wedges.find(std::minmax(bond.from, bond.to));
+        if (wedge != wedges.end())
+            bond = *wedge->second;
+        else if (isWedge(bond))
+            bond.kinds = {KYTBT_SingleBond};
+    }
+}
+
+QPointF centreOf(const SketchMolecule& molecule)
+{
+    return extentOf(Sketch{{molecule}}).center();
+}
+
 } // namespace
 
 std::vector<ChosenWedge> chooseWedges(const RWMol& molecule)
@@ -132,4 +154,28 @@ SketchMolecule layOut(RWMol& molecule, const QString& name, Notes& notes)
             QStringLiteral("%1: stereo of %2: drawn otherwise than read").arg(name, differencesOf(meant, best.shown)));
     notes.add(best.notes);
     return std::move(best.drawn);
+}
+
+SketchMolecule layOutAnew(const SketchMolecule& drawn, const QString& name, Notes& notes)
+{
+    if (drawn.atoms.size() > maxAtomsToLayOut)
+        throw ConversionError(
+            QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(drawn.atoms.size()).arg(maxAtomsToLayOut));
+    const std::unique_ptr<RWMol> molecule = perceivedMolecule(drawn);
+    if (!molecule)
+        throw ConversionError(QStringLiteral("impossible valences: cannot be laid out"));
+    const SketchMolecule laidOut = layOut(*molecule, name, notes);
+    SketchMolecule result = drawn;
+    for (std::size_t i = 0; i < drawn.atoms.size(); ++i) {
+        result.atoms[i].x = laidOut.atoms[i].x;
+        result.atoms[i].y = laidOut.atoms[i].y;
+        result.atoms[i].depth = laidOut.atoms[i].depth;
+    }
+    takeWedges(result, laidOut);
+    const QPointF shift = centreOf(drawn) - centreOf(result);
+    for (SketchAtom& atom : result.atoms) {
+        atom.x += shift.x();
+        atom.y += shift.y();
+    }
+    return result;
 }

@@ -1,12 +1,11 @@
 #include "convert/chemistry/Placement.h"
 
 #include "bonds/BondGeometry.h"
+#include "bonds/DrawnShape.h"
 #include "canvas/truncate.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
-#include <optional>
 
 namespace {
 
@@ -48,29 +47,6 @@ QSizeF sizeWithLabels(const Sketch& sketch)
     return area.size();
 }
 
-/// The number of the connected piece of each atom; pieces are numbered in the order of their first atoms.
-std::vector<std::size_t> piecesOf(const SketchMolecule& molecule)
-{
-    std::vector<std::size_t> rootOf(molecule.atoms.size());
-    std::iota(rootOf.begin(), rootOf.end(), std::size_t{0});
-    const auto root = [&](std::size_t atom) {
-        while (rootOf[atom] != atom)
-            atom = rootOf[atom] = rootOf[rootOf[atom]];
-        return atom;
-    };
-    for (const SketchBond& bond : molecule.bonds) {
-        const auto [first, second] = std::minmax({root(bond.from), root(bond.to)});
-        rootOf[second] = first;
-    }
-    std::vector<std::size_t> pieceOf(molecule.atoms.size());
-    std::size_t pieces = 0;
-    for (std::size_t i = 0; i < pieceOf.size(); ++i)
-        pieceOf[i] = root(i) == i ? pieces++ : pieceOf[root(i)];
-    return pieceOf;
-}
-
-constexpr double riseTolerance = 0.01; // relative; coordinates of files are rounded
-
 /// The projection angle of a wedge between two atoms, in degrees.
 float angleFromDepths(const SketchAtom& from, const SketchAtom& to)
 {
@@ -78,53 +54,14 @@ float angleFromDepths(const SketchAtom& from, const SketchAtom& to)
     return narrowed(projectionAngle(double{from.depth} - to.depth, length));
 }
 
-/// Whether the depth rises along a wedge as along one that is drawn by hand.
-bool risesAsDrawn(const SketchMolecule& molecule, const SketchBond& wedge)
+DrawnShape shapeOf(const SketchMolecule& molecule)
 {
-    const SketchAtom& from = molecule.atoms[wedge.from];
-    const SketchAtom& to = molecule.atoms[wedge.to];
-    const double drawn = drawnSlope * distance({from.x, from.y}, {to.x, to.y});
-    const bool isUp = wedge.kinds.front() == KYTBT_StereoUp;
-    const double rise = (isUp ? 1 : -1) * (double{to.depth} - from.depth);
-    return std::fabs(rise - drawn) <= riseTolerance * drawn;
-}
-
-/// Marks the atoms whose depth follows from a wedge that rises as drawn: its wide end, and what is joined to that by
-/// lines between equal depths.
-std::vector<bool> raisedAtoms(const SketchMolecule& molecule)
-{
-    std::vector<std::vector<int>> level(molecule.atoms.size()); // neighbours of equal depth
-    std::vector<bool> raised(molecule.atoms.size());
-    std::vector<int> pending;
-    const auto raise = [&](int atom) {
-        if (!raised[atom])
-            pending.push_back(atom);
-        raised[atom] = true;
-    };
-    for (const SketchBond& bond : molecule.bonds) {
-        if (isWedge(bond) && risesAsDrawn(molecule, bond)) {
-            raise(bond.to);
-        } else if (!isWedge(bond) && molecule.atoms[bond.from].depth == molecule.atoms[bond.to].depth) {
-            level[bond.from].push_back(bond.to);
-            level[bond.to].push_back(bond.from);
-        }
-    }
-    while (!pending.empty()) {
-        const int atom = pending.back();
-        pending.pop_back();
-        std::for_each(level[atom].begin(), level[atom].end(), raise);
-    }
-    return raised;
-}
-
-/// Marks the connected pieces with a line between different depths.
-std::vector<bool> piecesWithSlopes(const SketchMolecule& molecule, const std::vector<std::size_t>& pieceOf)
-{
-    std::vector<bool> sloping(molecule.atoms.size());
+    DrawnShape shape;
+    for (const SketchAtom& atom : molecule.atoms)
+        shape.atoms.push_back({atom.x, atom.y, atom.depth});
     for (const SketchBond& bond : molecule.bonds)
-        if (!isWedge(bond) && molecule.atoms[bond.from].depth != molecule.atoms[bond.to].depth)
-            sloping[pieceOf[bond.from]] = true;
-    return sloping;
+        shape.bonds.push_back({bond.from, bond.to, bond.kinds.empty() ? KYTBT_SingleBond : bond.kinds.front()});
+    return shape;
 }
 
 /// The indices of the wedges, each after the wedge that ends at its start atom; wedges in a ring have no such order.
@@ -211,7 +148,7 @@ Sketch sideBySide(std::vector<Sketch> sketches)
 
 void spreadPieces(SketchMolecule& molecule)
 {
-    const std::vector<std::size_t> pieceOf = piecesOf(molecule);
+    const std::vector<std::size_t> pieceOf = connectedPieces(shapeOf(molecule));
     std::vector<Sketch> pieces;
     std::vector<std::size_t> indexInPiece;
     for (std::size_t i = 0; i < pieceOf.size(); ++i) {
@@ -234,21 +171,7 @@ void spreadPieces(SketchMolecule& molecule)
 
 bool isFlat(const SketchMolecule& molecule)
 {
-    const std::vector<std::size_t> pieceOf = piecesOf(molecule);
-    const std::vector<bool> sloping = piecesWithSlopes(molecule, pieceOf);
-    if (std::find(sloping.begin(), sloping.end(), true) == sloping.end())
-        return true;
-    const std::vector<bool> raised = raisedAtoms(molecule);
-    std::vector<std::optional<float>> common(molecule.atoms.size()); // depth by piece
-    for (std::size_t i = 0; i < molecule.atoms.size(); ++i) {
-        if (raised[i] || !sloping[pieceOf[i]])
-            continue;
-        const float depth = molecule.atoms[i].depth;
-        if (common[pieceOf[i]].value_or(depth) != depth)
-            return false;
-        common[pieceOf[i]] = depth;
-    }
-    return true;
+    return isFlat(shapeOf(molecule));
 }
 
 void liftWedges(SketchMolecule& molecule)

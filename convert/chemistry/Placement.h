@@ -29,10 +29,7 @@ Sketch sideBySide(std::vector<Sketch> sketches);
 /// enough space for their labels.
 void spreadPieces(SketchMolecule& molecule);
 
-/// Whether the depths of a molecule only follow from its wedges, so that it is no shape in space. That is so if, in
-/// each connected piece, the two ends of every bond that is not a wedge have the same depth; or if the atoms that are
-/// not at one common depth are wide ends of wedges that rise as drawn, or joined to these by bonds between equal
-/// depths.
+/// Whether the molecule has no shape in space; see isFlat(const DrawnShape&).
 bool isFlat(const SketchMolecule& molecule);
 
 /// Gives every wedge between atoms of equal depth the angle of a newly drawn wedge and raises or lowers its wide end to

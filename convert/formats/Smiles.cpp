@@ -19,7 +19,6 @@ using namespace RDKit;
 namespace {
 
 // The layout needs memory quadratic in the number of atoms.
-constexpr unsigned maxAtoms = 1000;
 constexpr qsizetype maxLineLength = qsizetype{16} * 1024; // characters
 constexpr std::size_t maxAtomsToWrite = 2'000;            // RDKit writes SMILES recursively
 
@@ -87,7 +86,7 @@ std::unique_ptr<RWMol> sanitized(const RWMol& parsed, const std::string& smiles)
 /// Whether a SMILES may have too many atoms, labels or unusual stereo. A SMILES has no more atoms than characters.
 bool needsPreview(const QString& smiles)
 {
-    return smiles.size() > static_cast<qsizetype>(maxAtoms) || smiles.contains(u'@') || smiles.contains(u'|');
+    return smiles.size() > static_cast<qsizetype>(maxAtomsToLayOut) || smiles.contains(u'@') || smiles.contains(u'|');
 }
 
 /// Parses a SMILES as it is before sanitizing it, which takes long for a large molecule and removes unusual stereo.
@@ -95,8 +94,8 @@ std::unique_ptr<RWMol> previewed(const std::string& smiles, Notes& notes)
 {
     const std::unique_ptr<RWMol> parsed = parse(smiles, false);
     const unsigned atoms = parsed->getNumAtoms();
-    if (atoms > maxAtoms)
-        throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtoms));
+    if (atoms > maxAtomsToLayOut)
+        throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtomsToLayOut));
     noteUnusualStereo(*parsed, notes);
     return sanitized(*parsed, smiles);
 }

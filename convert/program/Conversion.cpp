@@ -1,6 +1,7 @@
 #include "convert/program/Conversion.h"
 
 #include "convert/Deadline.h"
+#include "convert/chemistry/Layout.h"
 
 #include <new>
 
@@ -34,6 +35,18 @@ std::vector<Sketch> readRecord(const Record& record, const Format& format, const
         throw;
     } catch (const std::exception& fault) {
         throw ConversionError(location + QString::fromUtf8(fault.what()));
+    }
+}
+
+void layOutAnew(Sketch& sketch, const QString& location, Notes& notes)
+{
+    const Deadline deadline(location.chopped(2));
+    for (SketchMolecule& molecule : sketch.molecules) {
+        try {
+            molecule = layOutAnew(molecule, location.chopped(2), notes);
+        } catch (const std::exception& fault) {
+            throw ConversionError(location + QString::fromUtf8(fault.what()));
+        }
     }
 }
 

@@ -17,6 +17,10 @@ std::vector<Sketch> readSketches(const QByteArray& text, const Format& format, c
 /// and, if known, the name of the molecule.
 std::vector<Sketch> readRecord(const Record& record, const Format& format, const QString& name, Notes& notes);
 
+/// Lays out all molecules of a sketch anew; each keeps its centre. An error starts with `location`, as locationOf()
+/// writes it.
+void layOutAnew(Sketch& sketch, const QString& location, Notes& notes);
+
 /// Converts the sketches to a format. Workspaces, molfiles and pictures hold one drawing, in which several sketches are
 /// laid out side by side. Throws ConversionError if they cannot be converted.
 QByteArray writeSketches(std::vector<Sketch> sketches, const Format& format, const OutputStyle& style, Notes& notes);

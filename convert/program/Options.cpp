@@ -161,6 +161,7 @@ Options parseOptions(const QStringList& arguments)
                        {"dpi", {}, "number"},
                        {"bond-length", {}, "points"},
                        {"v3000", {}},
+                       {"layout", {}},
                        {"smiles-column", {}, "column"},
                        {"name-column", {}, "column"},
                        {"skip-errors", {}},
@@ -211,6 +212,7 @@ Options parseOptions(const QStringList& arguments)
         fail(QStringLiteral("InChI is not supported by this build: libinchi was not found"));
     options.style.picture = pictureStyle(parser);
     options.style.v3000 = parser.isSet("v3000");
+    options.layout = parser.isSet("layout");
     return options;
 }
 
@@ -226,7 +228,7 @@ in OUTPUT writes one file per molecule.
 
   -o, --output FILE    output file; its extension selects the format
   --from, --to FORMAT  formats (default: from the file extensions)
-  --v3000              always write molfiles and SD files as V3000
+  --v3000, --layout    always write V3000; lay out all molecules anew
   Pictures: --style paper|acs|editor, --colors, --carbons, --text, --columns,
   --names, --no-names, --legend, --width, --height, --dpi, --bond-length,
   --scale, --margin, --background; see the manual page.

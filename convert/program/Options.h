@@ -16,6 +16,7 @@ struct Options {
     InputStyle input;
     OutputStyle style;
     bool json = false;
+    bool layout = false;     ///< lay out drawings anew
     bool skipErrors = false; ///< go on after a record that cannot be converted
     int jobs = 1;            ///< number of worker processes
     int timeLimit = 60;      ///< for a record, in seconds of processor time

@@ -162,6 +162,17 @@ QString fileOf(const Task& task, const Options& options)
     return options.inputs[static_cast<qsizetype>(task.from.input)];
 }
 
+/// The drawings of a record, laid out anew if the user asks for that.
+std::vector<Sketch> sketchesOf(const Record& record, const Format& format, const QString& name, const Options& options,
+                               Notes& notes)
+{
+    std::vector<Sketch> sketches = readRecord(record, format, name, notes);
+    if (options.layout)
+        for (Sketch& sketch : sketches)
+            layOutAnew(sketch, locationOf(record, name, record.name), notes);
+    return sketches;
+}
+
 Converted convertTask(const Task& task, const Options& options)
 {
     Converted converted;
@@ -171,7 +182,7 @@ Converted convertTask(const Task& task, const Options& options)
     const QString file = shownName(fileOf(task, options));
     try {
         const Format& format = inputFormat(options, fileOf(task, options));
-        std::vector<Sketch> sketches = readRecord(task.from.record, format, file, converted.notes);
+        std::vector<Sketch> sketches = sketchesOf(task.from.record, format, file, options, converted.notes);
         converted.texts = textsOf(std::move(sketches), task, file, options, converted.notes);
     } catch (const ConversionError& fault) {
         converted.texts.clear();
@@ -315,7 +326,7 @@ std::vector<std::pair<QString, Sketch>> readInputs(const Options& options, Tally
     Progress progress;
     const auto read = [&](const Record& record, const Format& format, const QString& name) {
         ++tally.records;
-        for (Sketch& sketch : readRecord(record, format, name, notes))
+        for (Sketch& sketch : sketchesOf(record, format, name, options, notes))
             all.emplace_back(name, std::move(sketch));
         progress.update(tally.records, tally.failures);
     };

@@ -270,11 +270,12 @@ private slots:
         QCOMPARE(plain.timeLimit, 60);
         QCOMPARE(plain.jobs, QThread::idealThreadCount());
         const Options all = parseOptions({"a.csv", "-o", "b.sdf.gz", "--smiles-column", "x y", "--name-column", "2",
-                                          "--skip-errors", "--jobs", "7", "--time-limit", "5"});
+                                          "--skip-errors", "--jobs", "7", "--time-limit", "5", "--layout"});
         QCOMPARE(all.to, formatNamed("sdf"));
         QCOMPARE(all.input.smilesColumn, QString("x y"));
         QCOMPARE(all.input.nameColumn, QString("2"));
         QVERIFY(all.skipErrors);
+        QVERIFY(all.layout && !plain.layout);
         QCOMPARE(all.jobs, 7);
         QCOMPARE(all.timeLimit, 5);
     }
@@ -319,7 +320,8 @@ private slots:
               "--margin",     "--background",  "--style",         "--colors",      "--carbons",     "--text",
               "--columns",    "--names",       "--no-names",      "--legend",      "--width",       "--height",
               "--dpi",        "--bond-length", "--smiles-column", "--name-column", "--skip-errors", "--jobs",
-              "--time-limit", "--check",       "--info",          "--json",        "--help",        "--version"})
+              "--time-limit", "--check",       "--info",          "--json",        "--help",        "--version",
+              "--layout"})
             QTest::newRow(option) << option;
     }
 
