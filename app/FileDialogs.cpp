@@ -104,8 +104,9 @@ private:
         if (file.exists() && !file.isFile())
             return tr("\"%1\" is not a regular file.").arg(file.fileName());
         const bool writable = file.exists() ? file.isWritable() : folder.isWritable();
-        return writable ? QString()
-                        : tr("No write permission for \"%1\".").arg(file.exists() ? file.fileName() : folder.filePath());
+        return writable
+            ? QString()
+            : tr("No write permission for \"%1\".").arg(file.exists() ? file.fileName() : folder.filePath());
     }
 
     bool mayWrite(const QString& fileName)

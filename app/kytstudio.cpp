@@ -1,5 +1,8 @@
 #include "app/kytstudio.h"
 
+#include "app/Arrival.h"
+#include "app/Converter.h"
+#include "app/DrawingMimeData.h"
 #include "app/PendingInput.h"
 #include "app/Version.h"
 #include "doc/kytstudiodoc.h"
@@ -36,6 +39,7 @@ KytStudioApp::KytStudioApp()
     initHistory();
     initKeys();
     initStateLabel();
+    initTransfer();
     viewToolBar->setChecked(true);
     viewStatusBar->setChecked(true);
     viewLibraryBar->setChecked(true);
@@ -100,6 +104,10 @@ bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
+    const bool isDrag =
+        event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove || event->type() == QEvent::Drop;
+    if (isDrag && watched == view->viewport())
+        return handleDrag(static_cast<QDropEvent*>(event));
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -5,9 +5,14 @@
 #include "view/KytViewState.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
+#include <functional>
 #include <memory>
 
+class Arrival;
+class Converter;
+class DrawingMimeData;
 class KytAtom;
 class KytI3dView;
 class KytStudioDoc;
@@ -15,8 +20,11 @@ class KytStudioView;
 class StateLabel;
 class QAction;
 class QActionGroup;
+class QDropEvent;
 class QMenu;
 class QToolBar;
+class QUrl;
+struct Clipping;
 
 /// The main window: the editing view with its actions, menus, toolbars and status bar.
 ///
@@ -41,6 +49,10 @@ public:
 
     /// Writes a safety copy of the drawing. Called before the drawing is cleared and when the program quits.
     void keepCopy();
+
+    /// Opens a workspace as Open does, without a dialog. If it cannot be read, the drawing and its name stay, and the
+    /// permanent label says so.
+    void openAtStart(const QString& fileName);
 
     KytStudioView* view = nullptr;
     KytStudioDoc* doc = nullptr;
@@ -143,6 +155,7 @@ protected:
 
 private:
     void showMessage(const QString& text, int milliseconds = 0);
+    void openDocument(const KytHistory::Title& before);
     void clearDrawing();
     void initHistory();
     void initKeys();
@@ -164,6 +177,23 @@ private:
     /// Asks for a name to save under and appends the extension. Returns the extension alone if the dialog is cancelled.
     QString askSaveName(const QString& extension);
     void addFromLibrary(const QString& loading, const QString& fileName, const QString& loaded, const QAction* action);
+    void initTransfer();
+    void copy();
+    void paste();
+    void tidy();
+    void dropFiles(const QList<QUrl>& urls, const QPointF& middle);
+    bool handleDrag(QDropEvent* event);
+    void receive(std::unique_ptr<Arrival> arriving, const QPointF& middle, const QString& name);
+    bool isReceiving() const;
+    bool cancelReceiving();
+    void whenIdle(QObject* context, const std::function<void()>& act);
+    void addArrived(const QList<Clipping>& clippings, const QStringList& faults, const QPointF& middle,
+                    const QString& name);
+    void startLayout(const QList<KytAtom*>& atoms);
+    void replaceAtoms(const QList<KytAtom*>& atoms, const QByteArray& workspace);
+    /// The canvas point at the pointer, or in the middle of the view if the pointer is elsewhere.
+    QPointF targetOnCanvas() const;
+    QList<KytAtom*> moleculeUnderPointer() const;
     void selectMode(KytViewState state);
     QToolBar* makeToolBar(const QString& name, const QString& title, Qt::ToolBarArea area);
 
@@ -173,5 +203,10 @@ private:
     const KytAtom* atomUnderPointer = nullptr; // its depth is shown
     int atomsUnderPointer = 0;
     int atomsOutside = 0; // of the canvas
-    QString failedSave; // the file that the last save failed to write; null if it succeeded
+    QPointer<DrawingMimeData> copied;
+    std::unique_ptr<Arrival> arrival;  // while something is being read
+    std::unique_ptr<Converter> layout; // while a molecule is being laid out
+    bool propertiesMentioned = false;  // the user was told that the properties of an SD file are not kept
+    QString missingFile; // the file that could not be opened at the start; null if there is none
+    QString failedSave;                // the file that the last save failed to write; null if it succeeded
 };

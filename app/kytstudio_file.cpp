@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPrintDialog>
@@ -63,12 +64,29 @@ void KytStudioApp::slotFileOpen()
         showMessage(tr("Opening aborted"), resultTime);
         return;
     }
+    openDocument(before);
+}
+
+/// Reads the document of the name that was just set; `before` is the title before that.
+void KytStudioApp::openDocument(const KytHistory::Title& before)
+{
     clearDrawing();
     readIntoView(doc->docName, false);
     setWindowTitle(captionFor(doc->docName));
     history->record(fileOpen->iconText(), before);
     emit view->drawingChanged();
     showMessage(tr("Loaded document: ") + doc->docName, resultTime);
+}
+
+void KytStudioApp::openAtStart(const QString& fileName)
+{
+    missingFile = QFileInfo(fileName).isFile() && QFileInfo(fileName).isReadable() ? QString() : fileName;
+    if (missingFile.isNull()) {
+        const KytHistory::Title before = title();
+        doc->docName = QFileInfo(fileName).canonicalFilePath();
+        openDocument(before);
+    }
+    updateState();
 }
 
 QString KytStudioApp::askSaveName(const QString& extension)

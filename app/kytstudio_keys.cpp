@@ -8,16 +8,16 @@
 #include <functional>
 #include <initializer_list>
 
-// Keys in addition to those of the actions: undo and redo, zoom, cancelling a gesture, and a digit for each mode and
-// switch, since some of these share their own key.
+// Keys in addition to those of the actions: undo and redo, copy and paste, zoom, cancelling a gesture, and a digit for
+// each mode and switch, since some of these share their own key.
 
 void KytStudioApp::initKeys()
 {
-    view->setWhatsThis(
-        tr("Canvas\n\nDraw and move with the left mouse button. Right-click on an atom or a wedge for its properties.\n\n"
-           "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture\n"
-           "Ctrl+wheel, Ctrl++, Ctrl+-: zoom\nCtrl+0: full size\nCtrl+9: the whole drawing\n"
-           "1 to 8: modes, in the order of the toolbar\n9: Fixed Length\n0: Fixed Angle"));
+    view->setWhatsThis(tr(
+        "Canvas\n\nDraw and move with the left mouse button. Right-click on an atom or a wedge for its properties.\n\n"
+        "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture\n"
+        "Ctrl+wheel, Ctrl++, Ctrl+-: zoom\nCtrl+0: full size\nCtrl+9: the whole drawing\n"
+        "1 to 8: modes, in the order of the toolbar\n9: Fixed Length\n0: Fixed Angle"));
     const auto bind = [this](std::initializer_list<const char*> keys, const std::function<void()>& act) {
         for (const char* key : keys)
             connect(new QShortcut(QKeySequence(QString::fromLatin1(key)), this), &QShortcut::activated, this, act);
@@ -28,7 +28,13 @@ void KytStudioApp::initKeys()
     bind({"Ctrl+-"}, [this] { zoomBy(-1); });
     bind({"Ctrl+0"}, [this] { view->zoomTo(1, zoomAnchor()); });
     bind({"Ctrl+9"}, [this] { view->zoomToDrawing(); });
-    bind({"Escape"}, [this] { view->cancelGesture(); });
+    bind({"Ctrl+C"}, [this] { copy(); });
+    bind({"Shift+Ins", "Ctrl+Shift+V"}, [this] { paste(); });
+    bind({"Ctrl+L"}, [this] { tidy(); });
+    bind({"Escape"}, [this] {
+        if (!cancelReceiving())
+            view->cancelGesture();
+    });
 
     // In the order of the toolbar.
     QAction* const owners[] = {viewMode,       rotateMode,      drawBond,   drawDashedBond, drawStereoUp,

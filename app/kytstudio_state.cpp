@@ -56,6 +56,8 @@ void KytStudioApp::updateState()
         parts << tr("%1 atoms on top of each other").arg(atomsUnderPointer);
     if (atomsOutside > 0)
         parts << tr("%1 outside the canvas").arg(atomsOutside);
+    if (!missingFile.isNull())
+        parts << tr("cannot be opened: %1").arg(QFileInfo(missingFile).fileName());
     if (!failedSave.isNull())
         parts << tr("not saved: %1").arg(QFileInfo(failedSave).fileName());
     parts.removeAll(QString());

@@ -57,6 +57,12 @@ int main(int argc, char* argv[])
     // Set after the window is shown, because loading the icon takes longer than that.
     QTimer::singleShot(0, window, [] { QApplication::setWindowIcon(applicationIcon()); });
 
+    // The launcher passes the name of a file in the environment, since all arguments are those of the toolkit.
+    const QString fileToOpen = qEnvironmentVariable("KYTSTUDIO_OPEN");
+    qunsetenv("KYTSTUDIO_OPEN");
+    if (!fileToOpen.isEmpty())
+        window->openAtStart(fileToOpen);
+
     editor = window;
     const TerminationWatch watch(keepCopy);
     // Qt calls exit() if it loses the connection to the X server, for example at the end of a session.

@@ -124,7 +124,13 @@ Clipping clippingOf(QCanvas& canvas, const QList<KytAtom*>& atoms)
     return {workspaceText(copy.canvas()), locksOf(atomsInFileOrder(copy.canvas()))};
 }
 
-QList<KytAtom*> addClipping(const Clipping& clipping, QPoint middle, KytStudioDoc& doc)
+QRectF extentOf(const Clipping& clipping)
+{
+    ScratchDrawing trial;
+    return trial.read(clipping.workspace) ? extentOf(atomsInFileOrder(trial.canvas())) : QRectF();
+}
+
+QList<KytAtom*> addClipping(const Clipping& clipping, std::optional<QPointF> middle, KytStudioDoc& doc)
 {
     ScratchDrawing trial;
     if (!trial.read(clipping.workspace))
@@ -137,9 +143,11 @@ QList<KytAtom*> addClipping(const Clipping& clipping, QPoint middle, KytStudioDo
     const QByteArray locks = ownLocks ? clipping.locks : locksByShape(trial.canvas());
 
     const qsizetype before = drawnAtoms(*doc.canvas).size();
+    const QPointF wanted = middle.value_or(extent.center());
     QTextStream stream(clipping.workspace);
     KytFileIO io;
-    io.offset = {shiftOf(extent.left(), extent.width(), middle.x()), shiftOf(extent.top(), extent.height(), middle.y())};
+    io.offset = {shiftOf(extent.left(), extent.width(), wanted.x()),
+                 shiftOf(extent.top(), extent.height(), wanted.y())};
     io.readWorkspace(stream, &doc, false);
     const QList<KytAtom*> added = drawnAtoms(*doc.canvas).mid(before);
     for (qsizetype i = 0; i < added.size(); ++i)

@@ -2,7 +2,10 @@
 
 #include <QByteArray>
 #include <QList>
-#include <QPoint>
+#include <QPointF>
+#include <QRectF>
+
+#include <optional>
 
 class KytAtom;
 class KytStudioDoc;
@@ -17,10 +20,14 @@ struct Clipping {
 /// The atoms `atoms` of the drawing on `canvas`, with the bonds among them.
 Clipping clippingOf(QCanvas& canvas, const QList<KytAtom*>& atoms);
 
-/// Adds the clipping to the drawing of `doc` so that its middle is at `middle` (canvas pixels), or as near to that as
-/// the canvas allows: drawings that are not larger than the canvas lie on it with all their labels.
+/// The area that the clipping's atoms and labels take, in canvas pixels; null if it cannot be added.
+QRectF extentOf(const Clipping& clipping);
+
+/// Adds the clipping to the drawing of `doc` so that its middle is at `middle` (canvas pixels; nothing for where it
+/// is), or as near to that as the canvas allows: drawings that are not larger than the canvas lie on it with all their
+/// labels.
 ///
 /// Returns the new atoms. Adds nothing and returns an empty list if the workspace has no atoms, has an error, or has
 /// coordinates far outside any canvas. Where the locks do not belong to the atoms, molecules with a shape in space are
 /// locked, others are not.
-QList<KytAtom*> addClipping(const Clipping& clipping, QPoint middle, KytStudioDoc& doc);
+QList<KytAtom*> addClipping(const Clipping& clipping, std::optional<QPointF> middle, KytStudioDoc& doc);

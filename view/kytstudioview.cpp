@@ -3,9 +3,11 @@
 #include "bonds/BondGeometry.h"
 #include "bonds/KytBond.h"
 #include "bonds/KytBondLine.h"
+#include "bonds/KytStereoBond.h"
 #include "canvas/truncate.h"
 #include "doc/kytstudiodoc.h"
 #include "model/DrawingStyle.h"
+#include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
 #include "view/DrawingGeometry.h"
 
@@ -109,6 +111,24 @@ QList<KytAtom*> KytStudioView::atomsAt(const QPoint& p, const KytAtom* except) c
 KytAtom* KytStudioView::atomAt(const QPoint& p) const
 {
     return atomsAt(p).value(0);
+}
+
+QList<KytAtom*> KytStudioView::moleculeAt(const QPoint& p) const
+{
+    if (!canvas())
+        return {};
+    for (const QCanvasItem* item : itemsAt(inverseWorldMatrix().map(p))) {
+        const KytAtom* atom = nullptr;
+        if (item->rtti() == QCanvasItem::Rtti_Ellipse)
+            atom = static_cast<const KytAtom*>(item);
+        else if (item->rtti() == QCanvasItem::Rtti_Line)
+            atom = static_cast<const KytBondLine*>(item)->getBond()->getFromAtom();
+        else if (item->rtti() == QCanvasItem::Rtti_Polygon)
+            atom = static_cast<const KytStereoBond*>(item)->getBond()->getFromAtom();
+        if (atom)
+            return drawnAtoms(*canvas(), atom->getMolecule());
+    }
+    return {};
 }
 
 /// The distance from an item's hit area, in canvas pixels, at which it is still hit.

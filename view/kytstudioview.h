@@ -65,6 +65,9 @@ public:
     QString undo();
     QString redo();
 
+    /// All atoms of the molecule at `p` (pixels of the viewport); empty where there is none.
+    QList<KytAtom*> moleculeAt(const QPoint& p) const;
+
     /// Zooms by so many levels, in or out, between 25 % and 800 %; what is at `anchor` (pixels of the viewport) stays.
     void zoomBy(int steps, const QPointF& anchor);
     /// Zooms to `factor`, kept between 25 % and 800 %.
