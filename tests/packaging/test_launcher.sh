@@ -18,6 +18,7 @@ install() {
     cat >"$1/libexec/kytstudio/kytstudio" <<'PROGRAM'
 #!/bin/sh
 printf '%s\n' "$PWD" "$QT_QPA_PLATFORM" "$@"
+[ -z "${KYTSTUDIO_OPEN-}" ] || printf 'open: %s\n' "$KYTSTUDIO_OPEN"
 [ -z "${PROCESS-}" ] || echo $$ >"$PROCESS"
 exit "${STATUS:-0}"
 PROGRAM
@@ -71,6 +72,25 @@ two words"
 expect_equal "The number of arguments" "$(wc -l <"$work/out")" 5
 expect_links "$folder" "$first"
 expect_equal "The mode of a folder that had to be made" "$(stat -c %a "$home/.local/share")" 700
+
+# expect_opened WHAT FILE [ARGUMENT...]: the file that the program is told to open, and its arguments.
+expect_opened() {
+    expect_success "$1"
+    expect_equal "$1: what the program was given" "$(sed 1,2d "$work/out")" "$(
+        [ $# -lt 3 ] || printf '%s\n' "${@:3}"
+        [ -z "$2" ] || printf 'open: %s' "$2"
+    )"
+}
+start HOME="$home" "$first/bin/kytstudio" -style fusion -- "/tmp/a b.kyt"
+expect_opened "A file behind --" "/tmp/a b.kyt" -style fusion
+start HOME="$home" "$first/bin/kytstudio" -- /tmp/first.kyt /tmp/second.kyt
+expect_opened "Two files" /tmp/first.kyt
+start HOME="$home" sh -c 'cd "$1" && exec "$2" -- -odd.kyt' sh "$work" "$first/bin/kytstudio"
+expect_opened "A file in the folder of the start" "$work/-odd.kyt"
+start HOME="$home" "$first/bin/kytstudio" --
+expect_opened "No file behind --" ""
+start HOME="$home" KYTSTUDIO_OPEN=/tmp/old.kyt "$first/bin/kytstudio" -- --
+expect_opened "A file named --" "$PWD/--"
 
 start HOME="$home" STATUS=7 QT_QPA_PLATFORM=offscreen "$first/bin/kytstudio"
 expect_equal "The program's status" $status 7
