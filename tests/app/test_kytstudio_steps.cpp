@@ -3,6 +3,8 @@
 #include "tests/support/Snapshot.h"
 
 #include <QAction>
+#include <QActionGroup>
+#include <QMenu>
 #include <QShortcut>
 
 namespace {
@@ -25,6 +27,9 @@ public:
     QStringList titles() const { return {(*this)->doc->docName, (*this)->windowTitle()}; }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) const
     {
+        // After a dialog it takes the window manager a moment; without the keyboard no shortcut is one.
+        if (!QTest::qWaitForWindowActive(get()))
+            qFatal("The window does not get the keyboard");
         QTest::keyClick(get(), key, modifiers);
     }
     /// What the status bar says after Ctrl+Z and after Ctrl+Y.
@@ -110,8 +115,8 @@ private slots:
         QTest::addColumn<Command>("command");
         QTest::newRow("cancelled Insert") << Command([](StepsWindow& w) { QCOMPARE(cancel(w, insertCommand), ""); });
         QTest::newRow("cancelled Import") << Command([](StepsWindow& w) { QCOMPARE(cancel(w, importCommand), ""); });
-        QTest::newRow("cancelled Close")
-            << Command([](StepsWindow& w) { QCOMPARE(closeWith(w, QMessageBox::Cancel), ""); });
+        QTest::newRow("cancelled Close") << Command(
+            [](StepsWindow& w) { QCOMPARE(closeWith(w, QMessageBox::Cancel), ""); });
         QTest::newRow("Save As") << Command([](StepsWindow& w) { accept(w, saveAsCommand, "b"); });
         QTest::newRow("a mode") << Command([](StepsWindow& w) { w->drawBond->trigger(); });
         QTest::newRow("a missing template") << Command([](StepsWindow& w) {
@@ -175,7 +180,7 @@ private slots:
         QTest::addColumn<QString>("shown");
         const int control = Qt::ControlModifier;
         QTest::newRow("undo") << int(Qt::Key_Z) << control << "Undone: Water";
-        QTest::newRow("redo") << int(Qt::Key_Z) << (control | Qt::ShiftModifier) << "Redone: Prop";
+        QTest::newRow("redo") << int(Qt::Key_Z) << (control | int(Qt::ShiftModifier)) << "Redone: Prop";
         QTest::newRow("redo again") << int(Qt::Key_Y) << control << "Redone: Prop";
     }
 
@@ -244,7 +249,8 @@ private slots:
         const bool before = selected->isChecked();
         window.press(Qt::Key(key), Qt::NoModifier);
         QCOMPARE(selected->isChecked(), !before);
-        QVERIFY2(selected->toolTip().endsWith(QStringLiteral(", %1)").arg(QChar(key))), qPrintable(selected->toolTip()));
+        QVERIFY2(selected->toolTip().endsWith(QStringLiteral(", %1)").arg(QChar(key))),
+                 qPrintable(selected->toolTip()));
         if (!toolTip.isEmpty())
             QCOMPARE(selected->toolTip(), toolTip);
     }
@@ -288,9 +294,10 @@ private slots:
         const TestWindow window;
         QSet<QAction*> actions;
         for (QAction* action : window->findChildren<QAction*>())
-            if (!action->menu() && !action->isSeparator() && action->parent() == window.get())
+            if (!action->menu() && !action->isSeparator()
+                && (action->parent() == window.get() || action->parent() == window->viewGrp))
                 actions.insert(action);
-        QCOMPARE(actions.size(), 30);
+        QCOMPARE(actions.size(), 30 + 1); // and What's This
     }
 };
 
