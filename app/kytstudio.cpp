@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QShortcutEvent>
 #include <QStatusBar>
@@ -100,7 +101,17 @@ bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
+    // A floating toolbar is a window, beyond which keys do not go.
+    if (event->type() == QEvent::KeyPress && qobject_cast<QToolBar*>(watched)
+        && pressKey(*static_cast<QKeyEvent*>(event)))
+        return true;
     return QMainWindow::eventFilter(watched, event);
+}
+
+void KytStudioApp::keyPressEvent(QKeyEvent* event)
+{
+    if (!pressKey(*event))
+        QMainWindow::keyPressEvent(event);
 }
 
 void KytStudioApp::slotDisplayBondDetail(char* text)

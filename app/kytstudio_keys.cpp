@@ -2,6 +2,8 @@
 #include "view/kytstudioview.h"
 
 #include <QAction>
+#include <QDeadlineTimer>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QShortcut>
 
@@ -13,11 +15,11 @@
 
 void KytStudioApp::initKeys()
 {
-    view->setWhatsThis(
-        tr("Canvas\n\nDraw and move with the left mouse button. Right-click on an atom or a wedge for its properties.\n\n"
-           "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture\n"
-           "Ctrl+wheel, Ctrl++, Ctrl+-: zoom\nCtrl+0: full size\nCtrl+9: the whole drawing\n"
-           "1 to 8: modes, in the order of the toolbar\n9: Fixed Length\n0: Fixed Angle"));
+    view->setWhatsThis(tr(
+        "Canvas\n\nDraw and move with the left mouse button. Right-click on an atom or a wedge for its properties.\n\n"
+        "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture\n"
+        "Ctrl+wheel, Ctrl++, Ctrl+-: zoom\nCtrl+0: full size\nCtrl+9: the whole drawing\n"
+        "1 to 8: modes, in the order of the toolbar\n9: Fixed Length\n0: Fixed Angle"));
     const auto bind = [this](std::initializer_list<const char*> keys, const std::function<void()>& act) {
         for (const char* key : keys)
             connect(new QShortcut(QKeySequence(QString::fromLatin1(key)), this), &QShortcut::activated, this, act);
@@ -44,6 +46,26 @@ void KytStudioApp::initKeys()
     // A drag gets no release event when a menu opens.
     for (QMenu* menu : {pFileMenu, pViewMenu, pInsertMenu, pHelpMenu})
         connect(menu, &QMenu::aboutToShow, view, &KytStudioView::settleDrag);
+}
+
+// Not shortcuts: these would come before the letters that open a menu from the menu bar.
+bool KytStudioApp::pressKey(const QKeyEvent& event)
+{
+    const int key = event.key();
+    const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
+    const bool isDelete = (key == Qt::Key_Delete || key == Qt::Key_Backspace) && held == Qt::NoModifier;
+    const bool isLetter =
+        key >= Qt::Key_A && key <= Qt::Key_Z && (held & ~Qt::KeyboardModifiers(Qt::ShiftModifier)) == 0;
+    if (event.isAutoRepeat()) // a held key acts once
+        return isDelete || isLetter;
+    if (isDelete)
+        view->deletePointed();
+    // The time of the key press, also when the program was busy meanwhile.
+    const quint64 time =
+        event.timestamp() > 0 ? event.timestamp() : static_cast<quint64>(QDeadlineTimer::current().deadline());
+    if (isLetter)
+        view->typeLetter(QChar(key), time);
+    return isDelete || isLetter;
 }
 
 QPointF KytStudioApp::zoomAnchor() const

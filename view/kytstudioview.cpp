@@ -55,6 +55,7 @@ void KytStudioView::slotDocumentChanged() { }
 
 void KytStudioView::forget(QCanvasItem* item)
 {
+    elementTyping.forget(item);
     if (hover == item)
         hover = nullptr;
     if (moving == item)

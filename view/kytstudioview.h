@@ -1,11 +1,13 @@
 #pragma once
 
 #include "canvas/qcanvas.h"
+#include "view/ElementTyping.h"
 #include "view/KytViewState.h"
 
 #include <QPoint>
 
 #include <optional>
+#include <utility>
 
 class KytAtom;
 class KytBond;
@@ -64,6 +66,12 @@ public:
     /// cancelled: undo takes back no more than that.
     QString undo();
     QString redo();
+
+    /// Types a Latin letter on the topmost atom under the pointer, at `time` in milliseconds of any clock: sets its
+    /// symbol if this makes an element (ElementTyping). Returns false if there is no atom.
+    bool typeLetter(QChar letter, quint64 time);
+    /// Deletes the item under the pointer, as a click in the mode that deletes.
+    void deletePointed();
 
     /// Zooms by so many levels, in or out, between 25 % and 800 %; what is at `anchor` (pixels of the viewport) stays.
     void zoomBy(int steps, const QPointF& anchor);
@@ -130,8 +138,11 @@ private:
     QString gestureName() const;
     QString moveInHistory(std::optional<QString> (KytHistory::*move)());
     void followPointer();
+    std::optional<QPoint> pointedAt() const;
+    std::pair<qint64, qsizetype> stepCounts() const;
 
     void openProperties(const QPoint& p);
+    QCanvasItem* deletableAt(const QPoint& p) const;
     void deleteTopmost(const QPoint& p);
     void startDrawing(const QPoint& p);
     void grabItem(const QPoint& p);
@@ -156,4 +167,6 @@ private:
     double wheelTurn = 0;                             // of the wheel with Control, that is not a whole notch yet
     KytViewState drawingState = KYTVS_drawSimpleBond; // the mode of the first click
     bool drawingHasSteps = false;                     // steps were recorded since the first click
+    ElementTyping elementTyping;
+    std::optional<std::pair<qint64, qsizetype>> letterStep; // stepCounts after the step of the last letter, if any
 };

@@ -70,17 +70,22 @@ void KytStudioView::openProperties(const QPoint& p)
     }
 }
 
+/// The topmost item at `p`, unless it is a label; else null.
+QCanvasItem* KytStudioView::deletableAt(const QPoint& p) const
+{
+    const QCanvasItemList items = itemsAt(p);
+    return items.isEmpty() || items.first()->rtti() == QCanvasItem::Rtti_Text ? nullptr : items.first();
+}
+
 /// Deletes the topmost item at `p`, unless it is a label. The hit test comes before stopHover(), which shrinks an atom.
 void KytStudioView::deleteTopmost(const QPoint& p)
 {
-    const QCanvasItemList items = itemsAt(p);
+    QCanvasItem* item = deletableAt(p);
     stopHover();
-    if (items.isEmpty() || items.first()->rtti() == QCanvasItem::Rtti_Text)
-        return;
-    if (items.first()->rtti() == QCanvasItem::Rtti_Polygon)
-        static_cast<KytStereoBond*>(items.first())->deleteBond();
+    if (item && item->rtti() == QCanvasItem::Rtti_Polygon)
+        static_cast<KytStereoBond*>(item)->deleteBond();
     else
-        delete items.first();
+        delete item;
 }
 
 /// The first click: the atom at `p`, or a new atom, becomes the start atom.
