@@ -30,7 +30,11 @@ void KytStudioApp::initKeys()
     bind({"Ctrl+-"}, [this] { zoomBy(-1); });
     bind({"Ctrl+0"}, [this] { view->zoomTo(1, zoomAnchor()); });
     bind({"Ctrl+9"}, [this] { view->zoomToDrawing(); });
-    bind({"Escape"}, [this] { view->cancelGesture(); });
+    bind({"Ctrl+A"}, [this] { view->selectAll(); });
+    bind({"Escape"}, [this] {
+        if (view->cancelGesture().isNull())
+            view->clearSelection();
+    });
 
     // In the order of the toolbar.
     QAction* const owners[] = {viewMode,       rotateMode,      drawBond,   drawDashedBond, drawStereoUp,
@@ -59,7 +63,7 @@ bool KytStudioApp::pressKey(const QKeyEvent& event)
     if (event.isAutoRepeat()) // a held key acts once
         return isDelete || isLetter;
     if (isDelete)
-        view->deletePointed();
+        view->deleteSelected();
     // The time of the key press, also when the program was busy meanwhile.
     const quint64 time =
         event.timestamp() > 0 ? event.timestamp() : static_cast<quint64>(QDeadlineTimer::current().deadline());

@@ -27,6 +27,7 @@ void KytStudioApp::initStateLabel()
     stateLabel = new StateLabel(statusBar());
     stateLabel->setAccessibleName(tr("State of the drawing"));
     connect(view, &KytStudioView::drawingChanged, this, &KytStudioApp::updateState);
+    connect(view, &KytStudioView::selectionChanged, this, &KytStudioApp::updateState);
     connect(view, &KytStudioView::pointerOver, this, [this](const KytAtom* atom, int atoms) {
         atomUnderPointer = atom;
         atomsUnderPointer = atoms;
@@ -50,6 +51,8 @@ void KytStudioApp::updateState()
         parts << tr("depth %1").arg(double{atomUnderPointer->getAtomZ()}, 0, 'f', 2);
     if (atomsUnderPointer > 1)
         parts << tr("%1 atoms on top of each other").arg(atomsUnderPointer);
+    if (view->selectedCount() > 0)
+        parts << tr("%1 selected").arg(view->selectedCount());
     const QList<KytAtom*> atoms = drawnAtoms(*doc->canvas);
     if (const auto outside = std::count_if(atoms.begin(), atoms.end(), isOutside))
         parts << tr("%1 outside the canvas").arg(outside);

@@ -75,13 +75,20 @@ std::pair<qint64, qsizetype> KytStudioView::stepCounts() const
     return history ? std::pair(history->recordCount(), history->undoCount()) : std::pair<qint64, qsizetype>();
 }
 
-void KytStudioView::deletePointed()
+void KytStudioView::deleteSelected()
 {
     const std::optional<QPoint> p = pointedAt();
-    if (!p || !deletableAt(*p))
+    if (selection.isEmpty() && !(p && deletableAt(*p)))
         return;
     settleGesture();
-    deleteTopmost(*p);
+    if (selection.isEmpty()) {
+        deleteTopmost(*p);
+    } else {
+        const QList<KytAtom*> atoms = selectedAtoms();
+        stopHover();
+        clearSelection();
+        deleteAtoms(atoms);
+    }
     recordStep(stepName(KYTVS_deleteItem));
     followPointer();
 }

@@ -22,8 +22,15 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
 
-    if (!draws(canvasState))
+    if (!draws(canvasState)) {
         settleGesture();
+        const bool adds = event->modifiers().testFlag(Qt::ShiftModifier)
+            && !event->modifiers().testFlag(Qt::ControlModifier) && canvasState == KYTVS_view;
+        if (adds && selectAt(p))
+            return;
+        if (!selection.isEmpty() && itemsAt(p).isEmpty())
+            clearSelection();
+    }
     if (canvasState == KYTVS_deleteItem) {
         deleteTopmost(p);
         recordStep(stepName(canvasState));

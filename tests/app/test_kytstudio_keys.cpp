@@ -1,6 +1,7 @@
 #include "TestWindow.h"
 
 #include "app/KytAtomProperties.h"
+#include "app/StateLabel.h"
 #include "history/KytHistory.h"
 
 #include <QAction>
@@ -44,6 +45,11 @@ public:
     bool isShown;
     KytAtom* one;
 };
+
+QString stateOf(const TestWindow& window)
+{
+    return window->findChild<StateLabel*>()->wholeText();
+}
 
 using Focus = QWidget* (*)(const KeysWindow&);
 
@@ -155,6 +161,63 @@ private slots:
         QTest::keyClick(w.get(), Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(message(w), QString("Undone: Element"));
         QCOMPARE(w.one->symbol, QString("C"));
+    }
+
+    void keysSelectAndActOnTheSelection()
+    {
+        const KeysWindow w;
+        KytAtom* other = w.atom(200, 100);
+        w->view->recordStep("another atom");
+        const QString state = stateOf(w);
+        QTest::keyClick(w.get(), Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(w->view->selectedAtoms(), (QList<KytAtom*>{w.one, other}));
+        QVERIFY2(stateOf(w).contains(" \u00b7 2 selected \u00b7 ") || stateOf(w).endsWith(" \u00b7 2 selected"),
+                 qPrintable(stateOf(w)));
+        QTest::keyClick(w.get(), Qt::Key_Escape);
+        QCOMPARE(stateOf(w), state);
+        QVERIFY(w->view->selectedAtoms().isEmpty());
+        QTest::keyClick(w.get(), Qt::Key_A, Qt::ControlModifier);
+        w.point({300, 300});
+        QTest::keyClick(w.get(), Qt::Key_Backspace);
+        QVERIFY(w.atoms().isEmpty());
+        QTest::keyClick(w.get(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(message(w), QString("Undone: Delete Item"));
+        QCOMPARE(w.atoms().size(), 2);
+    }
+
+    void escapeCancelsAGestureBeforeItClears()
+    {
+        const KeysWindow w;
+        w->view->selectAll();
+        w->drawBond->trigger();
+        QTest::mouseClick(w->view->viewport(), Qt::LeftButton, {}, QPoint(200, 200));
+        QTest::keyClick(w.get(), Qt::Key_Escape);
+        QCOMPARE(w.atoms().size(), 1);
+        QCOMPARE(w->view->selectedAtoms().size(), 1);
+        QTest::keyClick(w.get(), Qt::Key_Escape);
+        QVERIFY(w->view->selectedAtoms().isEmpty());
+    }
+
+    void elementsAreSetUnderThePointerAlone()
+    {
+        const KeysWindow w;
+        const KytAtom* other = w.atom(200, 100);
+        w->view->selectAll();
+        QTest::keyClick(w.get(), Qt::Key_N);
+        QCOMPARE(w.one->symbol, QString("N"));
+        QCOMPARE(other->symbol, QString("C"));
+    }
+
+    void newLeavesNoSelection()
+    {
+        const KeysWindow w;
+        w->view->selectAll();
+        w->fileNew->trigger();
+        QVERIFY(w->view->selectedAtoms().isEmpty());
+        QTest::keyClick(w.get(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(w.atoms().size(), 1);
+        QVERIFY(w->view->selectedAtoms().isEmpty());
+        QVERIFY(!stateOf(w).contains("selected"));
     }
 
     void theMenuBarKeepsItsLetters()

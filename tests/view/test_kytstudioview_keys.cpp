@@ -266,7 +266,7 @@ private slots:
                 const QPoint point = at.isNull() ? StepsFixture::onLabel(f.lone) : at;
                 f.move(point);
                 if (byKey)
-                    f.view->deletePointed();
+                    f.view->deleteSelected();
                 else
                     f.click(point);
                 if (!drawn[0].isEmpty())
@@ -287,18 +287,18 @@ private slots:
         f.bond(f.atom(100, 200), f.atom(100, 260));
         const auto atoms = f.atoms().size();
         f.move({100, 200});
-        f.view->deletePointed();
-        f.view->deletePointed(); // nothing is left there
+        f.view->deleteSelected();
+        f.view->deleteSelected(); // nothing is left there
         QCOMPARE(f.atoms().size(), atoms - 1);
         f.move({300, 100});
         KytAtom* under = f.lone;
         const KytAtom* top = f.atom(300, 100);
         f.move({301, 100});
-        f.view->deletePointed();
+        f.view->deleteSelected();
         QVERIFY(!f.isOnCanvas(top));
         QCOMPARE(f.view->hover, under);
         QVERIFY(isHighlighted(under));
-        f.view->deletePointed();
+        f.view->deleteSelected();
         QVERIFY(!f.isOnCanvas(under));
         QVERIFY(!f.view->hover);
     }
@@ -308,14 +308,14 @@ private slots:
         StepsFixture f;
         f.press({300, 100});
         f.move({320, 120});
-        f.view->deletePointed();
+        f.view->deleteSelected();
         QVERIFY(!f.view->moving);
         QCOMPARE(f.atoms().size(), 2);
         QCOMPARE(f.view->undo(), QString("Delete Item"));
         QCOMPARE(f.view->undo(), QString("Move"));
         f.mode(KYTVS_drawSimpleBond);
         f.click({200, 200});
-        f.view->deletePointed();
+        f.view->deleteSelected();
         QCOMPARE(f.gesture(), QString("none"));
         QCOMPARE(f.atoms().size(), 3);
     }
@@ -325,7 +325,7 @@ private slots:
         StepsFixture f;
         f.move({300, 100});
         type(f, "c", 1000);
-        f.view->deletePointed();
+        f.view->deleteSelected();
         f.view->undo();
         f.move({301, 100});
         type(f, "l", 1100);
@@ -339,12 +339,12 @@ private slots:
         f.move({300, 100});
         type(f, "cl");
         QCOMPARE(f.lone->symbol, QString("Cl"));
-        f.view->deletePointed();
+        f.view->deleteSelected();
         QCOMPARE(f.atoms().size(), 2);
         f.history.reset();
         f.freeCanvas();
         QVERIFY(!f.view->typeLetter(u'n', 1));
-        f.view->deletePointed();
+        f.view->deleteSelected();
     }
 };
 
