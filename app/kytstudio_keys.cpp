@@ -10,14 +10,17 @@
 #include <functional>
 #include <initializer_list>
 
-// Keys in addition to those of the actions: undo and redo, zoom, cancelling a gesture, and a digit for each mode and
-// switch, since some of these share their own key.
+// Keys in addition to those of the actions: undo and redo, zoom, cancelling a gesture, selecting, elements, deleting,
+// and a digit for each mode and switch, since some of these share their own key.
 
 void KytStudioApp::initKeys()
 {
     view->setWhatsThis(tr(
         "Canvas\n\nDraw and move with the left mouse button. Right-click on an atom or a wedge for its properties.\n\n"
-        "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture\n"
+        "Letters: the element of the atom under the pointer, such as N or Cl\n"
+        "Shift+drag, Shift+click: select atoms in View Mode\nCtrl+A: select all\n"
+        "Delete, Backspace: delete the selected atoms, or the item under the pointer\n"
+        "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture, or clear the selection\n"
         "Ctrl+wheel, Ctrl++, Ctrl+-: zoom\nCtrl+0: full size\nCtrl+9: the whole drawing\n"
         "1 to 8: modes, in the order of the toolbar\n9: Fixed Length\n0: Fixed Angle"));
     const auto bind = [this](std::initializer_list<const char*> keys, const std::function<void()>& act) {

@@ -928,13 +928,25 @@ Version @PROJECT_VERSION@
         <translation>Wiederhergestellt: %1</translation>
     </message>
     <message>
+        <source>%1 outside the canvas</source>
+        <translation>%1 außerhalb der Zeichenfläche</translation>
+    </message>
+    <message>
+        <source>not saved: %1</source>
+        <translation>nicht gespeichert: %1</translation>
+    </message>
+    <message>
         <source>Canvas
 
 Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
 
+Letters: the element of the atom under the pointer, such as N or Cl
+Shift+drag, Shift+click: select atoms in View Mode
+Ctrl+A: select all
+Delete, Backspace: delete the selected atoms, or the item under the pointer
 Ctrl+Z: undo
 Ctrl+Shift+Z, Ctrl+Y: redo
-Escape: cancel the current gesture
+Escape: cancel the current gesture, or clear the selection
 Ctrl+wheel, Ctrl++, Ctrl+-: zoom
 Ctrl+0: full size
 Ctrl+9: the whole drawing
@@ -945,9 +957,13 @@ Ctrl+9: the whole drawing
 
 Zeichnen und verschieben Sie mit der linken Maustaste. Ein Rechtsklick auf ein Atom oder einen Keil zeigt dessen Eigenschaften.
 
+Buchstaben: das Element des Atoms unter dem Zeiger, z. B. N oder Cl
+Umschalt+Ziehen, Umschalt+Klick: Atome im Ansichtsmodus auswählen
+Strg+A: alles auswählen
+Entf, Rücktaste: die ausgewählten Atome löschen, sonst das Objekt unter dem Zeiger
 Strg+Z: rückgängig
 Strg+Umschalt+Z, Strg+Y: wiederherstellen
-Esc: abbrechen
+Esc: abbrechen oder die Auswahl aufheben
 Strg+Mausrad, Strg++, Strg+-: Zoom
 Strg+0: Originalgröße
 Strg+9: die ganze Zeichnung
@@ -956,12 +972,8 @@ Strg+9: die ganze Zeichnung
 0: Fester Winkel</translation>
     </message>
     <message>
-        <source>%1 outside the canvas</source>
-        <translation>%1 außerhalb der Zeichenfläche</translation>
-    </message>
-    <message>
-        <source>not saved: %1</source>
-        <translation>nicht gespeichert: %1</translation>
+        <source>%1 selected</source>
+        <translation>%1 ausgewählt</translation>
     </message>
 </context>
 <context>
@@ -984,6 +996,14 @@ Strg+9: die ganze Zeichnung
     <message>
         <source>Rotate</source>
         <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Element</source>
+        <translation>Element</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
     </message>
 </context>
 <context>

@@ -928,13 +928,25 @@ Version @PROJECT_VERSION@
         <translation>Rétabli : %1</translation>
     </message>
     <message>
+        <source>%1 outside the canvas</source>
+        <translation>%1 hors de la zone de dessin</translation>
+    </message>
+    <message>
+        <source>not saved: %1</source>
+        <translation>non enregistré : %1</translation>
+    </message>
+    <message>
         <source>Canvas
 
 Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
 
+Letters: the element of the atom under the pointer, such as N or Cl
+Shift+drag, Shift+click: select atoms in View Mode
+Ctrl+A: select all
+Delete, Backspace: delete the selected atoms, or the item under the pointer
 Ctrl+Z: undo
 Ctrl+Shift+Z, Ctrl+Y: redo
-Escape: cancel the current gesture
+Escape: cancel the current gesture, or clear the selection
 Ctrl+wheel, Ctrl++, Ctrl+-: zoom
 Ctrl+0: full size
 Ctrl+9: the whole drawing
@@ -945,9 +957,13 @@ Ctrl+9: the whole drawing
 
 Dessinez et déplacez avec le bouton gauche de la souris. Un clic droit sur un atome ou un coin affiche ses propriétés.
 
+Lettres : l’élément de l’atome sous le pointeur, par exemple N ou Cl
+Maj+glisser, Maj+clic : sélectionner des atomes en mode Affichage
+Ctrl+A : tout sélectionner
+Suppr, Retour arrière : supprimer les atomes sélectionnés, sinon l’objet sous le pointeur
 Ctrl+Z : annuler
 Ctrl+Maj+Z, Ctrl+Y : rétablir
-Échap : interrompre
+Échap : interrompre ou annuler la sélection
 Ctrl+molette, Ctrl++, Ctrl+- : zoom
 Ctrl+0 : taille réelle
 Ctrl+9 : le dessin entier
@@ -956,12 +972,8 @@ Ctrl+9 : le dessin entier
 0 : Angle fixe</translation>
     </message>
     <message>
-        <source>%1 outside the canvas</source>
-        <translation>%1 hors de la zone de dessin</translation>
-    </message>
-    <message>
-        <source>not saved: %1</source>
-        <translation>non enregistré : %1</translation>
+        <source>%1 selected</source>
+        <translation>Sélection : %1</translation>
     </message>
 </context>
 <context>
@@ -984,6 +996,14 @@ Ctrl+9 : le dessin entier
     <message>
         <source>Rotate</source>
         <translation>Rotation</translation>
+    </message>
+    <message>
+        <source>Element</source>
+        <translation>Élément</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Sélection</translation>
     </message>
 </context>
 <context>
