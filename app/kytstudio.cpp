@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QShortcutEvent>
 #include <QStatusBar>
@@ -108,7 +109,17 @@ bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
         event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove || event->type() == QEvent::Drop;
     if (isDrag && watched == view->viewport())
         return handleDrag(static_cast<QDropEvent*>(event));
+    // A floating toolbar is a window, beyond which keys do not go.
+    if (event->type() == QEvent::KeyPress && qobject_cast<QToolBar*>(watched)
+        && pressKey(*static_cast<QKeyEvent*>(event)))
+        return true;
     return QMainWindow::eventFilter(watched, event);
+}
+
+void KytStudioApp::keyPressEvent(QKeyEvent* event)
+{
+    if (!pressKey(*event))
+        QMainWindow::keyPressEvent(event);
 }
 
 void KytStudioApp::slotDisplayBondDetail(char* text)

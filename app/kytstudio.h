@@ -150,8 +150,10 @@ public slots:
 protected:
     /// Shows status tips without losing the messages that they cover.
     bool event(QEvent* event) override;
-    /// Handles shortcuts shared by several actions, which trigger none of them.
+    /// Handles shortcuts shared by several actions, which trigger none of them, and keys in floating toolbars.
     bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Handles keys that no widget with the focus has used.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void showMessage(const QString& text, int milliseconds = 0);
@@ -165,6 +167,8 @@ private:
     void endStep(const QAction* action);
     KytHistory::Title title() const;
     void setTitle(const KytHistory::Title& title);
+    /// Letters and Delete act on the item under the pointer. Returns whether the key is one of these.
+    bool pressKey(const QKeyEvent& event);
     void undo();
     void redo();
     void zoomBy(int steps);
@@ -207,6 +211,6 @@ private:
     std::unique_ptr<Arrival> arrival;  // while something is being read
     std::unique_ptr<Converter> layout; // while a molecule is being laid out
     bool propertiesMentioned = false;  // the user was told that the properties of an SD file are not kept
-    QString missingFile; // the file that could not be opened at the start; null if there is none
+    QString missingFile;               // the file that could not be opened at the start; null if there is none
     QString failedSave;                // the file that the last save failed to write; null if it succeeded
 };

@@ -296,6 +296,7 @@ QToolBar* KytStudioApp::makeToolBar(const QString& name, const QString& title, Q
     bar->setObjectName(name);
     bar->setIconSize(pictureSize);
     addToolBar(area, bar);
+    bar->installEventFilter(this);
     // The button for actions that do not fit into a small window.
     if (auto* more = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
         more->setAccessibleName(tr("More buttons"));

@@ -31,6 +31,7 @@ void KytStudioApp::initStateLabel()
         atomsOutside = static_cast<int>(std::count_if(atoms.begin(), atoms.end(), isOutside));
         updateState();
     });
+    connect(view, &KytStudioView::selectionChanged, this, &KytStudioApp::updateState);
     connect(view, &KytStudioView::pointerOver, this, [this](const KytAtom* atom, int atoms) {
         atomUnderPointer = atom;
         atomsUnderPointer = atoms;
@@ -54,6 +55,8 @@ void KytStudioApp::updateState()
         parts << tr("depth %1").arg(double{atomUnderPointer->getAtomZ()}, 0, 'f', 2);
     if (atomsUnderPointer > 1)
         parts << tr("%1 atoms on top of each other").arg(atomsUnderPointer);
+    if (view->selectedCount() > 0)
+        parts << tr("%1 selected").arg(view->selectedCount());
     if (atomsOutside > 0)
         parts << tr("%1 outside the canvas").arg(atomsOutside);
     if (!missingFile.isNull())

@@ -55,6 +55,17 @@ QList<QPointF> middlesFrom(const QPointF& first, const QList<QSizeF>& sizes)
     return middles;
 }
 
+/// All atoms of the molecules of these atoms, which are on `canvas`.
+QList<KytAtom*> moleculesOf(const QList<KytAtom*>& atoms, const QCanvas& canvas)
+{
+    QSet<const KytMolecule*> molecules;
+    for (const KytAtom* atom : atoms)
+        molecules.insert(atom->getMolecule());
+    QList<KytAtom*> all = drawnAtoms(canvas);
+    all.removeIf([&](const KytAtom* atom) { return !molecules.contains(atom->getMolecule()); });
+    return all;
+}
+
 bool isLocked(const KytAtom* atom)
 {
     return atom->locked;
@@ -85,7 +96,9 @@ QList<KytAtom*> KytStudioApp::moleculeUnderPointer() const
 
 void KytStudioApp::copy()
 {
-    QList<KytAtom*> atoms = moleculeUnderPointer();
+    QList<KytAtom*> atoms = view->selectedAtoms();
+    if (atoms.isEmpty())
+        atoms = moleculeUnderPointer();
     if (atoms.isEmpty())
         atoms = drawnAtoms(*doc->canvas);
     if (atoms.isEmpty()) {
@@ -182,7 +195,8 @@ void KytStudioApp::addArrived(const QList<Clipping>& clippings, const QStringLis
 
 void KytStudioApp::tidy()
 {
-    const QList<KytAtom*> atoms = moleculeUnderPointer();
+    const QList<KytAtom*> selected = view->selectedAtoms();
+    const QList<KytAtom*> atoms = selected.isEmpty() ? moleculeUnderPointer() : moleculesOf(selected, *doc->canvas);
     if (isReceiving())
         showMessage(tr("Still working; Escape cancels"), resultTime);
     else if (atoms.isEmpty())
@@ -225,9 +239,13 @@ void KytStudioApp::startLayout(const QList<KytAtom*>& atoms)
 void KytStudioApp::replaceAtoms(const QList<KytAtom*>& atoms, const QByteArray& workspace)
 {
     const QByteArray locks(atoms.size(), '0');
+    const bool isSelected = view->selectedCount() > 0;
     beginStep();
-    if (addClipping({workspace, locks}, std::nullopt, *doc).size() == atoms.size()) {
+    const QList<KytAtom*> laidOut = addClipping({workspace, locks}, std::nullopt, *doc);
+    if (laidOut.size() == atoms.size()) {
         qDeleteAll(atoms);
+        if (isSelected)
+            view->select(laidOut);
         showMessage(tr("Laid out: %1 atoms").arg(atoms.size()), resultTime);
     } else {
         showMessage(tr("Cannot be laid out: %1").arg(tr("unexpected result")), faultTime);

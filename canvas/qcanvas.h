@@ -396,6 +396,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     bool viewportEvent(QEvent* event) override;
 
+    /// Paints what is below all items, on the background; the default paints nothing. The painter uses canvas pixels,
+    /// and only `area` is seen.
+    virtual void drawBelow(QPainter& painter, const QRect& area);
+
     /// Where the pointer was last seen, in contents coordinates, if it is over the view.
     std::optional<QPoint> contentsPointer() const;
 

@@ -146,9 +146,14 @@ void QCanvasView::paintEvent(QPaintEvent* event)
     painter.setWorldTransform(viewportTransform());
     const QRect area = mapToScene(event->rect()).boundingRect().toAlignedRect();
     painter.fillRect(area & shownCanvas->area(), shownCanvas->backgroundColor());
+    painter.save();
+    drawBelow(painter, area);
+    painter.restore();
     paintItems(painter, area, event->region());
     coverOutside(painter, area);
 }
+
+void QCanvasView::drawBelow(QPainter&, const QRect&) { }
 
 void QCanvasView::paintItems(QPainter& painter, const QRect& area, const QRegion& exposed) const
 {

@@ -31,6 +31,12 @@ void pushNeighbours(std::vector<KytAtom*>& stack, const KytAtom* atom)
 
 } // namespace
 
+const std::array<QString, 3>& newAtomColor()
+{
+    static const std::array<QString, 3> color{QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("0")};
+    return color;
+}
+
 KytAtom::KytAtom(QCanvas* canvas, float z, bool locked)
     : KytAtom(canvas, QStringLiteral("C"), z, locked)
 {
@@ -39,7 +45,7 @@ KytAtom::KytAtom(QCanvas* canvas, float z, bool locked)
 KytAtom::KytAtom(QCanvas* canvas, const QString& symbol, float z, bool locked)
     : QCanvasEllipse(atomSize, atomSize, canvas)
     , locked(locked)
-    , _atomColor{QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("0")}
+    , _atomColor{newAtomColor()[0], newAtomColor()[1], newAtomColor()[2]}
     , name(symbol)
     , symbol(symbol)
     , molecule(makeFirstMolecule())

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 
+#include <array>
 #include <utility>
 
 class BondUpdate;
@@ -125,6 +126,13 @@ private:
     void updateBonds(BondUpdate& update);
     bool isReachable(KytAtom* atom, QList<KytBond*> KytAtom::*bonds, KytAtom* KytBond::*end);
 };
+
+/// The colour of a new atom, as KytAtom::_atomColor.
+const std::array<QString, 3>& newAtomColor();
+
+/// Deletes `atoms` (each once, in any order) with their bonds, and gives every piece that remains its own molecule. As
+/// if each had been deleted alone, but linear in the molecules that they belong to.
+void deleteAtoms(const QList<KytAtom*>& atoms);
 
 /// The direction from (x1, y1) to (x2, y2), in radians with y pointing down.
 ///

@@ -36,7 +36,64 @@ QSet<KytAtom*> neighboursOf(const KytAtom* atom)
     return neighbours;
 }
 
+/// Gives each piece that one of `atoms` belongs to a molecule of its own, in the order of the atoms.
+template <typename Atoms> void separate(const Atoms& atoms)
+{
+    QSet<KytMolecule*> pieces;
+    for (KytAtom* atom : atoms) {
+        if (pieces.contains(atom->molecule))
+            continue;
+        auto* piece = new KytMolecule;
+        atom->setMolecule(piece);
+        pieces.insert(piece);
+    }
+}
+
+/// Takes all bonds of `atoms` off the drawing. Returns the atoms at their other ends.
+QList<KytAtom*> deleteBondsOf(const QList<KytAtom*>& atoms)
+{
+    const QSet<KytAtom*> going(atoms.begin(), atoms.end());
+    QSet<KytAtom*> known = going;
+    QList<KytAtom*> neighbours;
+    QList<KytBond*> bonds;
+    const GraphWalk walk(GraphWalk::Marks::Bonds);
+    for (KytAtom* atom : atoms) {
+        for (const QList<KytBond*>& list : {std::exchange(atom->inList, {}), std::exchange(atom->outList, {})}) {
+            for (KytBond* bond : list) {
+                if (walk.hasVisited(bond->mark))
+                    continue;
+                walk.visit(bond->mark);
+                bonds.append(bond);
+                for (KytAtom* end : {bond->getFromAtom(), bond->getToAtom()}) {
+                    if (!end || known.contains(end))
+                        continue;
+                    known.insert(end);
+                    neighbours.append(end);
+                }
+            }
+        }
+    }
+    const auto isGoing = [&walk](const KytBond* bond) { return walk.hasVisited(bond->mark); };
+    for (KytAtom* neighbour : neighbours) {
+        neighbour->inList.removeIf(isGoing);
+        neighbour->outList.removeIf(isGoing);
+    }
+    for (KytBond* bond : bonds) {
+        bond->setFromAtom(nullptr);
+        bond->setToAtom(nullptr);
+        delete bond;
+    }
+    return neighbours;
+}
+
 } // namespace
+
+void deleteAtoms(const QList<KytAtom*>& atoms)
+{
+    const QList<KytAtom*> neighbours = deleteBondsOf(atoms);
+    qDeleteAll(atoms);
+    separate(neighbours);
+}
 
 double findinclination(double x1, double y1, double x2, double y2)
 {
@@ -175,7 +232,9 @@ void KytAtom::deleteAllBonds()
     }
     QVarLengthArray<KytAtom*, 8> neighbours;
     for (KytBond* bond : bonds) {
-        neighbours.append(bond->getFromAtom() == this ? bond->getToAtom() : bond->getFromAtom());
+        KytAtom* neighbour = bond->getFromAtom() == this ? bond->getToAtom() : bond->getFromAtom();
+        if (neighbour && neighbour != this)
+            neighbours.append(neighbour);
         if (bond->getToAtom() == this)
             bond->setToAtom(nullptr);
         if (bond->getFromAtom() == this)
@@ -183,14 +242,7 @@ void KytAtom::deleteAllBonds()
         delete bond;
     }
 
-    QSet<KytMolecule*> pieces;
-    for (KytAtom* neighbour : neighbours) {
-        if (!neighbour || neighbour == this || pieces.contains(neighbour->molecule))
-            continue;
-        auto* piece = new KytMolecule;
-        neighbour->setMolecule(piece);
-        pieces.insert(piece);
-    }
+    separate(neighbours);
 }
 
 /// Removes bonds from the incoming lists. Each bond is then deleted through its start atom, without searching the list

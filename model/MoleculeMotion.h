@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+
 class KytAtom;
 class KytMolecule;
 class QCanvas;
@@ -11,3 +13,7 @@ void moveMolecule(const QCanvas& canvas, const KytMolecule* molecule, double dx,
 /// Rotates all other atoms of the molecule of `pivot` about `pivot` by `angle` radians (KytAtom::rotateAbout),
 /// likewise.
 void rotateMolecule(const QCanvas& canvas, const KytAtom& pivot, float angle);
+
+/// The same for `atoms`, in their order: moves all of them, or rotates all of them but `pivot`.
+void moveAtoms(const QList<KytAtom*>& atoms, double dx, double dy);
+void rotateAtoms(const QList<KytAtom*>& atoms, const KytAtom& pivot, float angle);

@@ -2,6 +2,52 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>Arrival</name>
+    <message>
+        <source>The clipboard holds no molecule</source>
+        <translation>Die Zwischenablage enthält kein Molekül</translation>
+    </message>
+    <message>
+        <source>not a valid workspace</source>
+        <translation>kein gültiger Arbeitsbereich</translation>
+    </message>
+    <message>
+        <source>The text on the clipboard is too long</source>
+        <translation>Der Text in der Zwischenablage ist zu lang</translation>
+    </message>
+    <message>
+        <source>kytconvert, which reads this, is not installed</source>
+        <translation>kytconvert, das dies liest, ist nicht installiert</translation>
+    </message>
+    <message>
+        <source>Clipboard</source>
+        <translation>Zwischenablage</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>zu groß</translation>
+    </message>
+</context>
+<context>
+    <name>Converter</name>
+    <message>
+        <source>kytconvert cannot be started</source>
+        <translation>kytconvert kann nicht gestartet werden</translation>
+    </message>
+    <message>
+        <source>kytconvert took too long</source>
+        <translation>kytconvert hat zu lange gebraucht</translation>
+    </message>
+    <message>
+        <source>kytconvert failed</source>
+        <translation>kytconvert ist gescheitert</translation>
+    </message>
+</context>
+<context>
     <name>KytAtomProperties</name>
     <message>
         <source>Atom Properties</source>
@@ -928,13 +974,32 @@ Version @PROJECT_VERSION@
         <translation>Wiederhergestellt: %1</translation>
     </message>
     <message>
+        <source>%1 outside the canvas</source>
+        <translation>%1 außerhalb der Zeichenfläche</translation>
+    </message>
+    <message>
+        <source>not saved: %1</source>
+        <translation>nicht gespeichert: %1</translation>
+    </message>
+    <message>
+        <source>%1 selected</source>
+        <translation>%1 ausgewählt</translation>
+    </message>
+    <message>
         <source>Canvas
 
 Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
 
+Letters: the element of the atom under the pointer, such as N or Cl
+Shift+drag, Shift+click: select atoms in View Mode
+Ctrl+A: select all
+Delete, Backspace: delete the selected atoms, or the item under the pointer
+Ctrl+C: copy the selected atoms, or the molecule under the pointer, or all
+Shift+Insert, Ctrl+Shift+V: paste
+Ctrl+L: lay out the molecule anew
 Ctrl+Z: undo
 Ctrl+Shift+Z, Ctrl+Y: redo
-Escape: cancel the current gesture
+Escape: cancel the current gesture, or clear the selection
 Ctrl+wheel, Ctrl++, Ctrl+-: zoom
 Ctrl+0: full size
 Ctrl+9: the whole drawing
@@ -945,9 +1010,16 @@ Ctrl+9: the whole drawing
 
 Zeichnen und verschieben Sie mit der linken Maustaste. Ein Rechtsklick auf ein Atom oder einen Keil zeigt dessen Eigenschaften.
 
+Buchstaben: das Element des Atoms unter dem Zeiger, z. B. N oder Cl
+Umschalt+Ziehen, Umschalt+Klick: Atome im Ansichtsmodus auswählen
+Strg+A: alles auswählen
+Entf, Rücktaste: die ausgewählten Atome löschen, sonst das Objekt unter dem Zeiger
+Strg+C: die ausgewählten Atome kopieren, sonst das Molekül unter dem Zeiger oder alles
+Umschalt+Einfg, Strg+Umschalt+V: einfügen
+Strg+L: das Molekül neu anordnen
 Strg+Z: rückgängig
 Strg+Umschalt+Z, Strg+Y: wiederherstellen
-Esc: abbrechen
+Esc: abbrechen oder die Auswahl aufheben
 Strg+Mausrad, Strg++, Strg+-: Zoom
 Strg+0: Originalgröße
 Strg+9: die ganze Zeichnung
@@ -956,12 +1028,92 @@ Strg+9: die ganze Zeichnung
 0: Fester Winkel</translation>
     </message>
     <message>
-        <source>%1 outside the canvas</source>
-        <translation>%1 außerhalb der Zeichenfläche</translation>
+        <source>cannot be opened: %1</source>
+        <translation>nicht zu öffnen: %1</translation>
     </message>
     <message>
-        <source>not saved: %1</source>
-        <translation>nicht gespeichert: %1</translation>
+        <source>Nothing to copy</source>
+        <translation>Nichts zu kopieren</translation>
+    </message>
+    <message>
+        <source>Copied for KytStudio only: kytconvert is not installed</source>
+        <translation>Nur für KytStudio kopiert: kytconvert ist nicht installiert</translation>
+    </message>
+    <message>
+        <source>Copied: %1 atoms</source>
+        <translation>Kopiert: %1 Atome</translation>
+    </message>
+    <message>
+        <source>The clipboard cannot be read</source>
+        <translation>Die Zwischenablage kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Drop Files</source>
+        <translation>Dateien ablegen</translation>
+    </message>
+    <message>
+        <source>Still working; Escape cancels</source>
+        <translation>Noch in Arbeit; Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>Reading... (Escape cancels)</source>
+        <translation>Wird gelesen … (Esc bricht ab)</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>Abgebrochen</translation>
+    </message>
+    <message>
+        <source>Cannot be read: %1</source>
+        <translation>Nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>Added: %1 atoms, without the properties of the SD file</source>
+        <translation>Hinzugefügt: %1 Atome, ohne die Eigenschaften der SD-Datei</translation>
+    </message>
+    <message>
+        <source>Added: %1 atoms</source>
+        <translation>Hinzugefügt: %1 Atome</translation>
+    </message>
+    <message>
+        <source>No molecule under the pointer</source>
+        <translation>Kein Molekül unter dem Zeiger</translation>
+    </message>
+    <message>
+        <source>The molecule is locked</source>
+        <translation>Das Molekül ist gesperrt</translation>
+    </message>
+    <message>
+        <source>kytconvert, which lays out molecules, is not installed</source>
+        <translation>kytconvert, das Moleküle anordnet, ist nicht installiert</translation>
+    </message>
+    <message>
+        <source>Cannot be laid out: %1</source>
+        <translation>Nicht anzuordnen: %1</translation>
+    </message>
+    <message>
+        <source>The molecule was changed meanwhile</source>
+        <translation>Das Molekül wurde inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>Laying out... (Escape cancels)</source>
+        <translation>Wird angeordnet … (Esc bricht ab)</translation>
+    </message>
+    <message>
+        <source>Laid out: %1 atoms</source>
+        <translation>Angeordnet: %1 Atome</translation>
+    </message>
+    <message>
+        <source>unexpected result</source>
+        <translation>unerwartetes Ergebnis</translation>
+    </message>
+    <message>
+        <source>Tidy</source>
+        <translation>Neu anordnen</translation>
     </message>
 </context>
 <context>
@@ -984,6 +1136,14 @@ Strg+9: die ganze Zeichnung
     <message>
         <source>Rotate</source>
         <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Element</source>
+        <translation>Element</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,52 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>Arrival</name>
+    <message>
+        <source>The clipboard holds no molecule</source>
+        <translation>Le presse-papiers ne contient pas de molécule</translation>
+    </message>
+    <message>
+        <source>not a valid workspace</source>
+        <translation>espace de travail non valide</translation>
+    </message>
+    <message>
+        <source>The text on the clipboard is too long</source>
+        <translation>Le texte du presse-papiers est trop long</translation>
+    </message>
+    <message>
+        <source>kytconvert, which reads this, is not installed</source>
+        <translation>kytconvert, qui lit ce format, n’est pas installé</translation>
+    </message>
+    <message>
+        <source>Clipboard</source>
+        <translation>presse-papiers</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>fichier non régulier</translation>
+    </message>
+    <message>
+        <source>too large</source>
+        <translation>trop volumineux</translation>
+    </message>
+</context>
+<context>
+    <name>Converter</name>
+    <message>
+        <source>kytconvert cannot be started</source>
+        <translation>impossible de démarrer kytconvert</translation>
+    </message>
+    <message>
+        <source>kytconvert took too long</source>
+        <translation>kytconvert a mis trop de temps</translation>
+    </message>
+    <message>
+        <source>kytconvert failed</source>
+        <translation>kytconvert a échoué</translation>
+    </message>
+</context>
+<context>
     <name>KytAtomProperties</name>
     <message>
         <source>Atom Properties</source>
@@ -928,13 +974,32 @@ Version @PROJECT_VERSION@
         <translation>Rétabli : %1</translation>
     </message>
     <message>
+        <source>%1 outside the canvas</source>
+        <translation>%1 hors de la zone de dessin</translation>
+    </message>
+    <message>
+        <source>not saved: %1</source>
+        <translation>non enregistré : %1</translation>
+    </message>
+    <message>
+        <source>%1 selected</source>
+        <translation>Sélection : %1</translation>
+    </message>
+    <message>
         <source>Canvas
 
 Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
 
+Letters: the element of the atom under the pointer, such as N or Cl
+Shift+drag, Shift+click: select atoms in View Mode
+Ctrl+A: select all
+Delete, Backspace: delete the selected atoms, or the item under the pointer
+Ctrl+C: copy the selected atoms, or the molecule under the pointer, or all
+Shift+Insert, Ctrl+Shift+V: paste
+Ctrl+L: lay out the molecule anew
 Ctrl+Z: undo
 Ctrl+Shift+Z, Ctrl+Y: redo
-Escape: cancel the current gesture
+Escape: cancel the current gesture, or clear the selection
 Ctrl+wheel, Ctrl++, Ctrl+-: zoom
 Ctrl+0: full size
 Ctrl+9: the whole drawing
@@ -945,9 +1010,16 @@ Ctrl+9: the whole drawing
 
 Dessinez et déplacez avec le bouton gauche de la souris. Un clic droit sur un atome ou un coin affiche ses propriétés.
 
+Lettres : l’élément de l’atome sous le pointeur, par exemple N ou Cl
+Maj+glisser, Maj+clic : sélectionner des atomes en mode Affichage
+Ctrl+A : tout sélectionner
+Suppr, Retour arrière : supprimer les atomes sélectionnés, sinon l’objet sous le pointeur
+Ctrl+C : copier les atomes sélectionnés, sinon la molécule sous le pointeur ou tout
+Maj+Inser, Ctrl+Maj+V : coller
+Ctrl+L : redisposer la molécule
 Ctrl+Z : annuler
 Ctrl+Maj+Z, Ctrl+Y : rétablir
-Échap : interrompre
+Échap : interrompre ou annuler la sélection
 Ctrl+molette, Ctrl++, Ctrl+- : zoom
 Ctrl+0 : taille réelle
 Ctrl+9 : le dessin entier
@@ -956,12 +1028,92 @@ Ctrl+9 : le dessin entier
 0 : Angle fixe</translation>
     </message>
     <message>
-        <source>%1 outside the canvas</source>
-        <translation>%1 hors de la zone de dessin</translation>
+        <source>cannot be opened: %1</source>
+        <translation>impossible à ouvrir : %1</translation>
     </message>
     <message>
-        <source>not saved: %1</source>
-        <translation>non enregistré : %1</translation>
+        <source>Nothing to copy</source>
+        <translation>Rien à copier</translation>
+    </message>
+    <message>
+        <source>Copied for KytStudio only: kytconvert is not installed</source>
+        <translation>Copié pour KytStudio seulement : kytconvert n’est pas installé</translation>
+    </message>
+    <message>
+        <source>Copied: %1 atoms</source>
+        <translation>Copié : %1 atomes</translation>
+    </message>
+    <message>
+        <source>The clipboard cannot be read</source>
+        <translation>Le presse-papiers est illisible</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Coller</translation>
+    </message>
+    <message>
+        <source>Drop Files</source>
+        <translation>Déposer des fichiers</translation>
+    </message>
+    <message>
+        <source>Still working; Escape cancels</source>
+        <translation>Encore en cours ; Échap annule</translation>
+    </message>
+    <message>
+        <source>Reading... (Escape cancels)</source>
+        <translation>Lecture… (Échap annule)</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>Annulé</translation>
+    </message>
+    <message>
+        <source>Cannot be read: %1</source>
+        <translation>Illisible : %1</translation>
+    </message>
+    <message>
+        <source>Added: %1 atoms, without the properties of the SD file</source>
+        <translation>Ajouté : %1 atomes, sans les propriétés du fichier SD</translation>
+    </message>
+    <message>
+        <source>Added: %1 atoms</source>
+        <translation>Ajouté : %1 atomes</translation>
+    </message>
+    <message>
+        <source>No molecule under the pointer</source>
+        <translation>Pas de molécule sous le pointeur</translation>
+    </message>
+    <message>
+        <source>The molecule is locked</source>
+        <translation>La molécule est verrouillée</translation>
+    </message>
+    <message>
+        <source>kytconvert, which lays out molecules, is not installed</source>
+        <translation>kytconvert, qui dispose les molécules, n’est pas installé</translation>
+    </message>
+    <message>
+        <source>Cannot be laid out: %1</source>
+        <translation>Disposition impossible : %1</translation>
+    </message>
+    <message>
+        <source>The molecule was changed meanwhile</source>
+        <translation>La molécule a été modifiée entre-temps</translation>
+    </message>
+    <message>
+        <source>Laying out... (Escape cancels)</source>
+        <translation>Disposition… (Échap annule)</translation>
+    </message>
+    <message>
+        <source>Laid out: %1 atoms</source>
+        <translation>Disposé : %1 atomes</translation>
+    </message>
+    <message>
+        <source>unexpected result</source>
+        <translation>résultat inattendu</translation>
+    </message>
+    <message>
+        <source>Tidy</source>
+        <translation>Redisposer</translation>
     </message>
 </context>
 <context>
@@ -984,6 +1136,14 @@ Ctrl+9 : le dessin entier
     <message>
         <source>Rotate</source>
         <translation>Rotation</translation>
+    </message>
+    <message>
+        <source>Element</source>
+        <translation>Élément</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Sélection</translation>
     </message>
 </context>
 <context>

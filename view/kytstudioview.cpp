@@ -48,6 +48,7 @@ KytStudioView::KytStudioView(QWidget* parent, KytStudioDoc* doc)
     tempBond->setCanvas(doc->canvas);
     tempBond->setZ(rubberBandLevel);
     connect(doc->canvas, &QCanvas::itemGone, this, &KytStudioView::forget);
+    connect(doc->canvas, &QCanvas::changed, this, &KytStudioView::repaintHalos);
     viewport()->setMouseTracking(true);
 }
 
@@ -57,6 +58,8 @@ void KytStudioView::slotDocumentChanged() { }
 
 void KytStudioView::forget(QCanvasItem* item)
 {
+    elementTyping.forget(item);
+    deselectGone(item);
     if (hover == item)
         hover = nullptr;
     if (moving == item)

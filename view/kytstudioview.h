@@ -1,11 +1,15 @@
 #pragma once
 
 #include "canvas/qcanvas.h"
+#include "view/ElementTyping.h"
 #include "view/KytViewState.h"
+#include "view/Selection.h"
 
+#include <QLine>
 #include <QPoint>
 
 #include <optional>
+#include <utility>
 
 class KytAtom;
 class KytBond;
@@ -67,6 +71,21 @@ public:
 
     /// All atoms of the molecule at `p` (pixels of the viewport); empty where there is none.
     QList<KytAtom*> moleculeAt(const QPoint& p) const;
+    /// Types a Latin letter on the topmost atom under the pointer, at `time` in milliseconds of any clock: sets its
+    /// symbol if this makes an element (ElementTyping). Returns false if there is no atom.
+    bool typeLetter(QChar letter, quint64 time);
+    /// Deletes the selected atoms or, without a selection, the item under the pointer, as a click in the mode that
+    /// deletes.
+    void deleteSelected();
+
+    /// The selected atoms, in the order of the canvas items. They move and rotate together; selecting is no step.
+    QList<KytAtom*> selectedAtoms() const;
+    qsizetype selectedCount() const { return selection.size(); }
+    /// Selects `atoms`, with the molecules of those that are locked, and nothing else. Null and atoms that are not on
+    /// the canvas are ignored.
+    void select(const QList<KytAtom*>& atoms);
+    void selectAll();
+    void clearSelection();
 
     /// Zooms by so many levels, in or out, between 25 % and 800 %; what is at `anchor` (pixels of the viewport) stays.
     void zoomBy(int steps, const QPointF& anchor);
@@ -103,6 +122,7 @@ public slots:
 protected:
     bool event(QEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    void drawBelow(QPainter& painter, const QRect& area) override;
     void wheelEvent(QWheelEvent* event) override;
 
 signals:
@@ -113,12 +133,16 @@ signals:
     /// The drawing has changed by a step, or by one that was undone or redone.
     void drawingChanged();
     void zoomChanged();
+    /// Other atoms are selected. Selected atoms that are deleted leave the selection at once; this is told later, once
+    /// for all of them.
+    void selectionChanged();
     /// The pointer has come to other atoms: the topmost one under it, or null, and how many there are. Also when the
     /// atom is going: then with null.
     void pointerOver(const KytAtom* atom, int atoms);
 
 private slots:
     void forget(QCanvasItem* item);
+    void repaintHalos(const QRegion& region);
 
 private:
     QPoint canvasPoint(const QMouseEvent* event) const;
@@ -133,20 +157,33 @@ private:
     QString gestureName() const;
     QString moveInHistory(std::optional<QString> (KytHistory::*move)());
     void followPointer();
+    std::optional<QPoint> pointedAt() const;
+    std::pair<qint64, qsizetype> stepCounts() const;
 
     void openProperties(const QPoint& p);
+    QCanvasItem* deletableAt(const QPoint& p) const;
     void deleteTopmost(const QPoint& p);
     void startDrawing(const QPoint& p);
     void grabItem(const QPoint& p);
     void grabPivot(const QPoint& p);
 
+    void setSelection(const Selection& chosen);
+    bool selectAt(const QPoint& p);
+    void stretchRectangle(const QPoint& p);
+    void selectRectangle();
+    void endRectangle();
+    QRectF rectangleArea() const;
+    void updateRectangle();
+    void deselectGone(const QCanvasItem* item);
+    bool movesSelection(const QCanvasItem* grabbed, Qt::KeyboardModifiers modifiers) const;
+
     void refreshHover(const QPoint& p);
     void drawRubberBand(const QPoint& p);
     void reportBond();
     void reportChain();
-    void dragTo(const QPoint& p, bool wholeMolecule);
-    void rotateTo(const QPoint& p);
-    void dropAt(const QPoint& p);
+    void dragTo(const QPoint& p, Qt::KeyboardModifiers modifiers);
+    void rotateTo(const QPoint& p, Qt::KeyboardModifiers modifiers);
+    void dropAt(const QPoint& p, Qt::KeyboardModifiers modifiers);
 
     KytAtom* targetAt(const QPoint& p);
     void bondTo(KytAtom* target);
@@ -159,4 +196,9 @@ private:
     double wheelTurn = 0;                             // of the wheel with Control, that is not a whole notch yet
     KytViewState drawingState = KYTVS_drawSimpleBond; // the mode of the first click
     bool drawingHasSteps = false;                     // steps were recorded since the first click
+    Selection selection;
+    bool selectionIsStale = false;  // selectionChanged is still to be emitted for deleted atoms
+    std::optional<QLine> rectangle; // that selects, from corner to corner, while it is drawn
+    ElementTyping elementTyping;
+    std::optional<std::pair<qint64, qsizetype>> letterStep; // stepCounts after the step of the last letter, if any
 };

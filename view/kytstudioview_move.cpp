@@ -36,10 +36,12 @@ void KytStudioView::contentsMouseMoveEvent(QMouseEvent* event)
     refreshHover(p);
     if (draws(canvasState) && isLastAtom && lastAtom)
         drawRubberBand(p);
+    if (rectangle)
+        stretchRectangle(p);
     if (canvasState == KYTVS_view && moving)
-        dragTo(p, event->modifiers().testFlag(Qt::ControlModifier));
+        dragTo(p, event->modifiers());
     if (canvasState == KYTVS_rotate && moving && moving->rtti() == QCanvasItem::Rtti_Ellipse)
-        rotateTo(p);
+        rotateTo(p, event->modifiers());
 }
 
 void KytStudioView::refreshHover(const QPoint& p)
@@ -65,42 +67,60 @@ void KytStudioView::noteAtomsUnderPointer(const QCanvasItemList& items)
     emit pointerOver(atom, atoms);
 }
 
-void KytStudioView::dragTo(const QPoint& p, bool wholeMolecule)
+/// Without Control, a selected atom takes the selection with it.
+bool KytStudioView::movesSelection(const QCanvasItem* grabbed, Qt::KeyboardModifiers modifiers) const
+{
+    return selection.contains(grabbed) && !modifiers.testFlag(Qt::ControlModifier);
+}
+
+void KytStudioView::dragTo(const QPoint& p, Qt::KeyboardModifiers modifiers)
 {
     const double dx = p.x() - moving_start.x();
     const double dy = p.y() - moving_start.y();
     const KytAtom* anchor = anchorOf(moving);
-    if (anchor && (wholeMolecule || anchor->locked))
+    if (movesSelection(moving, modifiers))
+        moveAtoms(selectedAtoms(), dx, dy);
+    else if (anchor && (modifiers.testFlag(Qt::ControlModifier) || anchor->locked))
         moveMolecule(*canvas(), anchor->getMolecule(), dx, dy);
     else
         moving->moveBy(dx, dy);
     moving_start = p;
 }
 
-void KytStudioView::rotateTo(const QPoint& p)
+void KytStudioView::rotateTo(const QPoint& p, Qt::KeyboardModifiers modifiers)
 {
     const auto* pivot = static_cast<const KytAtom*>(moving);
-    rotateMolecule(*canvas(), *pivot, static_cast<float>((p.x() - _x) / pixelsPerRadian));
+    const auto angle = static_cast<float>((p.x() - _x) / pixelsPerRadian);
+    if (movesSelection(pivot, modifiers))
+        rotateAtoms(selectedAtoms(), *pivot, angle);
+    else
+        rotateMolecule(*canvas(), *pivot, angle);
     _x = p.x();
 }
 
 void KytStudioView::contentsMouseReleaseEvent(QMouseEvent* event)
 {
+    if (rectangle && event->button() == Qt::LeftButton && canvas()) {
+        stretchRectangle(canvasPoint(event));
+        selectRectangle();
+    }
     const bool moved = moving != nullptr;
     const QString name = gestureName();
     if (canvas() && canvasState == KYTVS_view && moving && moving->rtti() == QCanvasItem::Rtti_Ellipse)
-        dropAt(canvasPoint(event));
+        dropAt(canvasPoint(event), event->modifiers());
     moving = nullptr;
     if (moved)
         recordStep(name);
 }
 
-/// Merges the dragged atom into an atom below it, if any.
-void KytStudioView::dropAt(const QPoint& p)
+/// Merges the dragged atom into an atom below it, if any. What has moved along is not below it.
+void KytStudioView::dropAt(const QPoint& p, Qt::KeyboardModifiers modifiers)
 {
     stopHover();
     auto* dropped = static_cast<KytAtom*>(moving);
-    KytAtom* target = atomsAt(p, dropped).value(0);
-    if (target && target->combine(dropped))
+    QList<KytAtom*> targets = atomsAt(p, dropped);
+    if (movesSelection(dropped, modifiers))
+        targets.removeIf([this](const KytAtom* target) { return selection.contains(target); });
+    if (!targets.isEmpty() && targets.first()->combine(dropped))
         delete dropped;
 }

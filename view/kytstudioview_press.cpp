@@ -22,8 +22,15 @@ void KytStudioView::contentsMousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
 
-    if (!draws(canvasState))
+    if (!draws(canvasState)) {
         settleGesture();
+        const bool adds = event->modifiers().testFlag(Qt::ShiftModifier)
+            && !event->modifiers().testFlag(Qt::ControlModifier) && canvasState == KYTVS_view;
+        if (adds && selectAt(p))
+            return;
+        if (!selection.isEmpty() && itemsAt(p).isEmpty())
+            clearSelection();
+    }
     if (canvasState == KYTVS_deleteItem) {
         deleteTopmost(p);
         recordStep(stepName(canvasState));
@@ -70,17 +77,22 @@ void KytStudioView::openProperties(const QPoint& p)
     }
 }
 
+/// The topmost item at `p`, unless it is a label; else null.
+QCanvasItem* KytStudioView::deletableAt(const QPoint& p) const
+{
+    const QCanvasItemList items = itemsAt(p);
+    return items.isEmpty() || items.first()->rtti() == QCanvasItem::Rtti_Text ? nullptr : items.first();
+}
+
 /// Deletes the topmost item at `p`, unless it is a label. The hit test comes before stopHover(), which shrinks an atom.
 void KytStudioView::deleteTopmost(const QPoint& p)
 {
-    const QCanvasItemList items = itemsAt(p);
+    QCanvasItem* item = deletableAt(p);
     stopHover();
-    if (items.isEmpty() || items.first()->rtti() == QCanvasItem::Rtti_Text)
-        return;
-    if (items.first()->rtti() == QCanvasItem::Rtti_Polygon)
-        static_cast<KytStereoBond*>(items.first())->deleteBond();
+    if (item && item->rtti() == QCanvasItem::Rtti_Polygon)
+        static_cast<KytStereoBond*>(item)->deleteBond();
     else
-        delete items.first();
+        delete item;
 }
 
 /// The first click: the atom at `p`, or a new atom, becomes the start atom.

@@ -42,6 +42,8 @@ QString KytStudioView::gestureName() const
 {
     if (moving)
         return stepName(canvasState == KYTVS_rotate ? KYTVS_rotate : KYTVS_view);
+    if (rectangle)
+        return tr("Select");
     return isDrawing() ? stepName(drawingState) : QString();
 }
 
@@ -55,6 +57,7 @@ void KytStudioView::recordStep(const QString& name)
 
 void KytStudioView::settleGesture()
 {
+    endRectangle();
     const QString name = gestureName();
     moving = nullptr;
     if (!name.isNull())
@@ -63,7 +66,7 @@ void KytStudioView::settleGesture()
 
 void KytStudioView::settleDrag()
 {
-    if (moving)
+    if (moving || rectangle)
         settleGesture();
 }
 
@@ -74,6 +77,7 @@ QString KytStudioView::cancelGesture()
         return name;
     stopHover();
     moving = nullptr;
+    endRectangle();
     endGesture();
     lastAtom = nullptr;
     if (history)
@@ -85,7 +89,7 @@ QString KytStudioView::cancelGesture()
 QString KytStudioView::undo()
 {
     // A drawing gesture may have recorded steps already: bonds of a polyline, or a start atom before another gesture.
-    const bool hasSteps = drawingHasSteps && !moving;
+    const bool hasSteps = drawingHasSteps && !moving && !rectangle;
     const QString cancelled = cancelGesture();
     return cancelled.isNull() || hasSteps ? moveInHistory(&KytHistory::undo) : cancelled;
 }

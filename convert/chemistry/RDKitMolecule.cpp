@@ -3,6 +3,7 @@
 #include "canvas/truncate.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/Symbols.h"
+#include "model/Elements.h"
 
 #include <GraphMol/QueryBond.h>
 #include <GraphMol/QueryOps.h>

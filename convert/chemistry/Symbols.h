@@ -3,7 +3,6 @@
 #include <QString>
 #include <QStringView>
 
-#include <array>
 #include <optional>
 
 /// The start of the line that ends a record of an SD file. A symbol that starts like this cannot be an alias there.
@@ -29,6 +28,3 @@ QString symbolOf(const ElementSymbol& element);
 
 /// The element symbol for the atomic number `number`, from 1 to 118; "*" for 0.
 QString elementName(int number);
-
-/// The default colour of an atom: that of its element in the library, or else the conventional one.
-std::array<QString, 3> elementColor(QStringView symbol);

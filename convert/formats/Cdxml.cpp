@@ -3,6 +3,7 @@
 #include "convert/chemistry/MoleculeInfo.h"
 #include "convert/chemistry/Placement.h"
 #include "convert/chemistry/Symbols.h"
+#include "model/Elements.h"
 
 #include <QHash>
 #include <QXmlStreamReader>

@@ -8,6 +8,7 @@
 #include "convert/chemistry/Stereo.h"
 #include "convert/chemistry/Symbols.h"
 #include "convert/formats/SdRecords.h"
+#include "model/Elements.h"
 
 #include <GraphMol/FileParsers/FileParsers.h>
 #include <GraphMol/SanitException.h>

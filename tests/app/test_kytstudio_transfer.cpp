@@ -159,6 +159,20 @@ private slots:
         QCOMPARE(message(window), QString("Copied: 5 atoms"));
     }
 
+    void theSelectionGoesBeforeThePointer()
+    {
+        const TransferWindow window;
+        const auto atoms = window.chain<4>(100, 100);
+        window->view->select({atoms[1], atoms[2]});
+        window.pointAt({100, 100});
+        window.copy();
+        QCOMPARE(message(window), QString("Copied: 2 atoms"));
+        QCOMPARE(fetched("UTF8_STRING"), QByteArray("CC\n"));
+        window.press(Qt::Key_L, Qt::ControlModifier);
+        QCOMPARE(window.outcome(), QString("Laid out: 4 atoms"));
+        QCOMPARE(window->view->selectedCount(), 4);
+    }
+
     void anEmptyDrawingLeavesTheClipboardAlone()
     {
         const TransferWindow window;

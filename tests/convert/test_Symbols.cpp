@@ -70,37 +70,6 @@ private slots:
             }
         }
     }
-
-    void coloursAreThoseOfTheLibrary_data()
-    {
-        QTest::addColumn<QString>("symbol");
-        QTest::addColumn<QString>("color");
-        QTest::newRow("carbon") << "C"
-                                << "64 64 64";
-        QTest::newRow("isotope of hydrogen") << "2H"
-                                             << "255 255 255";
-        QTest::newRow("oxide") << "O-"
-                               << "255 0 0";
-        QTest::newRow("nitrogen") << "N"
-                                  << "48 80 255";
-        QTest::newRow("label of oxygen") << "OH"
-                                         << "255 0 0";
-        QTest::newRow("label of carbon") << "CH3"
-                                         << "64 64 64";
-        QTest::newRow("label of chlorine") << "ClO3"
-                                           << "0 200 0";
-        QTest::newRow("other element") << "Pt"
-                                       << "255 20 150";
-        QTest::newRow("label of nothing") << "?"
-                                          << "128 128 128";
-    }
-
-    void coloursAreThoseOfTheLibrary()
-    {
-        QFETCH(QString, symbol);
-        const std::array<QString, 3> color = elementColor(symbol);
-        QTEST(color[0] + ' ' + color[1] + ' ' + color[2], "color");
-    }
 };
 
 QTEST_APPLESS_MAIN(test_Symbols)

@@ -2,6 +2,7 @@
 #include "model/KytAtom.h"
 #include "tests/support/Drawing.h"
 #include "tests/support/Near.h"
+#include "tests/support/Snapshot.h"
 
 #include <QTest>
 
@@ -49,6 +50,8 @@ QList<KytAtom*> star(Drawing& d, int leaves, bool outwards = true)
     }
     return atoms;
 }
+
+using DrawAtoms = QList<KytAtom*> (*)(Drawing&);
 
 /// Rings of four that share corners; in each, one way around climbs a wedge.
 QList<KytAtom*> ladder(Drawing& d, int diamonds)
@@ -1300,6 +1303,63 @@ private slots:
         ladder(d, 60);
         d.freeCanvas();
         QVERIFY(!d.canvas());
+    }
+
+    void deletingManyIsDeletingEach_data()
+    {
+        QTest::addColumn<DrawAtoms>("draw");
+        QTest::addColumn<QList<int>>("chosen");
+        const DrawAtoms aChain = [](Drawing& d) { return chain(d, 6); };
+        const DrawAtoms aStar = [](Drawing& d) { return star(d, 5); };
+        const DrawAtoms aRing = [](Drawing& d) {
+            QList<KytAtom*> atoms = chain(d, 6);
+            d.looseBond(atoms[5], atoms[0], {KYTBT_StereoUp});
+            d.bond(atoms[2], d.atom(50, 50), {KYTBT_SingleBond, KYTBT_SingleBond});
+            return atoms;
+        };
+        const DrawAtoms aLoop = [](Drawing& d) {
+            QList<KytAtom*> atoms = chain(d, 3);
+            d.looseBond(atoms[1], atoms[1]);
+            return atoms;
+        };
+        QTest::newRow("none") << aChain << QList<int>{};
+        QTest::newRow("the middle of a chain") << aChain << QList<int>{2, 3};
+        QTest::newRow("every second of a chain") << aChain << QList<int>{4, 2, 0};
+        QTest::newRow("a whole chain") << aChain << QList<int>{0, 1, 2, 3, 4, 5};
+        QTest::newRow("the centre of a star") << aStar << QList<int>{0};
+        QTest::newRow("the leaves of a star") << aStar << QList<int>{1, 2, 3, 4, 5};
+        QTest::newRow("one of a ring") << aRing << QList<int>{3};
+        QTest::newRow("two of a ring") << aRing << QList<int>{0, 3};
+        QTest::newRow("an atom with a bond to itself") << aLoop << QList<int>{1};
+    }
+
+    void deletingManyIsDeletingEach()
+    {
+        QFETCH(DrawAtoms, draw);
+        QFETCH(QList<int>, chosen);
+        Drawing together;
+        Drawing oneByOne;
+        const QList<KytAtom*> atoms = draw(together);
+        const QList<KytAtom*> same = draw(oneByOne);
+        QList<KytAtom*> going;
+        for (const int i : chosen) {
+            going.append(atoms[i]);
+            delete same[i];
+        }
+        deleteAtoms(going);
+        QCOMPARE(snapshotDifference(snapshotOf(*together.canvas()), snapshotOf(*oneByOne.canvas())), QString());
+        QCOMPARE(moleculeFault(*together.canvas()), QString());
+        QCOMPARE(drawingFault(*together.canvas()), QString());
+    }
+
+    void deletingMostOfALargeChainIsLinear()
+    {
+        Drawing d;
+        QList<KytAtom*> atoms = chain(d, 200000);
+        const KytAtom* last = atoms.takeLast();
+        deleteAtoms(atoms);
+        QCOMPARE(d.atoms(), QList<KytAtom*>{const_cast<KytAtom*>(last)});
+        QVERIFY(last->inList.isEmpty());
     }
 };
 

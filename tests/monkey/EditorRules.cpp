@@ -205,6 +205,8 @@ QString EditorRules::gestureFault() const
     const auto isThere = [&](const QCanvasItem* item) { return !item || items.contains(item); };
     if (!isThere(view->hover) || !isThere(view->moving) || !isThere(view->lastAtom))
         return QStringLiteral("the view remembers an item that has gone");
+    if (view->selectedCount() != view->selectedAtoms().size())
+        return QStringLiteral("the view has selected an atom that has gone");
     if (view->hover == tempBond || view->moving == tempBond)
         return QStringLiteral("the rubber band was taken for a part of the drawing");
     if (!items.contains(tempBond))

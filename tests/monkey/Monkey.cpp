@@ -320,6 +320,15 @@ bool Monkey::perform(const Step& step)
     case StepKind::Cancel:
         (*window)->view->cancelGesture();
         break;
+    case StepKind::Type:
+        type(n[0]);
+        break;
+    case StepKind::Select:
+        if (n[0] == 0)
+            (*window)->view->clearSelection();
+        else
+            (*window)->view->selectAll();
+        break;
     }
     return false;
 }
@@ -396,7 +405,10 @@ void Monkey::countOutcome(const Step& step, const Census& before, KytViewState m
         count("bond deleted with its atom", after.atoms < before.atoms ? before.bonds - after.bonds : 0);
         count("bond deleted", after.atoms == before.atoms ? before.bonds - after.bonds : 0);
         count("line taken off a bond", after.bonds == before.bonds && after.lines < before.lines);
+    } else if (step.kind == StepKind::Type && after.atoms < before.atoms) {
+        count("atom deleted by a key", before.atoms - after.atoms);
     } else if (step.kind == StepKind::Move && view->moving) {
+        count("drag step of a selection", mode == KYTVS_view && view->selectedAtoms().contains(view->moving));
         count("drag step of an atom", mode == KYTVS_view && view->moving->rtti() == QCanvasItem::Rtti_Ellipse);
         count("drag step of a line", mode == KYTVS_view && view->moving->rtti() == QCanvasItem::Rtti_Line);
         count("drag step of a wedge", mode == KYTVS_view && view->moving->rtti() == QCanvasItem::Rtti_Polygon);
@@ -593,6 +605,14 @@ void Monkey::zoom(int how)
         view->zoomTo(1, QPointF(0, 0));
     else
         view->zoomBy(how, QPointF(100, 100));
+}
+
+void Monkey::type(int which)
+{
+    constexpr int letters = Qt::Key_Z - Qt::Key_A + 1;
+    constexpr Qt::Key others[] = {Qt::Key_Delete, Qt::Key_Backspace};
+    const auto key = which < letters ? static_cast<Qt::Key>(Qt::Key_A + which) : chosen(others, which - letters);
+    QTest::keyClick((*window)->view, key);
 }
 
 void Monkey::changeFocus(bool in)

@@ -64,6 +64,7 @@ private:
     void scroll(int horizontal, int vertical);
     void goThroughHistory(int how);
     void zoom(int how);
+    void type(int which);
     void changeFocus(bool in);
     void changeWindowState(int what);
     void selectMode(int mode, bool byButton);

@@ -33,9 +33,11 @@ enum class StepKind {
     History,     ///< 0 one step undone, 1 one redone, 2 all undone and redone again
     Zoom,        ///< so many levels in or out, or 100 % for 0, or the whole drawing for 9
     Cancel,      ///< Escape
+    Type,        ///< which letter, from 0, or Delete or Backspace: a key on what is under the pointer
+    Select,      ///< 0 nothing, 1 all atoms
 };
 
-constexpr int stepKinds = static_cast<int>(StepKind::Cancel) + 1;
+constexpr int stepKinds = static_cast<int>(StepKind::Select) + 1;
 
 /// Where on the canvas a step acts. Coordinates are pixels of the viewport.
 enum class PlaceKind {

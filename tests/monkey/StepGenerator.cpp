@@ -11,6 +11,7 @@ namespace {
 constexpr int viewWidth = 400;  // pixels, about what the window shows
 constexpr int viewHeight = 320; // pixels
 constexpr int mostSalts = 1 << 20;
+constexpr int letterCount = 26;
 
 class Generator {
 public:
@@ -51,6 +52,7 @@ private:
             {9, &Generator::rotate},      {13, &Generator::deleteItems}, {7, &Generator::askProperties},
             {3, &Generator::addMolecule}, {6, &Generator::fileCommand},  {3, &Generator::setFixedDrawing},
             {6, &Generator::makeNoise},   {7, &Generator::interrupt},    {6, &Generator::goBack},
+            {5, &Generator::typeElement}, {8, &Generator::selectAtoms},
         };
         int all = 0;
         for (const Choice& choice : choices)
@@ -127,6 +129,48 @@ private:
             if (chance.percent(50))
                 at(StepKind::Move, target, 0);
             click(target, keys(5));
+        }
+    }
+
+    void typeElement()
+    {
+        at(StepKind::Move, place(PlaceKind::Atom), 0);
+        // Halogens and whatever else.
+        const int letters = chance.oneOf({1, 1, 2, 2, 3});
+        for (int i = 0; i < letters; ++i)
+            add(StepKind::Type, {chance.percent(50) ? chance.oneOf({2, 11, 1, 17}) : chance.below(letterCount)});
+    }
+
+    /// Selects some atoms, and then moves, rotates or deletes them.
+    void selectAtoms()
+    {
+        setMode(KYTVS_view);
+        const int drawn = chance.below(10);
+        if (drawn < 4) {
+            at(StepKind::Press, place(PlaceKind::Point), LeftInput | ShiftInput);
+            moves(chance.below(3), ShiftInput);
+            if (chance.percent(90))
+                at(StepKind::Release, anyPlace(), LeftInput | ShiftInput);
+        } else if (drawn < 8) {
+            for (int i = chance.between(1, 4); i > 0; --i)
+                click(place(PlaceKind::Atom), ShiftInput);
+        } else {
+            add(StepKind::Select, {drawn < 9 ? 1 : 0});
+        }
+        switch (chance.below(5)) {
+        case 0:
+        case 1:
+            dragItem();
+            break;
+        case 2:
+            rotate();
+            break;
+        case 3:
+            at(StepKind::Move, anyPlace(), 0);
+            add(StepKind::Type, {letterCount + chance.below(2)});
+            break;
+        default:
+            break;
         }
     }
 
