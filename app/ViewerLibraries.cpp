@@ -86,6 +86,16 @@ Uint32 SDL_GetTicks()
     return original<SDL_GetTicks>(sdl(), __func__)();
 }
 
+void SDL_Delay(Uint32 milliseconds)
+{
+    original<SDL_Delay>(sdl(), __func__)(milliseconds);
+}
+
+Uint8 SDL_GetAppState()
+{
+    return original<SDL_GetAppState>(sdl(), __func__)();
+}
+
 Uint8 SDL_EventState(Uint8 type, int state)
 {
     return original<SDL_EventState>(sdl(), __func__)(type, state);

@@ -5,6 +5,9 @@
 #include <QList>
 #include <QPointer>
 
+#include <array>
+#include <optional>
+
 #include <GL/gl.h>
 #include <GL/glu.h>
 #include <SDL.h>
@@ -31,8 +34,9 @@ public:
     /// The steps of view(), for callers with their own loop. If the window cannot be opened, `open` prints a line on
     /// standard output and returns false. After that, and after `close`, only `open` may be called.
     bool open();
-    /// Handles the next event, or the last one again if there is none, and draws a frame. Returns true if the user has
-    /// closed the viewer.
+    /// Handles the next event, or the last one again if there is none. Draws a frame if the picture has changed and no
+    /// further event is waiting, or if it has been waiting for a frame for 100 ms. With nothing to do, rests for at most
+    /// 10 ms. Returns true if the user has closed the viewer.
     bool step();
     void close();
 
@@ -46,7 +50,7 @@ public:
     /// Draws one molecule and adds its atoms to the sums, as CreateLists does for all; requires the lists of
     /// CreateLists.
     void RenderMolecule(KytMolecule* molecule);
-    /// Renders and shows a frame.
+    /// Renders and shows a frame, whether the picture has changed or not.
     void renderScene();
     /// Handles a key press; returns true if it closes the viewer.
     bool HandleKeyboard(SDL_keysym* key);
@@ -76,7 +80,19 @@ public:
     SDL_Surface* pSDLSurface = nullptr;
 
 private:
-    SDL_Event event = {}; // the last event; initially none
+    /// All that a frame shows of the compiled scene.
+    struct Viewpoint {
+        std::array<int, 3> eye;
+        std::array<int, 3> target;
+        std::array<int, 3> rotationCentre;
+        float rotYAngle;
+        float rotXAngle;
+        bool operator==(const Viewpoint&) const = default;
+    };
+
+    SDL_Event event = {};                    // the last event; initially none
+    std::optional<Viewpoint> shownViewpoint; // none if the window does not show a frame, or not all of it
+    Uint32 lastFrameTime = 0;                // SDL's clock at the end of the last frame
 
     bool startVideo();
     bool openWindow();
@@ -87,8 +103,18 @@ private:
     void putCameraInFront();
     void resetCamera();
     void placeCamera() const;
+    const int* rotationCentre() const;
     void rotateScene() const;
-    void spin(Uint32 milliseconds);
+    void toggleFullScreen();
+
+    void takeNextEvent();
+    bool handleLastEvent();
+    Viewpoint viewpoint() const;
+    bool needsFrame() const;
+    bool frameIsOverdue() const;
+    bool spins() const { return rotation[0] || rotation[1]; }
+    void spinByTheClock();
+    void rest() const;
 
     void compileSphere();
     void renderAtoms(const QList<KytAtom*>& atoms);
