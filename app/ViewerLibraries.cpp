@@ -157,11 +157,6 @@ void gluQuadricNormals(GLUquadric* quadric, GLenum normals)
     original<gluQuadricNormals>(glu(), __func__)(quadric, normals);
 }
 
-void gluQuadricTexture(GLUquadric* quadric, GLboolean texture)
-{
-    original<gluQuadricTexture>(glu(), __func__)(quadric, texture);
-}
-
 void gluSphere(GLUquadric* quadric, GLdouble radius, GLint slices, GLint stacks)
 {
     original<gluSphere>(glu(), __func__)(quadric, radius, slices, stacks);

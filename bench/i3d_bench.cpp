@@ -83,7 +83,7 @@ bool isInView(const std::array<float, 3>& centre)
     glGetFloatv(GL_PROJECTION_MATRIX, projection.data());
     const auto eyeCoordinate = [&](int row) {
         return modelview[row] * centre[0] + modelview[4 + row] * centre[1] + modelview[8 + row] * centre[2]
-               + modelview[12 + row];
+            + modelview[12 + row];
     };
     const double depth = -eyeCoordinate(2);
     const auto isInside = [&](int axis) {
@@ -99,7 +99,8 @@ int atomsInView(const KytStudioDoc& doc)
 {
     int count = 0;
     for (const KytAtom* atom : drawnAtoms(*doc.canvas))
-        count += isInView({atom->getAtomZ(), static_cast<float>(atom->x() - 1000), static_cast<float>(1000 - atom->y())});
+        count +=
+            isInView({atom->getAtomZ(), static_cast<float>(atom->x() - 1000), static_cast<float>(1000 - atom->y())});
     return count;
 }
 
@@ -124,7 +125,8 @@ void moveAwayUntilAllIsInView(KytI3dView& viewer, const KytStudioDoc& doc)
                 press(viewer, SDLK_s);
             glMatrixMode(GL_MODELVIEW);
             glLoadIdentity();
-            gluLookAt(viewer.eye[0], viewer.eye[1], viewer.eye[2], viewer.pos[0], viewer.pos[1], viewer.pos[2], 0, 0, 1);
+            gluLookAt(viewer.eye[0], viewer.eye[1], viewer.eye[2], viewer.pos[0], viewer.pos[1], viewer.pos[2], 0, 0,
+                      1);
         }
         if (fewestAtomsInView(viewer, doc) == viewer.totalAtomCount)
             return;

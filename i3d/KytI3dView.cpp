@@ -115,6 +115,7 @@ bool KytI3dView::openWindow()
 void KytI3dView::close()
 {
     freeQuadric();
+    scene.clear();
     SDL_Quit();
     pSDLSurface = nullptr;
     pSDLVideoInfo = nullptr;
@@ -144,7 +145,6 @@ void KytI3dView::setUpProjection()
     glClearColor(0, 0, 0, 1);
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
     glBlendFunc(GL_SRC_ALPHA, GL_DST_ALPHA);
-    glEnable(GL_TEXTURE_2D);
     glClearDepth(1.0);
     glDepthFunc(GL_LESS);
     glEnable(GL_DEPTH_TEST);
@@ -166,7 +166,6 @@ void KytI3dView::makeQuadric()
     freeQuadric();
     quadratic = gluNewQuadric();
     gluQuadricNormals(quadratic, GLU_SMOOTH);
-    gluQuadricTexture(quadratic, GL_TRUE);
 }
 
 void KytI3dView::freeQuadric()
@@ -207,7 +206,7 @@ void KytI3dView::renderScene()
     glMaterialfv(GL_FRONT, GL_SPECULAR, specular);
     glMaterialf(GL_FRONT, GL_SHININESS, shininess);
     rotateScene();
-    glCallList(1);
+    scene.draw(viewportHeight);
     spinByTheClock();
     SDL_GL_SwapBuffers();
     glFlush();

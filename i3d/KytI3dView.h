@@ -1,6 +1,7 @@
 #pragma once
 
 #include "canvas/qcanvas.h"
+#include "i3d/Scene.h"
 
 #include <QList>
 #include <QPointer>
@@ -16,7 +17,6 @@ class KytAtom;
 class KytBond;
 class KytBondLine;
 class KytMolecule;
-struct SceneStick;
 
 /// The 3D viewer: a separate window that shows the drawing as balls and sticks, with a camera controlled by keys.
 ///
@@ -35,8 +35,8 @@ public:
     /// standard output and returns false. After that, and after `close`, only `open` may be called.
     bool open();
     /// Handles the next event, or the last one again if there is none. Draws a frame if the picture has changed and no
-    /// further event is waiting, or if it has been waiting for a frame for 100 ms. With nothing to do, rests for at most
-    /// 10 ms. Returns true if the user has closed the viewer.
+    /// further event is waiting, or if it has been waiting for a frame for 100 ms. With nothing to do, rests for at
+    /// most 10 ms. Returns true if the user has closed the viewer.
     bool step();
     void close();
 
@@ -45,10 +45,10 @@ public:
 
     /// Sets up OpenGL for the open window, compiles the scene and positions the camera in front of it.
     void init();
-    /// Compiles the current drawing into display lists and accumulates `pos`, `totalAtomCount` and `defaulteye`.
+    /// Makes the scene of the current drawing, compiles its shapes into display lists, and accumulates `pos`,
+    /// `totalAtomCount` and `defaulteye`.
     void CreateLists();
-    /// Draws one molecule and adds its atoms to the sums, as CreateLists does for all; requires the lists of
-    /// CreateLists.
+    /// Adds one molecule to the scene and its atoms to the sums, as CreateLists does for all.
     void RenderMolecule(KytMolecule* molecule);
     /// Renders and shows a frame, whether the picture has changed or not.
     void renderScene();
@@ -90,6 +90,7 @@ private:
         bool operator==(const Viewpoint&) const = default;
     };
 
+    Scene scene;
     SDL_Event event = {};                    // the last event; initially none
     std::optional<Viewpoint> shownViewpoint; // none if the window does not show a frame, or not all of it
     Uint32 lastFrameTime = 0;                // SDL's clock at the end of the last frame
@@ -116,12 +117,11 @@ private:
     void spinByTheClock();
     void rest() const;
 
-    void compileSphere();
-    void renderAtoms(const QList<KytAtom*>& atoms);
-    void renderAtom(KytAtom* atom);
+    void addMolecule(const QList<KytAtom*>& atoms);
+    void addAtom(const KytAtom* atom);
     void addToSums(const KytAtom* atom);
-    void renderBond(const KytBond* bond);
-    void renderWedge(const KytBond* bond);
-    void renderLine(const KytBond* bond, const KytBondLine* line);
-    void renderStick(const SceneStick& stick, int slices);
+    void addBond(const KytBond* bond);
+    void addWedge(const KytBond* bond);
+    void addLine(const KytBond* bond, const KytBondLine* line);
+    void addStick(const SceneStick& stick, bool isUpWedge, const KytBond* bond);
 };

@@ -92,17 +92,27 @@ public:
     }
 
     /// What the window shows on the screen.
+    static QImage shown()
+    {
+        SDL_SysWMinfo info;
+        SDL_VERSION(&info.version);
+        if (SDL_GetWMInfo(&info) != 1)
+            return {};
+        const WId window = info.info.x11.window;
+        return QGuiApplication::primaryScreen()->grabWindow(window).toImage().convertToFormat(QImage::Format_RGB32);
+    }
+    /// The same, when the viewer has handled its events.
     QImage picture()
     {
         catchUp();
-        return grab();
+        return shown();
     }
     /// What the window shows after a frame that the viewer itself saw no need for.
     QImage pictureDrawnAgain()
     {
         catchUp();
         view.renderScene();
-        return grab();
+        return shown();
     }
 
     /// Whether the viewer has taken a key for pressed in its last frame.
@@ -118,16 +128,6 @@ public:
     bool closed = false;
 
 private:
-    static QImage grab()
-    {
-        SDL_SysWMinfo info;
-        SDL_VERSION(&info.version);
-        if (SDL_GetWMInfo(&info) != 1)
-            return {};
-        const WId window = info.info.x11.window;
-        return QGuiApplication::primaryScreen()->grabWindow(window).toImage().convertToFormat(QImage::Format_RGB32);
-    }
-
     QStringList heldKeys;
 };
 

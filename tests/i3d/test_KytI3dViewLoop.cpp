@@ -352,6 +352,5 @@ private:
     std::unique_ptr<OpenViewer> viewer;
 };
 
-
 QTEST_MAIN(test_KytI3dViewLoop)
 #include "test_KytI3dViewLoop.moc"
