@@ -9,6 +9,9 @@
 #include <GL/glu.h>
 #include <SDL.h>
 
+// Last: the X headers define common words as macros.
+#include <SDL_syswm.h>
+
 namespace {
 
 /// A library that is loaded once and never unloaded.
@@ -104,6 +107,11 @@ Uint8 SDL_EventState(Uint8 type, int state)
 int SDL_PollEvent(SDL_Event* event)
 {
     return original<SDL_PollEvent>(sdl(), __func__)(event);
+}
+
+int SDL_GetWMInfo(SDL_SysWMinfo* info)
+{
+    return original<SDL_GetWMInfo>(sdl(), __func__)(info);
 }
 
 void SDL_WM_SetCaption(const char* title, const char* icon)

@@ -1,5 +1,6 @@
 #include "app/kytstudio.h"
 
+#include "app/PausedPings.h"
 #include "app/PendingInput.h"
 #include "app/Version.h"
 #include "doc/kytstudiodoc.h"
@@ -137,8 +138,10 @@ void KytStudioApp::slotSelectI3DView()
 {
     showMessage(tr("Opening I3D View"));
     statusBar()->repaint();
-    if (view)
+    if (view) {
+        const PausedPings pausedPings;
         i3dviewer->view();
+    }
     showMessage(tr("Ready."));
     dropPendingInput();
     repaint();

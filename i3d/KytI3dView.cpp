@@ -3,6 +3,10 @@
 #include "canvas/truncate.h"
 #include "i3d/SceneGeometry.h"
 #include "i3d/SdlClock.h"
+#include "i3d/WindowIcon.h"
+
+#include <QGuiApplication>
+#include <QIcon>
 
 #include <algorithm>
 #include <cstdlib>
@@ -109,6 +113,8 @@ bool KytI3dView::openWindow()
     pSDLSurface = SDL_SetVideoMode(windowWidth, windowHeight, bitsPerPixel, static_cast<Uint32>(nFlags));
     if (!pSDLSurface)
         std::cout << "Call to SDL_SetVideoMode() failed! - SDL_Error: " << SDL_GetError() << std::endl;
+    else
+        setViewerIcon(QGuiApplication::windowIcon());
     return pSDLSurface;
 }
 
