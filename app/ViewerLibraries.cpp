@@ -9,6 +9,9 @@
 #include <GL/glu.h>
 #include <SDL.h>
 
+// Last: the X headers define common words as macros.
+#include <SDL_syswm.h>
+
 namespace {
 
 /// A library that is loaded once and never unloaded.
@@ -86,6 +89,16 @@ Uint32 SDL_GetTicks()
     return original<SDL_GetTicks>(sdl(), __func__)();
 }
 
+void SDL_Delay(Uint32 milliseconds)
+{
+    original<SDL_Delay>(sdl(), __func__)(milliseconds);
+}
+
+Uint8 SDL_GetAppState()
+{
+    return original<SDL_GetAppState>(sdl(), __func__)();
+}
+
 Uint8 SDL_EventState(Uint8 type, int state)
 {
     return original<SDL_EventState>(sdl(), __func__)(type, state);
@@ -94,6 +107,11 @@ Uint8 SDL_EventState(Uint8 type, int state)
 int SDL_PollEvent(SDL_Event* event)
 {
     return original<SDL_PollEvent>(sdl(), __func__)(event);
+}
+
+int SDL_GetWMInfo(SDL_SysWMinfo* info)
+{
+    return original<SDL_GetWMInfo>(sdl(), __func__)(info);
 }
 
 void SDL_WM_SetCaption(const char* title, const char* icon)
@@ -145,11 +163,6 @@ void gluDeleteQuadric(GLUquadric* quadric)
 void gluQuadricNormals(GLUquadric* quadric, GLenum normals)
 {
     original<gluQuadricNormals>(glu(), __func__)(quadric, normals);
-}
-
-void gluQuadricTexture(GLUquadric* quadric, GLboolean texture)
-{
-    original<gluQuadricTexture>(glu(), __func__)(quadric, texture);
 }
 
 void gluSphere(GLUquadric* quadric, GLdouble radius, GLint slices, GLint stacks)

@@ -3,6 +3,7 @@
 #include "app/Arrival.h"
 #include "app/Converter.h"
 #include "app/DrawingMimeData.h"
+#include "app/PausedPings.h"
 #include "app/PendingInput.h"
 #include "app/Version.h"
 #include "doc/kytstudiodoc.h"
@@ -163,8 +164,10 @@ void KytStudioApp::slotSelectI3DView()
 {
     showMessage(tr("Opening I3D View"));
     statusBar()->repaint();
-    if (view)
+    if (view) {
+        const PausedPings pausedPings;
         i3dviewer->view();
+    }
     showMessage(tr("Ready."));
     dropPendingInput();
     repaint();

@@ -270,7 +270,7 @@ public:
         clock.start();
         if (!viewer.open())
             fail("the 3D window did not open");
-        viewer.step();
+        viewer.renderScene();
         glFinish();
         const double elapsed = double(clock.nsecsElapsed()) / 1e6;
         viewer.close();

@@ -1,8 +1,12 @@
 #include "i3d/KytI3dView.h"
 
 #include "canvas/truncate.h"
-#include "doc/TerminationSignals.h"
 #include "i3d/SceneGeometry.h"
+#include "i3d/SdlClock.h"
+#include "i3d/WindowIcon.h"
+
+#include <QGuiApplication>
+#include <QIcon>
 
 #include <algorithm>
 #include <cstdlib>
@@ -27,8 +31,6 @@ constexpr float shininess = 128;
 constexpr int startDistance = 200; // scene units between the frontmost atom and the camera
 constexpr double degreesPerKeyAboutZ = 0.5;
 constexpr double degreesPerKeyAboutY = 0.3;
-constexpr double spinAboutZ = 0.05; // degrees per millisecond
-constexpr double spinAboutY = 0.03;
 constexpr Uint32 toggleKeyPause = 299; // milliseconds
 
 /// Makes malloc map large blocks, such as frame buffers, separately. They are allocated for every window and would
@@ -46,18 +48,12 @@ void moveBy(int& coordinate, int step)
     coordinate = saturatedSum(coordinate, step);
 }
 
-/// The milliseconds from `stamp` to `now`. A stamp later than `now` was taken before SDL restarted its clock.
-Uint32 millisecondsSince(Uint32 stamp, Uint32 now)
-{
-    return stamp > now ? now : now - stamp;
-}
-
 /// Whether a toggle key may act now. The toggle keys share a timer and act at most once per toggleKeyPause, however
 /// long they are held.
 bool mayToggle()
 {
     static Uint32 keyTimer = 0;
-    if (millisecondsSince(keyTimer, SDL_GetTicks()) <= toggleKeyPause)
+    if (millisecondsSince(keyTimer) <= toggleKeyPause)
         return false;
     keyTimer = SDL_GetTicks();
     return true;
@@ -73,17 +69,6 @@ KytI3dView::KytI3dView(QCanvas* canvas)
 
 KytI3dView::~KytI3dView() = default;
 
-void KytI3dView::view()
-{
-    const TerminationSignals terminationSignals;
-    if (!open())
-        return;
-    bool done = false;
-    while (!done && !terminationSignals.arrived())
-        done = step();
-    close();
-}
-
 int KytI3dView::getIndex(KytAtom* atom) const
 {
     const qsizetype index = atomsArr.first(std::clamp<qsizetype>(atomsCount, 0, atomsArr.size())).indexOf(atom);
@@ -98,6 +83,8 @@ bool KytI3dView::open()
         return false;
     }
     event = {};
+    shownViewpoint.reset();
+    lastFrameTime = SDL_GetTicks();
     init();
     return true;
 }
@@ -107,7 +94,8 @@ bool KytI3dView::startVideo()
     keepLargeBlocksOffTheHeap();
     setenv("SDL_VIDEODRIVER", "x11", 0); // prevents SDL's fallback to drawing in a terminal
     SDL_Init(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE);
-    SDL_EventState(SDL_MOUSEMOTION, SDL_IGNORE); // only one event is handled per frame: motion events would delay keys
+    // SDL queues 128 events and drops the rest. During a long frame the pointer would fill the queue, and keys be lost.
+    SDL_EventState(SDL_MOUSEMOTION, SDL_IGNORE);
     SDL_WM_SetCaption("MOLECULAR I3D VIEWER", nullptr);
     pSDLVideoInfo = SDL_GetVideoInfo();
     if (!pSDLVideoInfo)
@@ -125,27 +113,15 @@ bool KytI3dView::openWindow()
     pSDLSurface = SDL_SetVideoMode(windowWidth, windowHeight, bitsPerPixel, static_cast<Uint32>(nFlags));
     if (!pSDLSurface)
         std::cout << "Call to SDL_SetVideoMode() failed! - SDL_Error: " << SDL_GetError() << std::endl;
+    else
+        setViewerIcon(QGuiApplication::windowIcon());
     return pSDLSurface;
-}
-
-bool KytI3dView::step()
-{
-    SDL_Event newEvent;
-    if (SDL_PollEvent(&newEvent))
-        event = newEvent;
-    // Without a new event, the last one is handled again: a key acts in every frame until it is released.
-    bool done = false;
-    if (event.type == SDL_KEYDOWN)
-        done = HandleKeyboard(&event.key.keysym);
-    else if (event.type == SDL_QUIT)
-        done = true;
-    renderScene();
-    return done;
 }
 
 void KytI3dView::close()
 {
     freeQuadric();
+    scene.clear();
     SDL_Quit();
     pSDLSurface = nullptr;
     pSDLVideoInfo = nullptr;
@@ -175,7 +151,6 @@ void KytI3dView::setUpProjection()
     glClearColor(0, 0, 0, 1);
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
     glBlendFunc(GL_SRC_ALPHA, GL_DST_ALPHA);
-    glEnable(GL_TEXTURE_2D);
     glClearDepth(1.0);
     glDepthFunc(GL_LESS);
     glEnable(GL_DEPTH_TEST);
@@ -197,7 +172,6 @@ void KytI3dView::makeQuadric()
     freeQuadric();
     quadratic = gluNewQuadric();
     gluQuadricNormals(quadratic, GLU_SMOOTH);
-    gluQuadricTexture(quadratic, GL_TRUE);
 }
 
 void KytI3dView::freeQuadric()
@@ -230,6 +204,7 @@ void KytI3dView::resetCamera()
 
 void KytI3dView::renderScene()
 {
+    shownViewpoint = viewpoint();
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glLoadIdentity();
     placeCamera();
@@ -237,15 +212,11 @@ void KytI3dView::renderScene()
     glMaterialfv(GL_FRONT, GL_SPECULAR, specular);
     glMaterialf(GL_FRONT, GL_SHININESS, shininess);
     rotateScene();
-    glCallList(1);
-    if (rotation[0] || rotation[1]) {
-        // Not updated while nothing spins: the first frame after a pause rotates by the whole time of the pause.
-        static Uint32 sceneTimer = 0;
-        spin(millisecondsSince(sceneTimer, SDL_GetTicks()));
-        sceneTimer = SDL_GetTicks();
-    }
+    scene.draw(viewportHeight);
+    spinByTheClock();
     SDL_GL_SwapBuffers();
     glFlush();
+    lastFrameTime = SDL_GetTicks();
 }
 
 void KytI3dView::placeCamera() const
@@ -253,10 +224,15 @@ void KytI3dView::placeCamera() const
     gluLookAt(eye[0], eye[1], eye[2], pos[0], pos[1], pos[2], 0, 0, 1);
 }
 
-/// Rotates the scene about the point that the camera looks at or, while it spins, about the centroid.
+/// The point that the camera looks at or, while the scene spins, the centroid.
+const int* KytI3dView::rotationCentre() const
+{
+    return spins() ? defaultPos : pos;
+}
+
 void KytI3dView::rotateScene() const
 {
-    const int* centre = rotation[0] || rotation[1] ? defaultPos : pos;
+    const int* centre = rotationCentre();
     const auto x = static_cast<float>(centre[0]);
     const auto y = static_cast<float>(centre[1]);
     const auto z = static_cast<float>(centre[2]);
@@ -266,12 +242,10 @@ void KytI3dView::rotateScene() const
     glTranslatef(-x, -y, -z);
 }
 
-void KytI3dView::spin(Uint32 milliseconds)
+void KytI3dView::toggleFullScreen()
 {
-    if (rotation[0])
-        rotYAngle += milliseconds * spinAboutZ;
-    if (rotation[1])
-        rotXAngle += milliseconds * spinAboutY;
+    SDL_WM_ToggleFullScreen(pSDLSurface);
+    shownViewpoint.reset();
 }
 
 bool KytI3dView::HandleKeyboard(SDL_keysym* key)
@@ -329,7 +303,7 @@ bool KytI3dView::HandleKeyboard(SDL_keysym* key)
         break;
     case SDLK_f:
         if (mayToggle())
-            SDL_WM_ToggleFullScreen(pSDLSurface);
+            toggleFullScreen();
         break;
     case SDLK_o:
         resetCamera();

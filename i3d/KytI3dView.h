@@ -1,9 +1,13 @@
 #pragma once
 
 #include "canvas/qcanvas.h"
+#include "i3d/Scene.h"
 
 #include <QList>
 #include <QPointer>
+
+#include <array>
+#include <optional>
 
 #include <GL/gl.h>
 #include <GL/glu.h>
@@ -13,7 +17,6 @@ class KytAtom;
 class KytBond;
 class KytBondLine;
 class KytMolecule;
-struct SceneStick;
 
 /// The 3D viewer: a separate window that shows the drawing as balls and sticks, with a camera controlled by keys.
 ///
@@ -31,8 +34,9 @@ public:
     /// The steps of view(), for callers with their own loop. If the window cannot be opened, `open` prints a line on
     /// standard output and returns false. After that, and after `close`, only `open` may be called.
     bool open();
-    /// Handles the next event, or the last one again if there is none, and draws a frame. Returns true if the user has
-    /// closed the viewer.
+    /// Handles the next event, or the last one again if there is none. Draws a frame if the picture has changed and no
+    /// further event is waiting, or if it has been waiting for a frame for 100 ms. With nothing to do, rests for at
+    /// most 10 ms. Returns true if the user has closed the viewer.
     bool step();
     void close();
 
@@ -41,12 +45,12 @@ public:
 
     /// Sets up OpenGL for the open window, compiles the scene and positions the camera in front of it.
     void init();
-    /// Compiles the current drawing into display lists and accumulates `pos`, `totalAtomCount` and `defaulteye`.
+    /// Makes the scene of the current drawing, compiles its shapes into display lists, and accumulates `pos`,
+    /// `totalAtomCount` and `defaulteye`.
     void CreateLists();
-    /// Draws one molecule and adds its atoms to the sums, as CreateLists does for all; requires the lists of
-    /// CreateLists.
+    /// Adds one molecule to the scene and its atoms to the sums, as CreateLists does for all.
     void RenderMolecule(KytMolecule* molecule);
-    /// Renders and shows a frame.
+    /// Renders and shows a frame, whether the picture has changed or not.
     void renderScene();
     /// Handles a key press; returns true if it closes the viewer.
     bool HandleKeyboard(SDL_keysym* key);
@@ -76,7 +80,20 @@ public:
     SDL_Surface* pSDLSurface = nullptr;
 
 private:
-    SDL_Event event = {}; // the last event; initially none
+    /// All that a frame shows of the compiled scene.
+    struct Viewpoint {
+        std::array<int, 3> eye;
+        std::array<int, 3> target;
+        std::array<int, 3> rotationCentre;
+        float rotYAngle;
+        float rotXAngle;
+        bool operator==(const Viewpoint&) const = default;
+    };
+
+    Scene scene;
+    SDL_Event event = {};                    // the last event; initially none
+    std::optional<Viewpoint> shownViewpoint; // none if the window does not show a frame, or not all of it
+    Uint32 lastFrameTime = 0;                // SDL's clock at the end of the last frame
 
     bool startVideo();
     bool openWindow();
@@ -87,15 +104,24 @@ private:
     void putCameraInFront();
     void resetCamera();
     void placeCamera() const;
+    const int* rotationCentre() const;
     void rotateScene() const;
-    void spin(Uint32 milliseconds);
+    void toggleFullScreen();
 
-    void compileSphere();
-    void renderAtoms(const QList<KytAtom*>& atoms);
-    void renderAtom(KytAtom* atom);
+    void takeNextEvent();
+    bool handleLastEvent();
+    Viewpoint viewpoint() const;
+    bool needsFrame() const;
+    bool frameIsOverdue() const;
+    bool spins() const { return rotation[0] || rotation[1]; }
+    void spinByTheClock();
+    void rest() const;
+
+    void addMolecule(const QList<KytAtom*>& atoms);
+    void addAtom(const KytAtom* atom);
     void addToSums(const KytAtom* atom);
-    void renderBond(const KytBond* bond);
-    void renderWedge(const KytBond* bond);
-    void renderLine(const KytBond* bond, const KytBondLine* line);
-    void renderStick(const SceneStick& stick, int slices);
+    void addBond(const KytBond* bond);
+    void addWedge(const KytBond* bond);
+    void addLine(const KytBond* bond, const KytBondLine* line);
+    void addStick(const SceneStick& stick, bool isUpWedge, const KytBond* bond);
 };

@@ -9,25 +9,9 @@
 #include "model/DrawnMolecules.h"
 #include "model/KytAtom.h"
 
+#include <cmath>
+
 namespace {
-
-constexpr GLuint sceneList = 1;
-constexpr GLuint sphereList = 2;
-
-constexpr double sphereRadius = 8;
-constexpr int sphereSlices = 25;
-constexpr int sphereStacks = 25;
-
-constexpr double stickRadius = 2;
-constexpr int stickStacks = 1;
-constexpr int upWedgeSlices = 22;
-constexpr int downWedgeSlices = 20;
-constexpr int lineSlices = 20;
-
-void translateTo(const ScenePoint& p)
-{
-    glTranslatef(narrowed(p.x), narrowed(p.y), narrowed(p.z));
-}
 
 /// The value of a colour component in the range of OpenGL, 0 to 1.
 float colourValue(const QString& component)
@@ -35,43 +19,45 @@ float colourValue(const QString& component)
     return static_cast<float>(integerPrefix(component)) / 255.0F;
 }
 
+/// Whether the ball of the atom covers a stick's end here, however few faces it is drawn with.
+bool isInBall(const ScenePoint& end, const KytAtom* atom)
+{
+    constexpr double smallestRadius = BallShape::radius * 0.9; // the faces cut off part of the sphere
+    const ScenePoint centre = scenePoint({atom->x(), atom->y()}, atom->getAtomZ());
+    return std::hypot(end.x - centre.x, end.y - centre.y, end.z - centre.z) + StickShape::radius < smallestRadius;
+}
+
 } // namespace
 
 void KytI3dView::CreateLists()
 {
-    compileSphere();
-    glNewList(sceneList, GL_COMPILE);
+    scene.clear();
+    scene.compile(quadratic);
     if (canvas)
         for (const DrawnMolecule& molecule : drawnMolecules(*canvas))
-            renderAtoms(molecule.atoms);
-    glEndList();
-}
-
-/// Compiles the sphere shared by all atoms into a separate list, because display lists cannot be nested.
-void KytI3dView::compileSphere()
-{
-    glNewList(sphereList, GL_COMPILE);
-    gluSphere(quadratic, sphereRadius, sphereSlices, sphereStacks);
-    glEndList();
+            addMolecule(molecule.atoms);
+    scene.complete();
+    shownViewpoint.reset();
 }
 
 void KytI3dView::RenderMolecule(KytMolecule* molecule)
 {
-    renderAtoms(canvas ? drawnAtoms(*canvas, molecule) : QList<KytAtom*>());
+    addMolecule(canvas ? drawnAtoms(*canvas, molecule) : QList<KytAtom*>());
+    shownViewpoint.reset();
 }
 
-/// Draws the molecule consisting of these atoms.
-void KytI3dView::renderAtoms(const QList<KytAtom*>& atoms)
+/// Adds the molecule consisting of these atoms to the scene.
+void KytI3dView::addMolecule(const QList<KytAtom*>& atoms)
 {
     atomsCount = static_cast<int>(atoms.size());
     bondsCount = bondsAmong(atoms);
     atomsArr = atoms;
-    for (KytAtom* atom : atoms) {
+    for (const KytAtom* atom : atoms) {
         addToSums(atom);
-        renderAtom(atom);
+        addAtom(atom);
     }
     for (const BondCell& cell : bondTable(atoms))
-        renderBond(cell.bond);
+        addBond(cell.bond);
     atomsArr.clear();
 }
 
@@ -88,34 +74,32 @@ void KytI3dView::addToSums(const KytAtom* atom)
     totalAtomCount = saturatedSum(totalAtomCount, 1);
 }
 
-void KytI3dView::renderAtom(KytAtom* atom)
+void KytI3dView::addAtom(const KytAtom* atom)
 {
-    glPushMatrix();
-    translateTo(scenePoint({atom->x(), atom->y()}, atom->getAtomZ()));
-    glColor3f(colourValue(atom->_atomColor[0]), colourValue(atom->_atomColor[1]), colourValue(atom->_atomColor[2]));
-    glCallList(sphereList);
-    glPopMatrix();
+    scene.addBall(
+        scenePoint({atom->x(), atom->y()}, atom->getAtomZ()),
+        {colourValue(atom->_atomColor[0]), colourValue(atom->_atomColor[1]), colourValue(atom->_atomColor[2])});
 }
 
-/// Draws the sticks of a bond. Lines and wedges that are counted but null are skipped.
-void KytI3dView::renderBond(const KytBond* bond)
+/// Adds the sticks of a bond. Lines and wedges that are counted but null are skipped.
+void KytI3dView::addBond(const KytBond* bond)
 {
     if (!bond->getFromAtom() || !bond->getToAtom())
         return;
     if (bond->bondCount > 0) {
         if (isWedgeKind(bond->bond1Type))
-            renderWedge(bond);
+            addWedge(bond);
         else
-            renderLine(bond, bond->bond1);
+            addLine(bond, bond->bond1);
     }
     if (bond->bondCount > 1)
-        renderLine(bond, bond->bond2);
+        addLine(bond, bond->bond2);
     if (bond->bondCount > 2)
-        renderLine(bond, bond->bond3);
+        addLine(bond, bond->bond3);
 }
 
 /// The far end of the stick follows from the wedge's angle only and may miss the sphere of the end atom.
-void KytI3dView::renderWedge(const KytBond* bond)
+void KytI3dView::addWedge(const KytBond* bond)
 {
     if (!bond->stereoBond)
         return;
@@ -125,26 +109,22 @@ void KytI3dView::renderWedge(const KytBond* bond)
     const double angle = bond->stereoBond->getAngle();
     const auto stick = wedgeStick({from->x(), from->y()}, {to->x(), to->y()}, from->getAtomZ(), isUp ? angle : -angle);
     if (stick)
-        renderStick(*stick, isUp ? upWedgeSlices : downWedgeSlices);
+        addStick(*stick, isUp, bond);
 }
 
-void KytI3dView::renderLine(const KytBond* bond, const KytBondLine* line)
+void KytI3dView::addLine(const KytBond* bond, const KytBondLine* line)
 {
     if (!line)
         return;
     const auto stick = lineStick(line->getStartPoint(), line->getEndPoint(), bond->getFromAtom()->getAtomZ(),
                                  bond->getToAtom()->getAtomZ());
     if (stick)
-        renderStick(*stick, lineSlices);
+        addStick(*stick, false, bond);
 }
 
-void KytI3dView::renderStick(const SceneStick& stick, int slices)
+void KytI3dView::addStick(const SceneStick& stick, bool isUpWedge, const KytBond* bond)
 {
-    glPushMatrix();
-    translateTo(stick.origin);
-    glRotatef(narrowed(stick.planeAngle), 1, 0, 0);
-    glRotatef(narrowed(stick.tilt), 0, 1, 0);
-    glColor3f(0, 0, 1);
-    gluCylinder(quadratic, stickRadius, stickRadius, narrowed(stick.length), slices, stickStacks);
-    glPopMatrix();
+    scene.addStick(stick, isUpWedge,
+                   isInBall(stick.origin, bond->getFromAtom())
+                       && isInBall(pointAlong(stick, stick.length), bond->getToAtom()));
 }

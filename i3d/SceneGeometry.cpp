@@ -53,6 +53,24 @@ std::optional<SceneStick> wedgeStick(const QPointF& from, const QPointF& to, dou
     return stickWithProjection(scenePoint(from, fromDepth), right, up, tilt, length);
 }
 
+StickAxes axesOf(const SceneStick& stick)
+{
+    const double tiltSine = std::sin(stick.tilt / degreesPerRadian);
+    const double tiltCosine = std::cos(stick.tilt / degreesPerRadian);
+    const double sine = std::sin(stick.planeAngle / degreesPerRadian);
+    const double cosine = std::cos(stick.planeAngle / degreesPerRadian);
+    return {{tiltCosine, tiltSine * sine, -tiltSine * cosine},
+            {0, cosine, sine},
+            {tiltSine, -tiltCosine * sine, tiltCosine * cosine}};
+}
+
+ScenePoint pointAlong(const SceneStick& stick, double distance)
+{
+    const ScenePoint direction = axesOf(stick).forward;
+    return {stick.origin.x + distance * direction.x, stick.origin.y + distance * direction.y,
+            stick.origin.z + distance * direction.z};
+}
+
 int saturatedSum(int a, int b)
 {
     return truncated(static_cast<double>(a) + b);

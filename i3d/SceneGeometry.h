@@ -36,5 +36,15 @@ std::optional<SceneStick> lineStick(const QPoint& start, const QPoint& end, doub
 /// wedge of length zero, or if the tilt or the length is not finite.
 std::optional<SceneStick> wedgeStick(const QPointF& from, const QPointF& to, double fromDepth, double tilt);
 
+/// The directions, of length 1, that the axes of an unrotated stick have in the scene.
+struct StickAxes {
+    ScenePoint right;   ///< of x
+    ScenePoint up;      ///< of y
+    ScenePoint forward; ///< of z, the axis of the cylinder
+};
+StickAxes axesOf(const SceneStick& stick);
+/// The point on the axis of the stick at this distance from its origin.
+ScenePoint pointAlong(const SceneStick& stick, double distance);
+
 /// a + b, clamped to the range of int.
 int saturatedSum(int a, int b);

@@ -60,6 +60,14 @@ public:
         return condition();
     }
 
+    /// Runs the viewer until it has handled all events that wait, and with that shows its present state.
+    void catchUp()
+    {
+        do
+            step();
+        while (SDL_PollEvent(nullptr));
+    }
+
     /// Lets the window manager have its say about the new window: what it sends late would interrupt a held key.
     void settle()
     {
@@ -84,15 +92,27 @@ public:
     }
 
     /// What the window shows on the screen.
-    QImage picture()
+    static QImage shown()
     {
-        step();
         SDL_SysWMinfo info;
         SDL_VERSION(&info.version);
         if (SDL_GetWMInfo(&info) != 1)
             return {};
         const WId window = info.info.x11.window;
         return QGuiApplication::primaryScreen()->grabWindow(window).toImage().convertToFormat(QImage::Format_RGB32);
+    }
+    /// The same, when the viewer has handled its events.
+    QImage picture()
+    {
+        catchUp();
+        return shown();
+    }
+    /// What the window shows after a frame that the viewer itself saw no need for.
+    QImage pictureDrawnAgain()
+    {
+        catchUp();
+        view.renderScene();
+        return shown();
     }
 
     /// Whether the viewer has taken a key for pressed in its last frame.

@@ -270,6 +270,42 @@ private slots:
         QCOMPARE(videoAtTheSignal, 0U);
     }
 
+    void theWindowCarriesTheProgramsIcon()
+    {
+        QPixmap small(16, 16);
+        small.fill(QColor(10, 20, 30));
+        QImage large(32, 24, QImage::Format_ARGB32);
+        large.fill(QColor(40, 50, 60, 70));
+        QIcon icon(small);
+        icon.addPixmap(QPixmap::fromImage(large));
+        QGuiApplication::setWindowIcon(icon);
+        const Drawing drawing;
+        const OpenViewer viewer(drawing);
+        QGuiApplication::setWindowIcon(QIcon());
+
+        SDL_SysWMinfo info;
+        SDL_VERSION(&info.version);
+        QCOMPARE(SDL_GetWMInfo(&info), 1);
+        Display* display = info.info.x11.display;
+        Atom type = 0;
+        int format = 0;
+        unsigned long count = 0;
+        unsigned long rest = 0;
+        unsigned char* data = nullptr;
+        XGetWindowProperty(display, info.info.x11.wmwindow, XInternAtom(display, "_NET_WM_ICON", 0), 0, 100000, 0,
+                           AnyPropertyType, &type, &format, &count, &rest, &data);
+        const auto* values = reinterpret_cast<const unsigned long*>(data);
+        QCOMPARE(format, 32);
+        QCOMPARE(count, 2UL + 16 * 16 + 2 + 32 * 24);
+        QCOMPARE(values[0], 16UL);
+        QCOMPARE(values[1], 16UL);
+        QCOMPARE(values[2] & 0xffffffff, 0xff0a141eUL);
+        QCOMPARE(values[2 + 16 * 16], 32UL);
+        QCOMPARE(values[2 + 16 * 16 + 1], 24UL);
+        QCOMPARE((values[2 + 16 * 16 + 2] & 0xffffffff) >> 24, 70UL);
+        XFree(data);
+    }
+
     void withoutAVideoDriverThereIsAMessage()
     {
         Drawing drawing;

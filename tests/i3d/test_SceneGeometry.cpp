@@ -40,6 +40,26 @@ private slots:
         QCOMPARE(p.z, 0.0);
     }
 
+    void aStickRunsAlongItsThirdAxis()
+    {
+        const SceneStick stick = *lineStick({500, 500}, {560, 420}, -10, 65);
+        const StickAxes axes = axesOf(stick);
+        const auto product = [](const ScenePoint& a, const ScenePoint& b) { return a.x * b.x + a.y * b.y + a.z * b.z; };
+        for (const ScenePoint& axis : {axes.right, axes.up, axes.forward})
+            QVERIFY(isNear(product(axis, axis), 1));
+        QVERIFY(std::fabs(product(axes.right, axes.up)) < tolerance);
+        QVERIFY(std::fabs(product(axes.right, axes.forward)) < tolerance);
+        QVERIFY(std::fabs(product(axes.up, axes.forward)) < tolerance);
+
+        const ScenePoint end = pointAlong(stick, stick.length);
+        const ScenePoint expected = scenePoint({560, 420}, 65);
+        QVERIFY(isNear(end.x, expected.x));
+        QVERIFY(isNear(end.y, expected.y));
+        QVERIFY(isNear(end.z, expected.z));
+        const ScenePoint start = pointAlong(stick, 0);
+        QVERIFY(isNear(start.x, stick.origin.x) && isNear(start.y, stick.origin.y) && isNear(start.z, stick.origin.z));
+    }
+
     void depthIsXAndCanvasUpIsZ()
     {
         const ScenePoint p = scenePoint({1100.5, 750.25}, -30.75);
