@@ -143,12 +143,12 @@ public:
     void drawSeenFrom(const SceneVector& eye) const
     {
         const float least = -rim * std::hypot(eye[0], eye[1], eye[2]);
-        std::array<GLushort, 6 * fine.slices * fine.stacks> indices;
-        auto end = indices.begin();
+        std::array<GLushort, std::size_t{6} * fine.slices * fine.stacks> indices;
+        GLushort* end = indices.data();
         for (const Face& face : faces)
             if (face.direction[0] * eye[0] + face.direction[1] * eye[1] + face.direction[2] * eye[2] > least)
                 end = std::copy(face.indices.begin(), face.indices.end(), end);
-        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(end - indices.begin()), GL_UNSIGNED_SHORT, indices.data());
+        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(end - indices.data()), GL_UNSIGNED_SHORT, indices.data());
     }
 
 private:
