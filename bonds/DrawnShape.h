@@ -27,6 +27,6 @@ struct DrawnShape {
 std::vector<std::size_t> connectedPieces(const DrawnShape& shape);
 
 /// Whether the depths only follow from the wedges, so that there is no shape in space. That is so if, in each connected
-/// piece, the two ends of every bond that is not a wedge have the same depth; or if the atoms that are not at one common
-/// depth are wide ends of wedges that rise as drawn, or joined to these by bonds between equal depths.
+/// piece, the two ends of every bond that is not a wedge have the same depth; or if the atoms that are not at one
+/// common depth are wide ends of wedges that rise as drawn, or joined to these by bonds between equal depths.
 bool isFlat(const DrawnShape& shape);

@@ -98,7 +98,8 @@ Attempt draw(RWMol& molecule, const Stereo& meant, LayoutMethod method)
     return attempt;
 }
 
-/// Gives the bonds of `molecule` the wedges of `laidOut`, which has the same atoms, and makes lines of its other wedges.
+/// Gives the bonds of `molecule` the wedges of `laidOut`, which has the same atoms, and makes lines of its other
+/// wedges.
 void takeWedges(SketchMolecule& molecule, const SketchMolecule& laidOut)
 {
     std::map<std::pair<int, int>, const SketchBond*> wedges;
@@ -159,8 +160,9 @@ SketchMolecule layOut(RWMol& molecule, const QString& name, Notes& notes)
 SketchMolecule layOutAnew(const SketchMolecule& drawn, const QString& name, Notes& notes)
 {
     if (drawn.atoms.size() > maxAtomsToLayOut)
-        throw ConversionError(
-            QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(drawn.atoms.size()).arg(maxAtomsToLayOut));
+        throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)")
+                                  .arg(drawn.atoms.size())
+                                  .arg(maxAtomsToLayOut));
     const std::unique_ptr<RWMol> molecule = perceivedMolecule(drawn);
     if (!molecule)
         throw ConversionError(QStringLiteral("impossible valences: cannot be laid out"));

@@ -95,7 +95,8 @@ std::unique_ptr<RWMol> previewed(const std::string& smiles, Notes& notes)
     const std::unique_ptr<RWMol> parsed = parse(smiles, false);
     const unsigned atoms = parsed->getNumAtoms();
     if (atoms > maxAtomsToLayOut)
-        throw ConversionError(QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtomsToLayOut));
+        throw ConversionError(
+            QStringLiteral("too many atoms for the layout: %1 (limit %2)").arg(atoms).arg(maxAtomsToLayOut));
     noteUnusualStereo(*parsed, notes);
     return sanitized(*parsed, smiles);
 }

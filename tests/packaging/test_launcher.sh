@@ -85,6 +85,7 @@ start HOME="$home" "$first/bin/kytstudio" -style fusion -- "/tmp/a b.kyt"
 expect_opened "A file behind --" "/tmp/a b.kyt" -style fusion
 start HOME="$home" "$first/bin/kytstudio" -- /tmp/first.kyt /tmp/second.kyt
 expect_opened "Two files" /tmp/first.kyt
+# shellcheck disable=SC2016  # the inner shell expands it
 start HOME="$home" sh -c 'cd "$1" && exec "$2" -- -odd.kyt' sh "$work" "$first/bin/kytstudio"
 expect_opened "A file in the folder of the start" "$work/-odd.kyt"
 start HOME="$home" "$first/bin/kytstudio" --
