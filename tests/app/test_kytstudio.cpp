@@ -582,6 +582,14 @@ private slots:
         QCOMPARE(program.output, QByteArray());
     }
 
+    void theProgramOpensTheFileThatItsEnvironmentNames()
+    {
+        const WorkingFolder folder;
+        QVERIFY(writeFile("one.kyt", atomsInAFile(1)));
+        const Program program(folder.path(), {"KYTSTUDIO_OPEN=" + folder.path("one.kyt")});
+        QVERIFY(!Program::windowTitled(folder.path("one.kyt")).isEmpty());
+    }
+
     void theProgramTakesNoArgumentsOfItsOwn()
     {
         const WorkingFolder folder;

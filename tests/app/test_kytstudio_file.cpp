@@ -1,5 +1,7 @@
 #include "FileDialogs.h"
 
+#include "app/StateLabel.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QActionGroup>
@@ -408,6 +410,42 @@ private slots:
         QCOMPARE(window->doc->docName, QString());
         QCOMPARE(folder.names(), QStringList());
         QCOMPARE(window.atoms().size(), 1);
+    }
+
+    void openAtStartOpensAsTheCommandDoes()
+    {
+        const WorkingFolder folder;
+        const TestWindow window;
+        QVERIFY(writeFile("a.kyt", atomsInAFile(2)));
+        window->openAtStart("a.kyt");
+        QCOMPARE(window.atoms().size(), 2);
+        QCOMPARE(window->doc->docName, folder.path("a.kyt"));
+        QCOMPARE(window->windowTitle(), folder.path("a.kyt"));
+        QCOMPARE(message(window), "Loaded document: " + folder.path("a.kyt"));
+    }
+
+    void openAtStartKeepsEverythingIfThereIsNothingToRead_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("missing") << "missing.kyt";
+        QTest::newRow("a folder") << "folder.kyt";
+        QTest::newRow("no regular file") << "/dev/null";
+    }
+
+    void openAtStartKeepsEverythingIfThereIsNothingToRead()
+    {
+        QFETCH(const QString, name);
+        const WorkingFolder folder;
+        QVERIFY(QDir().mkdir("folder.kyt"));
+        const TestWindow window;
+        window.atom(100, 100);
+        const QString title = window->windowTitle();
+        window->openAtStart(name);
+        QCOMPARE(window.atoms().size(), 1);
+        QCOMPARE(window->doc->docName, QString("noname.kyt"));
+        QCOMPARE(window->windowTitle(), title);
+        QVERIFY(
+            window->findChild<StateLabel*>()->wholeText().contains("cannot be opened: " + QFileInfo(name).fileName()));
     }
 
     void saveAsksInTheStatedDialogWhileTheNameIsTheDefault()
