@@ -89,9 +89,9 @@ Uint32 SDL_GetTicks()
     return original<SDL_GetTicks>(sdl(), __func__)();
 }
 
-void SDL_Delay(Uint32 milliseconds)
+void SDL_Delay(Uint32 ms)
 {
-    original<SDL_Delay>(sdl(), __func__)(milliseconds);
+    original<SDL_Delay>(sdl(), __func__)(ms);
 }
 
 Uint8 SDL_GetAppState()
