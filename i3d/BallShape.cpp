@@ -97,8 +97,8 @@ SceneVector cornerOf(const Division& division, int i, int j)
     const double parallel = division.parallel(j);
     const bool isPole = j == 0 || j == division.stacks;
     const float distanceFromAxis = isPole ? 0 : static_cast<float>(division.radius * std::sin(parallel));
-    return {distanceFromAxis * sine(meridian), distanceFromAxis * cosine(meridian),
-            static_cast<float>(division.radius * std::cos(parallel))};
+    const auto height = static_cast<float>(division.radius * std::cos(parallel));
+    return {distanceFromAxis * sine(meridian), distanceFromAxis * cosine(meridian), height};
 }
 
 void emitCorner(const Division& division, int i, int j)
