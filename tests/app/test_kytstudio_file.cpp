@@ -658,7 +658,7 @@ private slots:
         QTest::addColumn<FileCommand>("command");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("shown");
-        for (const auto& [name, command] : {std::pair("Save", saveCommand), std::pair("Save As", saveAsCommand)}) {
+        const auto rows = [](const char* name, const FileCommand& command) {
             const auto row = [&](const char* what, const char* typed, const char* shown) {
                 QTest::addRow("%s: %s", name, what) << command << QString(typed) << QString(shown);
             };
@@ -667,7 +667,9 @@ private slots:
             row("in a folder", "inner/mine", "Saves as: %1/inner/mine.kyt");
             row("a folder", "inner", "");
             row("nothing", "", "");
-        }
+        };
+        rows("Save", saveCommand);
+        rows("Save As", saveAsCommand);
     }
 
     void saveShowsTheFileThatItWillWrite()
