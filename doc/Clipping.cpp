@@ -149,7 +149,7 @@ QList<KytAtom*> addClipping(const Clipping& clipping, std::optional<QPointF> mid
     io.offset = {shiftOf(extent.left(), extent.width(), wanted.x()),
                  shiftOf(extent.top(), extent.height(), wanted.y())};
     io.readWorkspace(stream, &doc, false);
-    const QList<KytAtom*> added = drawnAtoms(*doc.canvas).mid(before);
+    QList<KytAtom*> added = drawnAtoms(*doc.canvas).mid(before);
     for (qsizetype i = 0; i < added.size(); ++i)
         added[i]->locked = locks[i] == '1';
     doc.canvas->update();

@@ -120,7 +120,7 @@ namespace {
 
 template <typename Value> qsizetype sizeOf(const std::vector<Value>& values)
 {
-    return static_cast<qsizetype>(values.capacity() * sizeof(Value));
+    return static_cast<qsizetype>(values.capacity()) * static_cast<qsizetype>(sizeof(Value));
 }
 
 qsizetype sizeOf(const AtomRecord& record)
@@ -337,6 +337,28 @@ private:
     std::map<ItemRank, KytMolecule*> molecules;
 };
 
+/// The outgoing bonds of atoms in which they differ: these are made anew.
+struct BondsToRebuild {
+    std::vector<KytAtom*> starts;
+    std::vector<const AtomRecord*> records; // with the new bonds
+    std::set<ItemRank> reached;             // atoms to which these bonds lead or led
+
+    /// Adds the bonds of an atom that is as in `now`, to become as in `then`; null where it is missing.
+    void add(const AtomRecord* now, const AtomRecord* then, const Restoration& restoration)
+    {
+        if (now && then && now->outgoing == then->outgoing)
+            return;
+        if (now)
+            starts.push_back(restoration.atomOf(now->rank));
+        if (then)
+            records.push_back(then);
+        for (const AtomRecord* record : {now, then})
+            if (record)
+                for (const BondRecord& bond : record->outgoing)
+                    reached.insert(bond.to);
+    }
+};
+
 } // namespace
 
 DrawingChange DrawingState::apply(const DrawingChange& change, KytStudioDoc& doc)
@@ -344,27 +366,12 @@ DrawingChange DrawingState::apply(const DrawingChange& change, KytStudioDoc& doc
     DrawingChange back;
     Restoration restoration(doc);
 
-    // The bonds of atoms whose outgoing bonds differ are made anew.
-    std::vector<KytAtom*> starts;
-    std::vector<const AtomRecord*> rebuilt;
-    std::set<ItemRank> reached; // atoms to which these bonds lead or led
-    const auto rebuild = [&](const AtomRecord* now, const AtomRecord* then) {
-        if (now && then && now->outgoing == then->outgoing)
-            return;
-        if (now)
-            starts.push_back(restoration.atomOf(now->rank));
-        if (then)
-            rebuilt.push_back(then);
-        for (const AtomRecord* record : {now, then})
-            if (record)
-                for (const BondRecord& bond : record->outgoing)
-                    reached.insert(bond.to);
-    };
+    BondsToRebuild bonds;
     for (const ItemRank rank : change.missing)
-        rebuild(find(rank), nullptr);
+        bonds.add(find(rank), nullptr, restoration);
     for (const AtomRecord& record : change.replaced)
-        rebuild(find(record.rank), &record);
-    restoration.deleteOutgoingBonds(starts);
+        bonds.add(find(record.rank), &record, restoration);
+    restoration.deleteOutgoingBonds(bonds.starts);
 
     std::set<ItemRank> regrouped;
     for (const ItemRank rank : change.missing) {
@@ -373,7 +380,7 @@ DrawingChange DrawingState::apply(const DrawingChange& change, KytStudioDoc& doc
     }
     std::vector<AtomRecord> added;
     for (const AtomRecord& record : change.replaced) {
-        reached.insert(record.rank);
+        bonds.reached.insert(record.rank);
         AtomRecord* now = find(record.rank);
         if (!now || now->molecule != record.molecule)
             regrouped.insert(record.rank);
@@ -396,10 +403,10 @@ DrawingChange DrawingState::apply(const DrawingChange& change, KytStudioDoc& doc
         back.moved.emplace_back(rank, std::exchange(find(rank)->position, position));
         restoration.place(restoration.atomOf(rank), position);
     }
-    for (const AtomRecord* record : rebuilt)
+    for (const AtomRecord* record : bonds.records)
         restoration.makeBonds(restoration.atomOf(record->rank), *record);
     restoration.restoreRanks();
-    for (const ItemRank rank : reached)
+    for (const ItemRank rank : bonds.reached)
         if (const AtomRecord* record = find(rank))
             restoration.orderIncomingBonds(*record);
 

@@ -151,15 +151,15 @@ private:
 
 void Scene::addBall(const ScenePoint& centre, const SceneVector& colour)
 {
-    parts.push_back(Ball{narrowedVector(centre), colour});
+    parts.emplace_back(Ball{narrowedVector(centre), colour});
 }
 
 void Scene::addStick(const SceneStick& stick, bool isUpWedge, bool isClosed)
 {
     const StickAxes axes = axesOf(stick);
-    parts.push_back(Stick{narrowedVector(stick.origin), narrowed(stick.planeAngle), narrowed(stick.tilt),
-                          narrowed(stick.length), isUpWedge, isClosed, narrowedVector(axes.right),
-                          narrowedVector(axes.up), narrowedVector(pointAlong(stick, stick.length / 2))});
+    parts.emplace_back(Stick{narrowedVector(stick.origin), narrowed(stick.planeAngle), narrowed(stick.tilt),
+                             narrowed(stick.length), isUpWedge, isClosed, narrowedVector(axes.right),
+                             narrowedVector(axes.up), narrowedVector(pointAlong(stick, stick.length / 2))});
 }
 
 void Scene::compile(GLUquadricObj* quadric)

@@ -44,7 +44,7 @@ public:
     std::array<float, 3> eye() const
     {
         std::array<float, 3> eye{};
-        for (int i = 0; i < 3; ++i)
+        for (std::size_t i = 0; i < 3; ++i)
             eye[i] = -(modelview[4 * i] * modelview[12] + modelview[4 * i + 1] * modelview[13]
                        + modelview[4 * i + 2] * modelview[14]);
         return eye;

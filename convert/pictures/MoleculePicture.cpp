@@ -194,7 +194,7 @@ std::vector<Element> withForeignLabels(std::vector<Element> elements, const Pict
                                        bool asPaths)
 {
     const auto isStandIn = [&](const Element& element) {
-        return element.atom >= 0 && picture.foreign.count(static_cast<unsigned>(element.atom)) > 0;
+        return element.atom >= 0 && picture.foreign.contains(static_cast<unsigned>(element.atom));
     };
     struct StandIn {
         Element first;
