@@ -81,12 +81,12 @@ bool isInView(const std::array<float, 3>& centre)
     std::array<float, 16> projection{};
     glGetFloatv(GL_MODELVIEW_MATRIX, modelview.data());
     glGetFloatv(GL_PROJECTION_MATRIX, projection.data());
-    const auto eyeCoordinate = [&](int row) {
+    const auto eyeCoordinate = [&](std::size_t row) {
         return modelview[row] * centre[0] + modelview[4 + row] * centre[1] + modelview[8 + row] * centre[2]
             + modelview[12 + row];
     };
     const double depth = -eyeCoordinate(2);
-    const auto isInside = [&](int axis) {
+    const auto isInside = [&](std::size_t axis) {
         const double scale = projection[axis * 5];
         const double margin = atomRadius * std::hypot(scale, 1);
         return std::fabs(eyeCoordinate(axis)) * scale + margin <= depth;
