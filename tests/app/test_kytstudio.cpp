@@ -644,6 +644,7 @@ private slots:
             QVERIFY(hasLoaded(program, "libGLU"));
             Program::xdotool({"windowfocus", "--sync", viewer, "key", "Escape"});
             QVERIFY(Program::hasKeyboard(id));
+            QTest::qWait(500); // keys that come until the viewer has closed altogether are dropped
         }
         Program::press("alt+F4");
         QVERIFY2(program.endedWell(), program.output);
