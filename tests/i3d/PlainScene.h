@@ -75,7 +75,7 @@ inline QImage plainPicture(OpenViewer& viewer, const Drawing& drawing)
     glDisable(GL_TEXTURE_2D);
     SDL_GL_SwapBuffers();
     glFlush();
-    return viewer.shown();
+    return OpenViewer::shown();
 }
 
 /// How two pictures of one size differ.

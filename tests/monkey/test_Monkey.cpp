@@ -78,7 +78,7 @@ private slots:
 #ifdef KYTSTUDIO_SANITIZED
     void lostMemoryIsFound()
     {
-        const Run watched = run({"--seed", "5", "--steps", "600", "--shrink-seconds", "0", "--lose-memory"});
+        const Run watched = run({"--seed", "4", "--steps", "600", "--shrink-seconds", "0", "--lose-memory"});
         QCOMPARE(watched.code, 1);
         QVERIFY2(watched.output.contains(": memory was lost\n"), qPrintable(watched.output));
     }
