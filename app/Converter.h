@@ -6,8 +6,6 @@
 #include <QStringList>
 #include <QTimer>
 
-#include <functional>
-
 class QProcess;
 
 /// One run of kytconvert in the background. Ends with this object, or with the editor.

@@ -54,11 +54,9 @@ DrawingMimeData::~DrawingMimeData() = default;
 
 void DrawingMimeData::convertNext()
 {
-    converter.reset();
     if (pending.isEmpty())
         return;
     converter = std::make_unique<Converter>(argumentsFor(pending.constFirst()), workspace, timeLimit);
-    // Later, since the sender is deleted then; waiting delivers it, too.
     connect(converter.get(), &Converter::finished, this, &DrawingMimeData::take);
 }
 
@@ -70,7 +68,7 @@ void DrawingMimeData::take(const QByteArray& output, const QString& error)
         if (type == smilesText)
             ready[smilesType] = output;
     }
-    converter.release()->deleteLater();
+    converter.release()->deleteLater(); // it is the sender
     convertNext();
 }
 

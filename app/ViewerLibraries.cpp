@@ -169,8 +169,3 @@ void gluSphere(GLUquadric* quadric, GLdouble radius, GLint slices, GLint stacks)
 {
     original<gluSphere>(glu(), __func__)(quadric, radius, slices, stacks);
 }
-
-void gluCylinder(GLUquadric* quadric, GLdouble base, GLdouble top, GLdouble height, GLint slices, GLint stacks)
-{
-    original<gluCylinder>(glu(), __func__)(quadric, base, top, height, slices, stacks);
-}

@@ -85,13 +85,14 @@ void KytStudioApp::initTransfer()
 
 QPointF KytStudioApp::targetOnCanvas() const
 {
-    return view->inverseWorldMatrix().map(zoomAnchor());
+    const std::optional<QPoint> pointed = view->pointedAt();
+    return pointed ? QPointF(*pointed) : view->mapToScene(view->viewport()->rect().center());
 }
 
 QList<KytAtom*> KytStudioApp::moleculeUnderPointer() const
 {
-    const QPoint pointer = view->viewport()->mapFromGlobal(QCursor::pos());
-    return view->viewport()->underMouse() ? view->moleculeAt(pointer) : QList<KytAtom*>();
+    const std::optional<QPoint> pointed = view->pointedAt();
+    return pointed ? view->moleculeAt(*pointed) : QList<KytAtom*>();
 }
 
 void KytStudioApp::copy()
@@ -175,10 +176,13 @@ void KytStudioApp::addArrived(const QList<Clipping>& clippings, const QStringLis
 {
     const bool losesProperties = arrival->losesProperties();
     arrival.release()->deleteLater();
-    QList<QSizeF> sizes;
-    for (const Clipping& clipping : clippings)
-        sizes << extentOf(clipping).size();
-    const QList<QPointF> middles = middlesFrom(middle, sizes);
+    QList<QPointF> middles{middle};
+    if (clippings.size() > 1) {
+        QList<QSizeF> sizes;
+        for (const Clipping& clipping : clippings)
+            sizes << extentOf(clipping).size();
+        middles = middlesFrom(middle, sizes);
+    }
     qsizetype added = 0;
     beginStep();
     for (qsizetype i = 0; i < clippings.size(); ++i)
@@ -243,7 +247,7 @@ void KytStudioApp::replaceAtoms(const QList<KytAtom*>& atoms, const QByteArray& 
     beginStep();
     const QList<KytAtom*> laidOut = addClipping({workspace, locks}, std::nullopt, *doc);
     if (laidOut.size() == atoms.size()) {
-        qDeleteAll(atoms);
+        deleteAtoms(atoms);
         if (isSelected)
             view->select(laidOut);
         showMessage(tr("Laid out: %1 atoms").arg(atoms.size()), resultTime);
@@ -261,6 +265,6 @@ bool KytStudioApp::handleDrag(QDropEvent* event)
     event->setDropAction(Qt::CopyAction);
     event->accept();
     if (event->type() == QEvent::Drop)
-        dropFiles(urls, view->inverseWorldMatrix().map(event->position()));
+        dropFiles(urls, view->mapToScene(event->position().toPoint()));
     return true;
 }

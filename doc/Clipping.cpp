@@ -116,11 +116,13 @@ Clipping clippingOf(QCanvas& canvas, const QList<KytAtom*>& atoms)
     ScratchDrawing copy;
     copy.read(workspace);
     const QList<KytAtom*> copies = atomsInFileOrder(copy.canvas());
+    QList<KytAtom*> others;
     for (qsizetype i = 0; i < copies.size(); ++i) {
         copies[i]->locked = all[i]->locked;
         if (!wanted.contains(all[i]))
-            delete copies[i];
+            others.append(copies[i]);
     }
+    deleteAtoms(others);
     return {workspaceText(copy.canvas()), locksOf(atomsInFileOrder(copy.canvas()))};
 }
 

@@ -120,7 +120,7 @@ QList<KytAtom*> KytStudioView::moleculeAt(const QPoint& p) const
 {
     if (!canvas())
         return {};
-    for (const QCanvasItem* item : itemsAt(inverseWorldMatrix().map(p))) {
+    for (const QCanvasItem* item : itemsAt(p)) {
         const KytAtom* atom = nullptr;
         if (item->rtti() == QCanvasItem::Rtti_Ellipse)
             atom = static_cast<const KytAtom*>(item);

@@ -69,7 +69,9 @@ public:
     QString undo();
     QString redo();
 
-    /// All atoms of the molecule at `p` (pixels of the viewport); empty where there is none.
+    /// The canvas point under the pointer, if the pointer is over the view.
+    std::optional<QPoint> pointedAt() const;
+    /// All atoms of the molecule at the canvas point `p`; empty where there is none.
     QList<KytAtom*> moleculeAt(const QPoint& p) const;
     /// Types a Latin letter on the topmost atom under the pointer, at `time` in milliseconds of any clock: sets its
     /// symbol if this makes an element (ElementTyping). Returns false if there is no atom.
@@ -157,7 +159,6 @@ private:
     QString gestureName() const;
     QString moveInHistory(std::optional<QString> (KytHistory::*move)());
     void followPointer();
-    std::optional<QPoint> pointedAt() const;
     std::pair<qint64, qsizetype> stepCounts() const;
 
     void openProperties(const QPoint& p);

@@ -34,7 +34,6 @@ void setElement(KytAtom& atom, const QString& symbol)
 
 } // namespace
 
-/// The canvas point under the pointer, if the pointer is over the view.
 std::optional<QPoint> KytStudioView::pointedAt() const
 {
     if (!canvas())

@@ -159,6 +159,25 @@ private slots:
         QCOMPARE(message(window), QString("Copied: 5 atoms"));
     }
 
+    void thePointerCountsWhereTheViewIsScrolledAndZoomed()
+    {
+        const TransferWindow window;
+        window.chain<2>(1000, 1000);
+        window.chain<3>(1000, 1100);
+        window->view->zoomTo(0.5, QPointF(0, 0));
+        window->view->showInView(QRectF(1000, 1000, 50, 100));
+        const QPoint atom = window->view->mapFromScene(QPointF(1000, 1000));
+        window.pointAt(atom);
+        window.copy();
+        QCOMPARE(message(window), QString("Copied: 2 atoms"));
+        const QPoint target = atom + QPoint(0, 90);
+        window.pointAt(target);
+        QCOMPARE(window.paste(), QString("Added: 2 atoms"));
+        const QList<KytAtom*> atoms = window.atoms();
+        const QPointF middle((atoms[5]->x() + atoms[6]->x()) / 2, atoms[5]->y());
+        QVERIFY(QLineF(middle, window->view->mapToScene(target)).length() < 25);
+    }
+
     void theSelectionGoesBeforeThePointer()
     {
         const TransferWindow window;

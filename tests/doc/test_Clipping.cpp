@@ -4,6 +4,9 @@
 
 #include <QTest>
 
+#include <array>
+#include <memory>
+
 namespace {
 
 QByteArray workspaceWith(const QByteArray& atoms, const QByteArray& bonds = {})
@@ -50,6 +53,20 @@ private slots:
         QCOMPARE(clipping.workspace.count("BOND"), 1);
         QCOMPARE(clipping.locks, QByteArray("01"));
         QCOMPARE(workspaceText(*drawing.canvas()), before);
+    }
+
+    void aSmallPartOfALargeMoleculeIsTaken()
+    {
+        const Drawing drawing;
+        constexpr std::size_t count = 20'000;
+        const auto atoms = std::make_unique<std::array<KytAtom*, count>>(drawing.row<count>(0, 0, 0.1));
+        for (std::size_t i = 1; i < count; ++i)
+            drawing.looseBond((*atoms)[i - 1], (*atoms)[i]);
+        for (KytAtom* atom : *atoms)
+            atom->setMolecule(atoms->front()->getMolecule());
+        const Clipping clipping = clippingOf(*drawing.canvas(), {(*atoms)[0], (*atoms)[1]});
+        QCOMPARE(clipping.workspace.count("ATOM"), 2);
+        QCOMPARE(clipping.workspace.count("BOND"), 1);
     }
 
     void itsMiddleComesToTheGivenPoint()
