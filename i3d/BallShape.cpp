@@ -3,31 +3,32 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <vector>
 
 namespace {
 
 constexpr GLuint wholeList = 1;
-constexpr GLuint smallList = 2;
 
 constexpr float fullTurn = 2 * std::numbers::pi_v<float>;
 constexpr float halfTurn = std::numbers::pi_v<float>;
 
-/// A sphere divided by meridians into slices and by parallels into stacks, with the poles on the z axis, as GLU does.
-struct Division {
-    int slices;
-    int stacks;
-    float radius;
+constexpr SphereDivision fine{25, 25};
 
-    float meridian(int i) const { return static_cast<float>(2 * std::numbers::pi * i / slices); }
-    float parallel(int j) const { return static_cast<float>(std::numbers::pi * j / stacks); }
+/// A sphere with fewer faces.
+struct Detail {
+    float pixels; ///< up to this radius, the outline differs by less than a quarter of a pixel
+    SphereDivision division;
+    float radius; ///< that makes its outline go as far beyond that of the sphere in full detail as it stays behind
 };
 
-constexpr Division fine{25, 25, BallShape::radius};
-constexpr Division coarse{14, 10, BallShape::radius * 1.01F};
+constexpr std::array smallDetails = {
+    Detail{2.8F, {7, 4}, BallShape::radius * 1.08F},
+    Detail{5, {9, 6}, BallShape::radius * 1.04F},
+    Detail{7.4F, {12, 7}, BallShape::radius * 1.025F},
+    Detail{10, {14, 10}, BallShape::radius * 1.015F},
+};
 
-/// Beyond this angle from its middle, the highlight is darker than 1 of 255.
-constexpr float highlightAngle = 17 * fullTurn / 360;
+/// Beyond this angle from its middle, the highlight adds at most 5 of 255 to the colour.
+constexpr float highlightAngle = 14 * fullTurn / 360;
 
 /// The part of a sphere between two meridians and two parallels, in radians. Meridians may exceed a full turn.
 struct Patch {
@@ -49,7 +50,7 @@ Patch highlightPatch(const SceneVector& highlight)
 }
 
 /// Whether the face between the meridians i and i + 1 and the parallels j and j + 1 touches the patch.
-bool touches(const Division& division, int i, int j, const Patch& patch)
+bool touches(const SphereDivision& division, int i, int j, const Patch& patch)
 {
     if (division.parallel(j + 1) < patch.fromParallel || division.parallel(j) > patch.toParallel)
         return false;
@@ -59,137 +60,79 @@ bool touches(const Division& division, int i, int j, const Patch& patch)
     return false;
 }
 
-/// The patch, enlarged to whole faces of the division and a little more.
-Patch enlargedToFaces(const Patch& patch, const Division& division)
+/// The patch, enlarged to whole faces of the division.
+Patch enlargedToFaces(const Patch& patch, const SphereDivision& division)
 {
-    constexpr float overlap = 0.03F;
     const float slice = division.meridian(1);
     const float stack = division.parallel(1);
-    return {std::floor(patch.fromMeridian / slice) * slice - overlap,
-            std::ceil(patch.toMeridian / slice) * slice + overlap,
-            std::floor(patch.fromParallel / stack) * stack - overlap,
-            std::ceil(patch.toParallel / stack) * stack + overlap};
+    return {std::floor(patch.fromMeridian / slice) * slice, std::ceil(patch.toMeridian / slice) * slice,
+            std::floor(patch.fromParallel / stack) * stack, std::ceil(patch.toParallel / stack) * stack};
 }
 
-// Rounded as GLU does, so that no picture depends on which of the two has drawn a sphere.
-
-float sine(float angle)
+/// Whether one of the faces about a corner touches the patch.
+bool isCornerOfTouchingFace(const SphereDivision& division, int i, int j, const Patch& patch)
 {
-    return static_cast<float>(std::sin(static_cast<double>(angle)));
+    return touches(division, i - 1, j - 1, patch) || touches(division, i, j - 1, patch)
+        || touches(division, i - 1, j, patch) || touches(division, i, j, patch);
 }
 
-float cosine(float angle)
+/// The normal, tilted away from the highlight so that OpenGL adds none.
+SceneVector withoutHighlight(const SceneVector& normal, const SceneVector& highlight)
 {
-    return static_cast<float>(std::cos(static_cast<double>(angle)));
+    const float towards = scalarProduct(normal, highlight);
+    const SceneVector aside =
+        difference(normal, {towards * highlight[0], towards * highlight[1], towards * highlight[2]});
+    const float sideways = std::hypot(aside[0], aside[1], aside[2]);
+    if (towards < std::cos(highlightAngle) || sideways == 0)
+        return normal;
+    SceneVector tilted{};
+    for (std::size_t k = 0; k < tilted.size(); ++k)
+        tilted[k] = std::cos(highlightAngle) * highlight[k] + std::sin(highlightAngle) / sideways * aside[k];
+    return tilted;
 }
 
-/// The normal of the sphere where a meridian and a parallel meet.
-SceneVector normalOf(const Division& division, int i, int j)
+SphereMesh::Corner fineCorner(int i, int j)
 {
-    const float meridian = division.meridian(i % division.slices);
-    const float parallel = division.parallel(j);
-    return {sine(meridian) * sine(parallel), cosine(meridian) * sine(parallel), cosine(parallel)};
+    return SphereMesh::corner(fine, i, j, BallShape::radius);
 }
 
-SceneVector cornerOf(const Division& division, int i, int j)
+/// Makes the mesh of a small sphere. Where the highlight is, the faces of the full detail lie above its own.
+SphereMesh smallMesh(const Detail& detail, const SceneVector& highlight)
 {
-    const float meridian = division.meridian(i % division.slices);
-    const double parallel = division.parallel(j);
-    const bool isPole = j == 0 || j == division.stacks;
-    const float distanceFromAxis = isPole ? 0 : static_cast<float>(division.radius * std::sin(parallel));
-    const auto height = static_cast<float>(division.radius * std::cos(parallel));
-    return {distanceFromAxis * sine(meridian), distanceFromAxis * cosine(meridian), height};
+    constexpr float belowFineFaces = BallShape::radius * 0.98F;
+    const Patch patch = highlightPatch(highlight);
+    const Patch finePatch = enlargedToFaces(patch, fine);
+    SphereMesh mesh;
+    mesh.add(
+        fine, [&](int i, int j) { return touches(fine, i, j, patch); }, fineCorner);
+    mesh.add(
+        detail.division, [](int, int) { return true; },
+        [&](int i, int j) {
+            const bool isBelow = isCornerOfTouchingFace(detail.division, i, j, finePatch);
+            auto corner = SphereMesh::corner(detail.division, i, j, isBelow ? belowFineFaces : detail.radius);
+            corner.normal = withoutHighlight(corner.normal, highlight);
+            return corner;
+        });
+    return mesh;
 }
 
-void emitCorner(const Division& division, int i, int j)
+const SphereMesh& fineMesh()
 {
-    glNormal3fv(normalOf(division, i, j).data());
-    glVertex3fv(cornerOf(division, i, j).data());
-}
-
-/// Draws the faces that touch the patch, or those that do not.
-void emitFaces(const Division& division, const Patch& patch, bool touching)
-{
-    glBegin(GL_QUADS);
-    for (int j = 0; j < division.stacks; ++j)
-        for (int i = 0; i < division.slices; ++i)
-            if (touches(division, i, j, patch) == touching) {
-                emitCorner(division, i, j);
-                emitCorner(division, i + 1, j);
-                emitCorner(division, i + 1, j + 1);
-                emitCorner(division, i, j + 1);
-            }
-    glEnd();
-}
-
-/// The corners and faces of the sphere in full detail.
-class FineSphere {
-public:
-    FineSphere()
-    {
-        for (int j = 0; j <= fine.stacks; ++j)
-            for (int i = 0; i <= fine.slices; ++i)
-                corners.push_back({normalOf(fine, i, j), cornerOf(fine, i, j)});
-        for (int j = 0; j < fine.stacks; ++j)
-            for (int i = 0; i < fine.slices; ++i)
-                faces.push_back({directionOfFace(i, j),
-                                 {index(i + 1, j + 1), index(i, j + 1), index(i + 1, j), index(i, j + 1), index(i, j),
-                                  index(i + 1, j)}});
-    }
-
-    /// Makes OpenGL take the corners from here.
-    void select() const { glInterleavedArrays(GL_N3F_V3F, 0, corners.data()); }
-
-    void drawSeenFrom(const SceneVector& eye) const
-    {
-        const float least = -rim * std::hypot(eye[0], eye[1], eye[2]);
-        std::array<GLushort, std::size_t{6} * fine.slices * fine.stacks> indices;
-        GLushort* end = indices.data();
-        for (const Face& face : faces)
-            if (face.direction[0] * eye[0] + face.direction[1] * eye[1] + face.direction[2] * eye[2] > least)
-                end = std::copy(face.indices.begin(), face.indices.end(), end);
-        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(end - indices.data()), GL_UNSIGNED_SHORT, indices.data());
-    }
-
-private:
-    struct Corner {
-        SceneVector normal;
-        SceneVector position;
-    };
-    struct Face {
-        SceneVector direction;
-        std::array<GLushort, 6> indices; // of two triangles
-    };
-
-    /// The faces just behind the outline belong to it: where they are as near as those before it, the first counts.
-    static constexpr float rim = 0.2F;
-
-    static GLushort index(int i, int j) { return static_cast<GLushort>(j * (fine.slices + 1) + i); }
-
-    static SceneVector directionOfFace(int i, int j)
-    {
-        const float meridian = (fine.meridian(i) + fine.meridian(i + 1)) / 2;
-        const float parallel = (fine.parallel(j) + fine.parallel(j + 1)) / 2;
-        return {sine(meridian) * sine(parallel), cosine(meridian) * sine(parallel), cosine(parallel)};
-    }
-
-    std::vector<Corner> corners;
-    std::vector<Face> faces; // in GLU's order
-};
-
-const FineSphere& fineSphere()
-{
-    static const FineSphere sphere;
-    return sphere;
+    static const SphereMesh mesh = [] {
+        SphereMesh sphere;
+        sphere.add(
+            fine, [](int, int) { return true; }, fineCorner);
+        return sphere;
+    }();
+    return mesh;
 }
 
 } // namespace
 
 void BallShape::compile(GLUquadricObj* quadric)
 {
-    compiledHighlight.reset();
     glNewList(wholeList, GL_COMPILE);
-    gluSphere(quadric, fine.radius, fine.slices, fine.stacks);
+    gluSphere(quadric, radius, fine.slices, fine.stacks);
     glEndList();
 }
 
@@ -198,25 +141,27 @@ void BallShape::drawWhole() const
     glCallList(wholeList);
 }
 
-void BallShape::drawSeenFrom(const SceneVector& eye) const
+void BallShape::drawSeenFrom(const SceneVector& eye, float pixels)
 {
-    fineSphere().drawSeenFrom(eye);
-}
-
-void BallShape::drawSmall() const
-{
-    glCallList(smallList);
+    const auto* const detail = std::ranges::find_if(smallDetails, [&](const Detail& d) { return pixels <= d.pixels; });
+    select(detail == smallDetails.end() ? fineMesh() : smallMeshes[detail - smallDetails.begin()]);
+    selected->drawSeenFrom(eye);
 }
 
 void BallShape::prepare(const SceneVector& highlight)
 {
-    fineSphere().select();
-    if (compiledHighlight == highlight)
+    selected = nullptr;
+    if (preparedHighlight == highlight)
         return;
-    const Patch patch = highlightPatch(highlight);
-    glNewList(smallList, GL_COMPILE);
-    emitFaces(fine, enlargedToFaces(patch, coarse), true);
-    emitFaces(coarse, patch, false);
-    glEndList();
-    compiledHighlight = highlight;
+    smallMeshes.clear();
+    for (const Detail& detail : smallDetails)
+        smallMeshes.push_back(smallMesh(detail, highlight));
+    preparedHighlight = highlight;
+}
+
+void BallShape::select(const SphereMesh& mesh)
+{
+    if (selected != &mesh)
+        mesh.select();
+    selected = &mesh;
 }

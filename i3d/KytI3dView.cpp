@@ -34,12 +34,14 @@ constexpr double degreesPerKeyAboutY = 0.3;
 constexpr Uint32 toggleKeyPause = 299; // milliseconds
 
 /// Makes malloc map large blocks, such as frame buffers, separately. They are allocated for every window and would
-/// fragment the heap.
-void keepLargeBlocksOffTheHeap()
+/// fragment the heap. What a frame frees is kept for the next one instead.
+void prepareHeapForFrames()
 {
 #ifdef __GLIBC__
-    constexpr int largeBlock = 128 * 1024; // bytes
+    constexpr int largeBlock = 128 * 1024;          // bytes
+    constexpr int memoryOfFrame = 16 * 1024 * 1024; // of software rendering, with many atoms in view
     mallopt(M_MMAP_THRESHOLD, largeBlock);
+    mallopt(M_TRIM_THRESHOLD, memoryOfFrame);
 #endif
 }
 
@@ -91,7 +93,7 @@ bool KytI3dView::open()
 
 bool KytI3dView::startVideo()
 {
-    keepLargeBlocksOffTheHeap();
+    prepareHeapForFrames();
     setenv("SDL_VIDEODRIVER", "x11", 0); // prevents SDL's fallback to drawing in a terminal
     SDL_Init(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE);
     // SDL queues 128 events and drops the rest. During a long frame the pointer would fill the queue, and keys be lost.

@@ -24,42 +24,16 @@ const StickShape& otherStickShape()
     return shape;
 }
 
+/// Where balls are up to this radius, sticks look small.
+constexpr float pixelsOfSmallSticks = 9;
+
 /// The near plane cuts what is nearer to the eye than this, and opens the view into it.
 constexpr float cutAway = 0.25F;
-
-float product(const SceneVector& a, const SceneVector& b)
-{
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-SceneVector difference(const SceneVector& a, const SceneVector& b)
-{
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
 
 SceneVector narrowedVector(const ScenePoint& p)
 {
     return {narrowed(p.x), narrowed(p.y), narrowed(p.z)};
 }
-
-/// The culling of back faces, which is switched only where it changes.
-class BackFaces {
-public:
-    BackFaces() { glDisable(GL_CULL_FACE); }
-    ~BackFaces() { glDisable(GL_CULL_FACE); }
-    BackFaces(const BackFaces&) = delete;
-    BackFaces& operator=(const BackFaces&) = delete;
-
-    void cull(bool on)
-    {
-        if (on != culled)
-            on ? glEnable(GL_CULL_FACE) : glDisable(GL_CULL_FACE);
-        culled = on;
-    }
-
-private:
-    bool culled = false;
-};
 
 /// Draws the parts that are in view.
 class PartDrawer {
@@ -67,7 +41,7 @@ public:
     PartDrawer(BallShape& ballShape, int viewportHeight)
         : ballShape(ballShape)
         , eye(volume.eye())
-        , depthOfSmallBalls(volume.depthOfRadius(BallShape::radius, BallShape::smallRadius, viewportHeight))
+        , viewportHeight(viewportHeight)
     {
         ballShape.prepare(volume.towardsEye());
     }
@@ -82,11 +56,9 @@ public:
         glTranslatef(ball.centre[0], ball.centre[1], ball.centre[2]);
         glColor3fv(ball.colour.data());
         if (distance <= BallShape::radius + cutAway)
-            drawWhole();
-        else if (looksSmall(position.depth, distance))
-            drawSmall();
+            ballShape.drawWhole();
         else
-            drawLarge(difference(eye, ball.centre));
+            ballShape.drawSeenFrom(difference(eye, ball.centre), ballPixels(position.depth, distance));
         glPopMatrix();
     }
 
@@ -96,7 +68,6 @@ public:
         const float reach = stick.length / 2 + StickShape::radius;
         if (volume.excludes(position, reach))
             return;
-        backFaces.cull(false);
         glPushMatrix();
         glTranslatef(stick.origin[0], stick.origin[1], stick.origin[2]);
         glRotatef(stick.planeAngle, 1, 0, 0);
@@ -104,9 +75,9 @@ public:
         glColor3f(0, 0, 1);
         const StickShape& shape = stick.isUpWedge ? upWedgeShape() : otherStickShape();
         const SceneVector view = difference(eye, stick.origin);
-        const float x = product(view, stick.rightAxis);
-        const float y = product(view, stick.upAxis);
-        const bool isSmall = looksSmall(position.depth - reach, position.distance());
+        const float x = scalarProduct(view, stick.rightAxis);
+        const float y = scalarProduct(view, stick.upAxis);
+        const bool isSmall = ballPixels(position.depth - reach, position.distance()) <= pixelsOfSmallSticks;
         if (stick.isClosed && std::hypot(x, y) > StickShape::radius + cutAway)
             isSmall ? shape.drawSmallSeenFrom(x, y, stick.length) : shape.drawSeenFrom(x, y, stick.length);
         else
@@ -115,36 +86,15 @@ public:
     }
 
 private:
-    /// Whether a ball there has at most BallShape::smallRadius. Towards the edges of the picture, perspective enlarges
-    /// it by up to distance / depth.
-    bool looksSmall(float depth, float distance) const
+    float ballPixels(float depth, float distance) const
     {
-        return depth > 0 && depth * depth > depthOfSmallBalls * distance;
-    }
-
-    void drawWhole()
-    {
-        backFaces.cull(false);
-        ballShape.drawWhole();
-    }
-
-    void drawLarge(const SceneVector& view)
-    {
-        backFaces.cull(false);
-        ballShape.drawSeenFrom(view);
-    }
-
-    void drawSmall()
-    {
-        backFaces.cull(true);
-        ballShape.drawSmall();
+        return volume.pixels(BallShape::radius, depth, distance, viewportHeight);
     }
 
     BallShape& ballShape;
     const ViewVolume volume;
     const SceneVector eye;
-    const float depthOfSmallBalls; // in the middle of the picture
-    BackFaces backFaces;
+    const int viewportHeight;
 };
 
 } // namespace

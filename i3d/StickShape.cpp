@@ -3,13 +3,6 @@
 #include <cmath>
 #include <numbers>
 
-namespace {
-
-/// As for balls, the faces just behind the outline belong to it.
-constexpr float rim = 0.2F;
-
-} // namespace
-
 StickShape::StickShape(int slices, GLuint lists)
     : lists(lists)
 {
@@ -29,9 +22,9 @@ void StickShape::compile() const
     glNewList(wholeList(), GL_COMPILE);
     drawWhole(1);
     glEndList();
-    constexpr float far = 1000;
     glNewList(frontList(), GL_COMPILE);
-    drawSeenFrom(0, far, 1);
+    // The eye may be up to half a face aside.
+    drawFaces(0, 1, -std::sin(halfFace()), 1);
     glEndList();
 }
 
@@ -45,7 +38,14 @@ void StickShape::drawWhole(float length) const
 
 void StickShape::drawSeenFrom(float x, float y, float length) const
 {
-    const float least = -rim * std::hypot(x, y);
+    // The faces just behind the outline belong to it: where they are as near as those before it, the first counts.
+    constexpr float rim = 0.2F;
+    drawFaces(x, y, -rim * std::hypot(x, y), length);
+}
+
+/// Draws the faces whose direction has more than this scalar product with (`x`, `y`).
+void StickShape::drawFaces(float x, float y, float least, float length) const
+{
     bool isDrawing = false;
     for (std::size_t i = 0; i < faces.size(); ++i) {
         const bool isSeen = faces[i].x * x + faces[i].y * y > least;
@@ -72,8 +72,9 @@ void StickShape::drawSmallWhole(float length) const
 void StickShape::drawSmallSeenFrom(float x, float y, float length) const
 {
     // What can be seen from the side of +y, rotated to the eye by a whole number of faces.
-    const float eyeAngle = std::atan2(x, y) * 180 / std::numbers::pi_v<float>;
-    glRotatef(-std::round(eyeAngle / degreesPerFace()) * degreesPerFace(), 0, 0, 1);
+    constexpr float degrees = 180 / std::numbers::pi_v<float>;
+    const float face = 2 * halfFace();
+    glRotatef(-std::round(std::atan2(x, y) / face) * face * degrees, 0, 0, 1);
     glScalef(1, 1, length);
     glCallList(frontList());
 }

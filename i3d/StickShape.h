@@ -2,6 +2,7 @@
 
 #include "i3d/BallShape.h"
 
+#include <numbers>
 #include <vector>
 
 /// Draws cylinders of one width about the z axis, from the origin upwards.
@@ -33,7 +34,9 @@ private:
 
     GLuint wholeList() const { return lists; }
     GLuint frontList() const { return lists + 1; }
-    float degreesPerFace() const { return 360.0F / static_cast<float>(faces.size()); }
+    /// Half the angle of a face, in radians.
+    float halfFace() const { return std::numbers::pi_v<float> / static_cast<float>(faces.size()); }
+    void drawFaces(float x, float y, float least, float length) const;
     void emitEdge(const Edge& edge, float length) const;
 
     GLuint lists;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "i3d/SceneVector.h"
+
 #include <GL/gl.h>
 
-#include <array>
 #include <cmath>
+#include <limits>
 
 /// The part of the scene that the camera sees, from OpenGL's matrices at the time of construction: a symmetric
 /// perspective projection, and a modelview matrix without scaling.
@@ -24,7 +26,7 @@ public:
         float distance() const { return std::hypot(right, up, depth); }
     };
 
-    Position position(const std::array<float, 3>& p) const { return {row(0, p), row(1, p), -row(2, p)}; }
+    Position position(const SceneVector& p) const { return {row(0, p), row(1, p), -row(2, p)}; }
 
     /// Whether no point of the sphere about `centre` is in view. False if a value is not a number.
     bool excludes(const Position& centre, float radius) const
@@ -34,16 +36,18 @@ public:
             || centre.depth + radius < 0;
     }
 
-    /// The depth at which a sphere of this radius has `pixels` as its radius in the middle of the picture.
-    float depthOfRadius(float radius, float pixels, int viewportHeight) const
+    /// The most pixels that a sphere of this radius has as its radius, if its centre is that far away. Towards the
+    /// edges of the picture, perspective enlarges it by up to distance / depth. Infinite behind the camera.
+    float pixels(float radius, float depth, float distance, int viewportHeight) const
     {
-        return radius * projection[5] * static_cast<float>(viewportHeight) / 2 / pixels;
+        return depth > 0 ? radius * projection[5] * static_cast<float>(viewportHeight) / 2 * distance / (depth * depth)
+                         : std::numeric_limits<float>::infinity();
     }
 
     /// The point of the scene that the camera is at.
-    std::array<float, 3> eye() const
+    SceneVector eye() const
     {
-        std::array<float, 3> eye{};
+        SceneVector eye{};
         for (std::size_t i = 0; i < 3; ++i)
             eye[i] = -(modelview[4 * i] * modelview[12] + modelview[4 * i + 1] * modelview[13]
                        + modelview[4 * i + 2] * modelview[14]);
@@ -51,10 +55,10 @@ public:
     }
 
     /// The direction in the scene from the picture towards the eye.
-    std::array<float, 3> towardsEye() const { return {modelview[2], modelview[6], modelview[10]}; }
+    SceneVector towardsEye() const { return {modelview[2], modelview[6], modelview[10]}; }
 
 private:
-    float row(int i, const std::array<float, 3>& p) const
+    float row(int i, const SceneVector& p) const
     {
         return modelview[i] * p[0] + modelview[i + 4] * p[1] + modelview[i + 8] * p[2] + modelview[i + 12];
     }

@@ -78,28 +78,52 @@ inline QImage plainPicture(OpenViewer& viewer, const Drawing& drawing)
     return OpenViewer::shown();
 }
 
-/// How two pictures of one size differ.
+/// The components of a pixel.
+inline std::array<int, 3> components(QRgb pixel)
+{
+    return {qRed(pixel), qGreen(pixel), qBlue(pixel)};
+}
+
+/// How a picture differs from another one of the same size.
 struct Difference {
-    Difference(const QImage& a, const QImage& b)
+    Difference(const QImage& picture, const QImage& other)
     {
-        for (int y = 0; y < a.height(); ++y)
-            for (int x = 0; x < a.width(); ++x) {
-                const QRgb p = a.pixel(x, y);
-                const QRgb q = b.pixel(x, y);
-                lit += !isBlack(q);
-                if (isBlack(p) != isBlack(q)) {
-                    ++outline;
-                    continue;
-                }
-                const int d = std::max(
-                    {std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)), std::abs(qBlue(p) - qBlue(q))});
-                largest = std::max(largest, d);
-                beyond16 += d > 16;
-            }
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                compare(picture.pixel(x, y), other, {x, y});
     }
 
-    int lit = 0;      ///< pixels of `b` that are not black
-    int outline = 0;  ///< pixels that are black in one picture only
-    int largest = 0;  ///< the largest difference of a component elsewhere, of 255
-    int beyond16 = 0; ///< pixels elsewhere that differ by more than 16 of 255
+    int lit = 0;     ///< pixels of the other one that are not black
+    int outline = 0; ///< pixels that are black in one picture only
+    int largest = 0; ///< the largest difference of a component, of 255
+    int strange = 0; ///< pixels with a component more than 16 of 255 out of the range that the other one has
+                     ///< there and in the eight pixels around
+
+private:
+    void compare(QRgb pixel, const QImage& other, const QPoint& position)
+    {
+        const QRgb otherPixel = other.pixel(position);
+        lit += !isBlack(otherPixel);
+        outline += isBlack(pixel) != isBlack(otherPixel);
+        bool isStrange = false;
+        for (std::size_t i = 0; i < 3; ++i) {
+            const int value = components(pixel)[i];
+            largest = std::max(largest, std::abs(value - components(otherPixel)[i]));
+            const auto [least, most] = rangeAround(other, position, i);
+            isStrange = isStrange || value < least - 16 || value > most + 16;
+        }
+        strange += isStrange;
+    }
+
+    static std::pair<int, int> rangeAround(const QImage& picture, const QPoint& position, std::size_t component)
+    {
+        std::pair range{255, 0};
+        for (int y = position.y() - 1; y <= position.y() + 1; ++y)
+            for (int x = position.x() - 1; x <= position.x() + 1; ++x)
+                if (picture.valid(x, y)) {
+                    const int value = components(picture.pixel(x, y))[component];
+                    range = {std::min(range.first, value), std::max(range.second, value)};
+                }
+        return range;
+    }
 };
