@@ -7,7 +7,7 @@
 #include <functional>
 #include <memory>
 
-/// Calls `beforeExit` from the event loop when SIGINT, SIGTERM or SIGHUP arrives, and then ends the process by that
+/// Calls `beforeExit` from the event loop when one of terminationSignals arrives, and then ends the process by that
 /// signal. While no event loop is running, the signal is pending; another one at least a second later ends the process
 /// at once. Ignored signals stay ignored. Only one object may exist at a time.
 class TerminationWatch {

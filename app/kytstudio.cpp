@@ -42,6 +42,7 @@ KytStudioApp::KytStudioApp()
     initKeys();
     initStateLabel();
     initTransfer();
+    initCopies();
     viewToolBar->setChecked(true);
     viewStatusBar->setChecked(true);
     viewLibraryBar->setChecked(true);
@@ -51,12 +52,12 @@ KytStudioApp::KytStudioApp()
     viewToolBar->setChecked(true);
     viewStatusBar->setChecked(true);
     viewLibraryBar->setChecked(true);
-    connect(qApp, &QCoreApplication::aboutToQuit, this, &KytStudioApp::keepCopy);
 }
 
 KytStudioApp::~KytStudioApp()
 {
     // The view is deleted later, as a child, and may end a drag then.
+    disconnect(view, nullptr, this, nullptr);
     view->history = nullptr;
 }
 
@@ -106,6 +107,9 @@ bool KytStudioApp::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
+    // Any press may be the first of a long gesture, which changes the drawing before it ends.
+    if (event->type() == QEvent::MouseButtonPress && watched == view->viewport())
+        noteChange();
     const bool isDrag =
         event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove || event->type() == QEvent::Drop;
     if (isDrag && watched == view->viewport())
@@ -165,6 +169,8 @@ void KytStudioApp::slotSelectI3DView()
     showMessage(tr("Opening I3D View"));
     statusBar()->repaint();
     if (view) {
+        if (copyTimer.isActive()) // no timer runs while the viewer does
+            keepAutomaticCopy();
         const PausedPings pausedPings;
         i3dviewer->view();
     }

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "app/StatusMessages.h"
+#include "doc/SafetyCopies.h"
 #include "history/KytHistory.h"
 #include "view/KytViewState.h"
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class Arrival;
 class Converter;
@@ -47,8 +50,17 @@ public:
     /// Asks whether to quit; returns true if confirmed.
     bool queryExit();
 
-    /// Writes a safety copy of the drawing. Called before the drawing is cleared and when the program quits.
-    void keepCopy();
+    /// Writes a safety copy of the drawing. Called before the drawing is cleared and when the program quits. The file
+    /// `inUse` and that of the document are not deleted, even if they are old copies.
+    void keepCopy(const QString& inUse = QString());
+    /// The same while the process exits, when the toolkit's global objects may be gone. Returns a fault, empty on
+    /// success.
+    QString keepCopyAtExit(const QString& inUse = QString());
+    /// To be called at the start: shows in the permanent label if a program that did not end as its user wished has
+    /// left a copy.
+    void noteAbandonedCopy();
+    /// To be called when the program ends as its user wished: the next one will not mention a copy.
+    void releaseCopies();
 
     /// Opens a workspace as Open does, without a dialog. If it cannot be read, the drawing and its name stay, and the
     /// permanent label says so.
@@ -158,7 +170,14 @@ protected:
 private:
     void showMessage(const QString& text, int milliseconds = 0);
     void openDocument(const KytHistory::Title& before);
-    void clearDrawing();
+    void clearDrawing(const QString& inUse = QString());
+    void initCopies();
+    /// Starts the timer of the automatic copy, unless it is running.
+    void noteChange();
+    void keepAutomaticCopy();
+    QString abandonedCopyText() const;
+    std::optional<SafetyCopy> nextCopy() const;
+    void openCopy();
     void initHistory();
     void initKeys();
     void initStateLabel();
@@ -211,6 +230,10 @@ private:
     std::unique_ptr<Arrival> arrival;  // while something is being read
     std::unique_ptr<Converter> layout; // while a molecule is being laid out
     bool propertiesMentioned = false;  // the user was told that the properties of an SD file are not kept
-    QString missingFile;               // the file that could not be opened at the start; null if there is none
-    QString failedSave;                // the file that the last save failed to write; null if it succeeded
+    SafetyCopies safetyCopies;
+    QTimer copyTimer{this};                  // runs from the first change after a copy
+    std::optional<SafetyCopy> abandonedCopy; // of a program that did not end as its user wished, until it is opened
+    std::optional<SafetyCopy> lastOpened;    // until the drawing is changed
+    QString missingFile;                     // the file that could not be opened at the start; null if there is none
+    QString failedSave;                      // the file that the last save failed to write; null if it succeeded
 };

@@ -1,6 +1,5 @@
 #include "app/FileDialogs.h"
 #include "app/kytstudio.h"
-#include "doc/SafetyCopies.h"
 #include "doc/kytstudiodoc.h"
 #include "view/kytstudioview.h"
 
@@ -26,16 +25,10 @@ QString captionFor(QString fileName)
 
 } // namespace
 
-void KytStudioApp::keepCopy()
+/// Deletes all atoms and thereby all bonds, after a safety copy, for which no old copy named `inUse` is deleted.
+void KytStudioApp::clearDrawing(const QString& inUse)
 {
-    if (doc && doc->canvas)
-        keepSafetyCopy(*doc->canvas, doc->docName);
-}
-
-/// Deletes all atoms and thereby all bonds.
-void KytStudioApp::clearDrawing()
-{
-    keepCopy();
+    keepCopy(inUse);
     if (doc->canvas)
         doc->canvas->deleteItems(QCanvasItem::Rtti_Ellipse);
 }

@@ -22,6 +22,7 @@ void KytStudioApp::initKeys()
         "Delete, Backspace: delete the selected atoms, or the item under the pointer\n"
         "Ctrl+C: copy the selected atoms, or the molecule under the pointer, or all\n"
         "Shift+Insert, Ctrl+Shift+V: paste\nCtrl+L: lay out the molecule anew\n"
+        "Ctrl+Shift+O: open the newest safety copy; again: the one before\n"
         "Ctrl+Z: undo\nCtrl+Shift+Z, Ctrl+Y: redo\nEscape: cancel the current gesture, or clear the selection\n"
         "Ctrl+wheel, Ctrl++, Ctrl+-: zoom\nCtrl+0: full size\nCtrl+9: the whole drawing\n"
         "1 to 8: modes, in the order of the toolbar\n9: Fixed Length\n0: Fixed Angle"));
@@ -38,6 +39,7 @@ void KytStudioApp::initKeys()
     bind({"Ctrl+C"}, [this] { copy(); });
     bind({"Shift+Ins", "Ctrl+Shift+V"}, [this] { paste(); });
     bind({"Ctrl+L"}, [this] { tidy(); });
+    bind({"Ctrl+Shift+O"}, [this] { openCopy(); });
     bind({"Ctrl+A"}, [this] { view->selectAll(); });
     bind({"Escape"}, [this] {
         if (!cancelReceiving() && view->cancelGesture().isNull())

@@ -63,6 +63,7 @@ void KytStudioApp::updateState()
         parts << tr("cannot be opened: %1").arg(QFileInfo(missingFile).fileName());
     if (!failedSave.isNull())
         parts << tr("not saved: %1").arg(QFileInfo(failedSave).fileName());
+    parts << abandonedCopyText();
     parts.removeAll(QString());
     stateLabel->showText(parts.join(QStringLiteral(" \u00b7 ")));
 }

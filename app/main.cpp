@@ -24,6 +24,12 @@ void keepCopy()
         editor->keepCopy();
 }
 
+void keepCopyAtExit()
+{
+    if (editor)
+        editor->keepCopyAtExit();
+}
+
 /// The program's icon, in the sizes that window managers use.
 QIcon applicationIcon()
 {
@@ -63,11 +69,14 @@ int main(int argc, char* argv[])
     if (!fileToOpen.isEmpty())
         window->openAtStart(fileToOpen);
 
+    window->noteAbandonedCopy();
+
     editor = window;
     const TerminationWatch watch(keepCopy);
     // Qt calls exit() if it loses the connection to the X server, for example at the end of a session.
-    std::atexit(keepCopy);
+    std::atexit(keepCopyAtExit);
     const int status = QApplication::exec();
     editor = nullptr;
+    window->releaseCopies();
     return status;
 }

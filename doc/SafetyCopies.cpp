@@ -3,156 +3,337 @@
 #include "doc/WorkspaceFile.h"
 #include "model/DrawnMolecules.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QList>
-#include <QLoggingCategory>
-#include <QRegularExpression>
-#include <QTemporaryFile>
-
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+// Without the toolkit's dates, files and logging: a copy is also made while the process exits.
 
 namespace {
 
-// Off by default; can be enabled to find out why there are no copies.
-Q_LOGGING_CATEGORY(copies, "kytstudio.copies", QtWarningMsg)
-
 constexpr int keptCopies = 20;
-constexpr int nameAttempts = 10;       // another instance of the program may take a name first
-constexpr qint64 timeTolerance = 2000; // milliseconds; the resolution of file times on some file systems
+constexpr int nameAttempts = 1000;    // names of the following milliseconds, if others are in use
+constexpr long long tolerance = 2000; // milliseconds; the resolution of file times on some file systems
 
-const auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-
-struct Copy {
-    QFileInfo file;
-    qint64 created; // milliseconds since 1970
+struct CopyFile {
+    std::string name;
+    long long created; // milliseconds since 1970
 };
 
-/// The file name for a time: local time and UTC offset, such as "2026-03-29T14-07-31.250+0200.kyt".
-QString nameAt(qint64 milliseconds)
+long long now()
 {
-    const QDateTime time = QDateTime::fromMSecsSinceEpoch(milliseconds);
-    const int minutes = time.offsetFromUtc() / 60;
-    return time.toString(QStringLiteral("yyyy-MM-dd'T'HH-mm-ss.zzz"))
-        + QString::asprintf("%c%02d%02d.kyt", minutes < 0 ? '-' : '+', std::abs(minutes) / 60, std::abs(minutes) % 60);
+    timespec time = {};
+    clock_gettime(CLOCK_REALTIME, &time);
+    return time.tv_sec * 1000LL + time.tv_nsec / 1'000'000;
 }
 
-/// The time in the name of a copy; -1 for any other name.
-qint64 timeIn(const QString& name)
+long long modified(const struct stat& status)
 {
-    const QRegularExpression pattern(
-        QStringLiteral("\\A(\\d{4}-\\d\\d-\\d\\dT)(\\d\\d)-(\\d\\d)-(\\d\\d\\.\\d{3}[+-]\\d\\d)(\\d\\d)\\.kyt\\z"));
-    const QRegularExpressionMatch match = pattern.match(name);
-    if (!match.hasMatch())
-        return -1;
-    const QString text = match.captured(1) + match.captured(2) + u':' + match.captured(3) + u':' + match.captured(4)
-        + u':' + match.captured(5);
-    const QDateTime time = QDateTime::fromString(text, Qt::ISODateWithMs);
-    return time.isValid() ? time.toMSecsSinceEpoch() : -1;
+    return status.st_mtim.tv_sec * 1000LL + status.st_mtim.tv_nsec / 1'000'000;
 }
 
-/// The copies in `folder`, newest first: regular files with a copy's name that have not been modified since that time.
-QList<Copy> copiesIn(const QString& folder)
+/// The file name for a time in milliseconds, `offset` minutes ahead of UTC, such as
+/// "2026-03-29T14-07-31.250+0200.kyt".
+std::string nameAt(long long time, int offset)
 {
-    QList<Copy> found;
-    const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files | QDir::NoSymLinks);
-    for (const QFileInfo& file : files) {
-        const qint64 created = timeIn(file.fileName());
-        if (created >= 0 && std::abs(file.lastModified().toMSecsSinceEpoch() - created) <= timeTolerance)
-            found.append({file, created});
-    }
-    std::sort(found.begin(), found.end(), [](const Copy& a, const Copy& b) { return a.created > b.created; });
+    const time_t local = time / 1000 + 60LL * offset;
+    std::tm fields = {};
+    gmtime_r(&local, &fields);
+    std::array<char, 100> name{};
+    std::snprintf(name.data(), name.size(), "%04d-%02d-%02dT%02d-%02d-%02d.%03d%c%02d%02d.kyt", fields.tm_year + 1900,
+                  fields.tm_mon + 1, fields.tm_mday, fields.tm_hour, fields.tm_min, fields.tm_sec,
+                  static_cast<int>(time % 1000), offset < 0 ? '-' : '+', std::abs(offset) / 60, std::abs(offset) % 60);
+    return name.data();
+}
+
+/// Minutes that local time is ahead of UTC.
+int offsetAt(long long time)
+{
+    const time_t seconds = time / 1000;
+    std::tm fields = {};
+    tzset();
+    localtime_r(&seconds, &fields);
+    return static_cast<int>(fields.tm_gmtoff / 60);
+}
+
+/// Whether `text` matches the form, in which 0 stands for any digit.
+bool matches(std::string_view text, std::string_view form)
+{
+    return std::equal(text.begin(), text.end(), form.begin(), form.end(),
+                      [](char c, char f) { return f == '0' ? c >= '0' && c <= '9' : c == f; });
+}
+
+/// The time in the name of a copy; nothing for any other name.
+std::optional<long long> timeIn(const std::string& name)
+{
+    if (!matches(name, "0000-00-00T00-00-00.000+0000.kyt") && !matches(name, "0000-00-00T00-00-00.000-0000.kyt"))
+        return std::nullopt;
+    const auto number = [&](std::size_t from, std::size_t count) { return std::stoi(name.substr(from, count)); };
+    std::tm fields = {};
+    fields.tm_year = number(0, 4) - 1900;
+    fields.tm_mon = number(5, 2) - 1;
+    fields.tm_mday = number(8, 2);
+    fields.tm_hour = number(11, 2);
+    fields.tm_min = number(14, 2);
+    fields.tm_sec = number(17, 2);
+    const int offset = (name[23] == '-' ? -1 : 1) * (60 * number(24, 2) + number(26, 2));
+    const long long time = (timegm(&fields) - 60LL * offset) * 1000 + number(20, 3);
+    // timegm accepts a month 13.
+    return nameAt(time, offset) == name ? std::optional(time) : std::nullopt;
+}
+
+/// Whether an earlier version gave this name to a copy, without the date, when the X server was lost.
+bool isNameWithoutDate(const std::string& name)
+{
+    return matches(name, "+0000.kyt") || matches(name, "-0000.kyt");
+}
+
+/// When the file was written as a copy; nothing if it is none. Copies are regular files with such a name that have not
+/// been modified since that time.
+std::optional<long long> creationOfCopy(const fs::path& file)
+{
+    struct stat status = {};
+    if (lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    if (isNameWithoutDate(file.filename()))
+        return modified(status);
+    const std::optional<long long> time = timeIn(file.filename());
+    return time && std::llabs(modified(status) - *time) <= tolerance ? time : std::nullopt;
+}
+
+/// The copies in `folder`, newest first.
+std::vector<CopyFile> copiesIn(const fs::path& folder)
+{
+    std::vector<CopyFile> found;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        if (const auto created = creationOfCopy(entry->path()))
+            found.push_back({entry->path().filename(), *created});
+    std::sort(found.begin(), found.end(), [](const CopyFile& a, const CopyFile& b) { return a.created > b.created; });
     return found;
 }
 
 /// Creates the folder and its missing parents, accessible by their owner only.
-bool createFolder(const QString& path)
+bool createFolder(const fs::path& path)
 {
-    if (QFileInfo(path).isDir())
+    std::error_code error;
+    if (fs::is_directory(path, error))
         return true;
-    const QString parent = QFileInfo(path).path();
-    return parent != path && createFolder(parent) && (QDir().mkdir(path, ownerOnly) || QFileInfo(path).isDir());
+    const fs::path parent = path.parent_path();
+    return parent != path && createFolder(parent) && (mkdir(path.c_str(), 0700) == 0 || fs::is_directory(path, error));
 }
 
-bool hasContents(const Copy& copy, const QByteArray& text)
+/// A file descriptor that is closed at the end.
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : number(number)
+    {
+    }
+    ~Descriptor()
+    {
+        if (number >= 0)
+            close(number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    operator int() const { return number; }
+
+private:
+    int number;
+};
+
+bool hasContents(const fs::path& name, const std::string& text)
 {
-    QFile file(copy.file.filePath());
-    return copy.file.size() == text.size() && file.open(QIODevice::ReadOnly) && file.readAll() == text;
+    const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status = {};
+    if (fstat(file, &status) != 0 || status.st_size != static_cast<off_t>(text.size()))
+        return false;
+    std::string contents(text.size(), '\0');
+    std::size_t length = 0;
+    for (ssize_t part = 1; part > 0 && length < contents.size(); length += static_cast<std::size_t>(part))
+        if ((part = read(file, contents.data() + length, contents.size() - length)) < 0)
+            return false;
+    return contents == text;
 }
 
-/// The first time from now on whose file name is not in use.
-qint64 unusedTime(const QString& folder)
+bool writeAll(int file, std::string_view text)
 {
-    qint64 time = QDateTime::currentMSecsSinceEpoch();
-    while (QFileInfo::exists(folder + u'/' + nameAt(time)))
-        ++time;
-    return time;
+    while (!text.empty()) {
+        const ssize_t part = write(file, text.data(), text.size());
+        if (part < 0 && errno != EINTR)
+            return false;
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(part, 0)));
+    }
+    return true;
+}
+
+/// Renames a file, but never over another one.
+bool renameToUnused(const fs::path& from, const fs::path& to)
+{
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    // A file system that cannot do so: the name is taken first.
+    const Descriptor taken(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    return taken >= 0 && rename(from.c_str(), to.c_str()) == 0;
 }
 
 /// Atomically writes `text` to a new file that is named after the current time. Does not wait for the disk. Returns the
-/// file's path, or an empty text on failure.
-QString writeCopy(const QString& folder, const QByteArray& text)
+/// file's name, or an empty text on failure.
+std::string writeCopy(const fs::path& folder, const std::string& text)
 {
-    for (int i = 0; i < nameAttempts; ++i) {
-        QTemporaryFile file(folder + QStringLiteral("/unfinished-XXXXXX"));
-        if (!file.open() || file.write(text) != text.size() || !file.flush())
-            return {};
-        const qint64 time = unusedTime(folder);
-        QString name = folder + u'/' + nameAt(time);
-        file.setFileTime(QDateTime::fromMSecsSinceEpoch(time), QFile::FileModificationTime);
-        if (file.rename(name)) {
-            file.setAutoRemove(false);
+    std::string unfinished = folder / "unfinished-XXXXXX";
+    const Descriptor file(mkostemp(unfinished.data(), O_CLOEXEC));
+    if (file < 0)
+        return {};
+    const long long start = now();
+    const int attempts = writeAll(file, text) ? nameAttempts : 0;
+    for (long long time = start; time < start + attempts; ++time) {
+        const timespec seconds = {time / 1000, time % 1000 * 1'000'000};
+        const std::array times = {seconds, seconds};
+        futimens(file, times.data());
+        const std::string name = nameAt(time, offsetAt(time));
+        if (renameToUnused(unfinished, folder / name))
             return name;
-        }
-        if (!QFileInfo::exists(name))
-            return {};
+        if (errno != EEXIST)
+            break;
     }
+    unlink(unfinished.c_str());
     return {};
 }
 
+bool isSameFile(const fs::path& a, const fs::path& b)
+{
+    std::error_code error;
+    return fs::equivalent(a, b, error);
+}
+
+bool isAnyOf(const fs::path& file, const QStringList& names)
+{
+    return std::any_of(names.begin(), names.end(),
+                       [&](const QString& name) { return isSameFile(file, name.toStdString()); });
+}
+
+bool contains(const std::vector<std::string>& names, const std::string& name)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 /// Deletes all but the newest copies. `newest` counts as the newest one even if the clock has been set back.
-void deleteOldCopies(const QString& folder, const QString& newest, const QString& inUse)
+void deleteOldCopies(const fs::path& folder, const std::string& newest, const std::vector<std::string>& ofOthers,
+                     const QStringList& inUse)
 {
     int kept = 1;
-    const QList<Copy> all = copiesIn(folder);
-    for (const Copy& copy : all) {
-        if (copy.file == QFileInfo(newest) || ++kept <= keptCopies)
+    for (const CopyFile& copy : copiesIn(folder)) {
+        if (copy.name == newest || contains(ofOthers, copy.name) || ++kept <= keptCopies)
             continue;
-        if (inUse.isEmpty() || copy.file != QFileInfo(inUse))
-            QFile::remove(copy.file.filePath());
+        if (!isAnyOf(folder / copy.name, inUse))
+            unlink((folder / copy.name).c_str());
     }
+}
+
+fs::path folderPath()
+{
+    return safetyCopyFolder().toStdString();
 }
 
 } // namespace
 
 QString safetyCopyFolder()
 {
-    const QString stateHome = qEnvironmentVariable("XDG_STATE_HOME");
-    if (QDir::isAbsolutePath(stateHome))
-        return stateHome + QStringLiteral("/kytstudio");
-    const QString home = qEnvironmentVariable("HOME");
-    return QDir::isAbsolutePath(home) ? home + QStringLiteral("/.local/state/kytstudio") : QString();
+    const fs::path stateHome = std::getenv("XDG_STATE_HOME") ? std::getenv("XDG_STATE_HOME") : "";
+    if (stateHome.is_absolute())
+        return QString::fromStdString(stateHome / "kytstudio");
+    const fs::path home = std::getenv("HOME") ? std::getenv("HOME") : "";
+    return home.is_absolute() ? QString::fromStdString(home / ".local/state/kytstudio") : QString();
 }
 
-void keepSafetyCopy(QCanvas& canvas, const QString& inUse)
+QString SafetyCopies::keep(QCanvas& canvas, const QStringList& inUse)
 {
     if (drawnAtoms(canvas).isEmpty())
-        return;
-    const QString folder = safetyCopyFolder();
-    if (folder.isEmpty() || !createFolder(folder)) {
-        qCInfo(copies) << "cannot create the folder for safety copies:" << folder;
-        return;
+        return {};
+    const Result result = keepText(workspaceText(canvas).toStdString(), inUse);
+    if (!result.fault.isEmpty())
+        return result.fault;
+    if (result.name != automatic)
+        removeAutomatic(inUse);
+    automatic.clear();
+    return {};
+}
+
+QString SafetyCopies::keepAutomatically(QCanvas& canvas, const QStringList& inUse)
+{
+    if (drawnAtoms(canvas).isEmpty())
+        return {};
+    const Result result = keepText(workspaceText(canvas).toStdString(), inUse);
+    if (!result.isNew)
+        return result.fault;
+    removeAutomatic(inUse);
+    automatic = result.name;
+    return {};
+}
+
+SafetyCopies::Result SafetyCopies::keepText(const std::string& text, const QStringList& inUse)
+{
+    const fs::path folder = folderPath();
+    if (folder.empty() || !createFolder(folder))
+        return {{}, false, QStringLiteral("cannot create the folder for safety copies: ") + safetyCopyFolder()};
+    const std::vector<std::string> ofOthers = written.namesOfOthers(folder);
+    for (const CopyFile& copy : copiesIn(folder)) {
+        if (contains(ofOthers, copy.name))
+            continue;
+        if (!hasContents(folder / copy.name, text))
+            break;
+        written.add(folder, copy.name);
+        return {copy.name, false, {}};
     }
-    const QByteArray text = workspaceText(canvas);
-    const QList<Copy> present = copiesIn(folder);
-    if (!present.isEmpty() && hasContents(present.first(), text))
-        return;
-    const QString written = writeCopy(folder, text);
-    if (written.isEmpty())
-        qCInfo(copies) << "cannot write a safety copy to" << folder;
-    else
-        deleteOldCopies(folder, written, inUse);
+    const std::string name = writeCopy(folder, text);
+    if (name.empty())
+        return {{}, false, QStringLiteral("cannot write a safety copy to ") + safetyCopyFolder()};
+    written.add(folder, name);
+    deleteOldCopies(folder, name, ofOthers, inUse);
+    return {name, true, {}};
+}
+
+/// Removes the copy that a new one replaces, unless it has been modified.
+void SafetyCopies::removeAutomatic(const QStringList& inUse)
+{
+    const fs::path file = folderPath() / automatic;
+    if (!automatic.empty() && creationOfCopy(file) && !isAnyOf(file, inUse))
+        unlink(file.c_str());
+}
+
+QList<SafetyCopy> SafetyCopies::available() const
+{
+    const fs::path folder = folderPath();
+    const std::vector<std::string> ofOthers = written.namesOfOthers(folder);
+    QList<SafetyCopy> copies;
+    for (const CopyFile& copy : copiesIn(folder))
+        if (!contains(ofOthers, copy.name))
+            copies.append({QString::fromStdString(folder / copy.name), copy.created});
+    return copies;
+}
+
+std::optional<SafetyCopy> SafetyCopies::takeAbandoned()
+{
+    const fs::path folder = folderPath();
+    std::vector<std::string> names = CopyList::takeAbandoned(folder);
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        if (const auto created = creationOfCopy(folder / *name))
+            return SafetyCopy{QString::fromStdString(folder / *name), *created};
+    return std::nullopt;
 }

@@ -4,7 +4,7 @@
 #include <csignal>
 
 /// The signals that request termination.
-inline constexpr int terminationSignals[] = {SIGINT, SIGTERM, SIGHUP};
+inline constexpr int terminationSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 inline constexpr int terminationSignalCount = sizeof terminationSignals / sizeof *terminationSignals;
 
 /// A termination request, recorded by a signal handler. Each handler uses its own object with static storage.
@@ -28,7 +28,7 @@ private:
 /// Restores the default action of the signal and raises it.
 void terminateBySignal(int signalNumber);
 
-/// Defers SIGINT, SIGTERM and SIGHUP during its lifetime, so that a window can be closed properly. The destructor
+/// Defers terminationSignals during its lifetime, so that a window can be closed properly. The destructor
 /// restores the former signal actions and raises a signal that has arrived. Ignored signals stay ignored. Only one
 /// object may exist at a time.
 class TerminationSignals {

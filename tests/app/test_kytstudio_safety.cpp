@@ -1,6 +1,9 @@
 #include "FileDialogs.h"
 #include "Program.h"
+#include "app/StateLabel.h"
 #include "doc/SafetyCopies.h"
+#include "doc/WorkspaceFile.h"
+#include "view/kytstudioview.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -11,6 +14,8 @@
 #include <tuple>
 
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -38,9 +43,61 @@ public:
         return read;
     }
 
+    /// The names that do not consist of date and time.
+    QStringList oddNames() const
+    {
+        const QRegularExpression dated(R"(^\d{4}-\d\d-\d\dT\d\d-\d\d-\d\d\.\d{3}[+-]\d{4}\.kyt$)");
+        QStringList names = QDir(path("kytstudio")).entryList(QDir::Files | QDir::Hidden);
+        names.removeIf([&](const QString& name) { return dated.match(name).hasMatch(); });
+        return names;
+    }
+
+    /// The lists of copies whose program has not ended as its user wished, or not yet.
+    QStringList lists() const { return QDir(path("kytstudio/sessions")).entryList(QDir::Files); }
+
 private:
     QByteArray before;
     QTemporaryDir directory;
+};
+
+/// A window with files to open, and with a timer that is not waited for.
+struct CopiesWindow : TestWindow {
+    CopiesWindow() { isShown = show(); }
+
+    void press() const
+    {
+        QVERIFY(QTest::qWaitForWindowActive(get()));
+        QTest::keyClick(get(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+    }
+    QTimer* timer() const { return get()->findChild<QTimer*>("automatic copy"); }
+    void letTimerRunOut() const
+    {
+        const int interval = timer()->interval();
+        timer()->start(0);
+        QTRY_VERIFY(!timer()->isActive());
+        timer()->setInterval(interval);
+    }
+    QByteArray text() const { return workspaceText(*canvas()); }
+    QString label() const { return get()->findChild<StateLabel*>()->wholeText(); }
+    /// Adds an atom, as a step.
+    void addAtom(double x, double y) const
+    {
+        atom(x, y);
+        get()->view->recordStep("Step");
+    }
+
+    const StateHome state;
+    const WorkingFolder folder;
+    bool isShown = false;
+};
+
+/// A drawing of one carbon atom.
+struct DrawnAtom : Drawing {
+    DrawnAtom()
+    {
+        (new KytAtom(canvas(), 0, false))->move(50, 60);
+        canvas()->allItems().first()->show();
+    }
 };
 
 using Texts = QList<QByteArray>;
@@ -198,6 +255,144 @@ private slots:
         QCOMPARE(readFile(state.path("kytstudio")), QByteArray("in the way"));
     }
 
+    void changesAreCopiedAfterHalfAMinute()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        QVERIFY(window.timer()->isSingleShot());
+        QVERIFY(!window.timer()->isActive());
+        window.addAtom(100, 100);
+        QVERIFY(window.timer()->isActive());
+        QCOMPARE(window.timer()->interval(), 30'000);
+        const int left = window.timer()->remainingTime();
+        const QByteArray before = window.text();
+        window.addAtom(160, 100);
+        QVERIFY(window.text() != before);
+        QVERIFY(window.timer()->remainingTime() <= left); // it was not started again
+        window.letTimerRunOut();
+        QCOMPARE(window.state.copies(), Texts{window.text()});
+    }
+
+    // A drag may take long, and a bond is drawn while it is under way.
+    void pressOnTheCanvasStartsTheTimer()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        QTest::mousePress(window->view->viewport(), Qt::LeftButton, {}, {100, 100});
+        QVERIFY(window.timer()->isActive());
+        QTest::mouseRelease(window->view->viewport(), Qt::LeftButton, {}, {100, 100});
+    }
+
+    void automaticCopyReplacesTheOneBefore()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        for (int i = 0; i < 3; ++i) {
+            window.addAtom(100, 100 + 20 * i);
+            window.letTimerRunOut();
+            QCOMPARE(window.state.copies(), Texts{window.text()});
+        }
+    }
+
+    void anyCopyReplacesTheAutomaticOne()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        window.addAtom(100, 100);
+        window.letTimerRunOut();
+        window.addAtom(160, 100);
+        const QByteArray cleared = window.text();
+        window->fileNew->trigger();
+        QCOMPARE(window.state.copies(), Texts{cleared});
+        window.addAtom(100, 100);
+        window.letTimerRunOut();
+        QCOMPARE(window.state.copies(), (Texts{cleared, window.text()}));
+    }
+
+    void copyIsMadeBeforeTheViewerOpens()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        window.addAtom(100, 100);
+        // No timer runs in this process meanwhile.
+        QVERIFY(QProcess::startDetached("sh", {"-c", "sleep 3; xdotool key Escape"}));
+        window->slotSelectI3DView();
+        QVERIFY(!window.timer()->isActive());
+        QCOMPARE(window.state.copies(), Texts{window.text()});
+    }
+
+    void copiesAreOpenedOneAfterTheOther()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        const QStringList titles{window->doc->docName, window->windowTitle()};
+        Texts cleared;
+        for (int i = 0; i < 3; ++i) {
+            window.addAtom(100 + 20 * i, 100);
+            cleared << window.text();
+            window->fileNew->trigger();
+        }
+        window.addAtom(200, 200);
+        const QByteArray last = window.text();
+        for (int i = 2; i >= 0; --i) {
+            window.press();
+            QCOMPARE(window.text(), cleared[i]);
+            QVERIFY(message(window).startsWith("Copy of "));
+        }
+        window.press();
+        QCOMPARE(message(window), QString("No older copy"));
+        QCOMPARE(window.text(), cleared[0]);
+        QCOMPARE((QStringList{window->doc->docName, window->windowTitle()}), titles);
+        for (int i = 1; i < 3; ++i) {
+            QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(window.text(), cleared[i]);
+        }
+        QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(message(window), QString("Undone: Open Copy"));
+        QCOMPARE(window.text(), last);
+        // After a change, it begins again with the newest one that differs from the drawing.
+        window.press();
+        QVERIFY(window.text() != last);
+        QVERIFY(window.state.copies().contains(window.text()));
+    }
+
+    void withoutACopyNothingIsOpened()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        window.addAtom(100, 100);
+        const QByteArray before = window.text();
+        window.press();
+        QCOMPARE(message(window), QString("No copy to open"));
+        QCOMPARE(window.text(), before);
+        QVERIFY(window.state.copies().isEmpty());
+    }
+
+    void abandonedCopyIsMentionedOnce()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        DrawnAtom carbon;
+        const pid_t child = fork();
+        if (child == 0) {
+            auto* copies = new SafetyCopies;
+            copies->keep(*carbon.canvas());
+            _exit(0); // without releasing the copy
+        }
+        waitpid(child, nullptr, 0);
+        window.addAtom(100, 100);
+        window->fileNew->trigger(); // a newer copy, which this program has not abandoned
+        window->noteAbandonedCopy();
+        const QString time = QDateTime::currentDateTime().toString("yyyy-MM-dd");
+        QVERIFY2(window.label().contains("copy of " + time), qPrintable(window.label()));
+        QVERIFY(window.label().endsWith(": Ctrl+Shift+O"));
+        window.press();
+        QCOMPARE(window.text(), oneCarbon);
+        QVERIFY2(!window.label().contains("copy of"), qPrintable(window.label()));
+        window->noteAbandonedCopy();
+        QVERIFY2(!window.label().contains("copy of"), qPrintable(window.label()));
+    }
+
     void theProgramCopiesTheDrawingBeforeASignalEndsIt_data()
     {
         QTest::addColumn<int>("number");
@@ -205,6 +400,7 @@ private slots:
         QTest::newRow("interrupt") << SIGINT << "";
         QTest::newRow("terminate") << SIGTERM << "";
         QTest::newRow("hang up") << SIGHUP << "";
+        QTest::newRow("quit") << SIGQUIT << "";
         QTest::newRow("in the Open dialog") << SIGTERM << "Choose a File";
         QTest::newRow("in the question of Close") << SIGHUP << "Close !";
         QTest::newRow("in the question of Exit") << SIGTERM << "Quit !";
@@ -246,7 +442,8 @@ private slots:
             Program::press(keys[where]);
             QVERIFY(!Program::windowTitled(where).isEmpty());
         }
-        QCOMPARE(state.copies(), Texts());
+        // The viewer opens after a copy, since no timer runs meanwhile.
+        QCOMPARE(state.copies(), where == "MOLECULAR I3D VIEWER" ? Texts{drawing} : Texts());
         kill(pid_t(program.process.processId()), number);
         QVERIFY2(program.endedBy(number), QByteArray::number(program.process.exitCode()) + program.output);
         if (where == "drag")
@@ -317,6 +514,66 @@ private slots:
         QVERIFY2(program.process.exitStatus() == QProcess::NormalExit, program.output);
         QVERIFY2(program.process.exitCode() == status, program.output);
         QCOMPARE(state.copies(), Texts{drawing});
+    }
+
+    void theProgramNamesItsCopyWhenTheConnectionIsLost_data()
+    {
+        QTest::addColumn<QStringList>("keys");
+        QTest::newRow("after Open") << QStringList();
+        QTest::newRow("after New") << QStringList{"ctrl+n", "ctrl+z"};
+        QTest::newRow("after Import") << QStringList{"ctrl+j", "Escape"};
+        QTest::newRow("after the 3D window") << QStringList{"ctrl+f", "Escape"};
+        QTest::newRow("after a dialog") << QStringList{"ctrl+q", "Escape"};
+    }
+
+    /// Twice in one folder.
+    void theProgramNamesItsCopyWhenTheConnectionIsLost()
+    {
+        QFETCH(QStringList, keys);
+        const StateHome state;
+        const WorkingFolder folder;
+        Texts expected;
+        for (const int atoms : {2, 3}) {
+            QVERIFY(writeFile("a.kyt", atomsInAFile(atoms)));
+            Program program(folder.path());
+            const QString id = Program::windowTitled("KytStudio 1.1");
+            QVERIFY(Program::hasKeyboard(id));
+            QVERIFY(Program::openFile(id, folder.path("a.kyt")));
+            for (const QString& key : keys) {
+                Program::press(key);
+                QTest::qWait(1000);
+            }
+            QVERIFY(Program::hasKeyboard(id));
+            QCOMPARE(QProcess::execute("xkill", {"-id", id}), 0);
+            QVERIFY(!program.endedWell());
+            QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
+            expected << atomsInAFile(atoms);
+            QCOMPARE(state.copies(), expected);
+            QCOMPARE(state.oddNames(), QStringList());
+            QCOMPARE(state.lists().size(), 1);
+        }
+    }
+
+    void theProgramMentionsACopyOnlyAfterAnEndThatWasNotWished()
+    {
+        const StateHome state;
+        const WorkingFolder folder;
+        QVERIFY(writeFile("two.kyt", drawing));
+        for (const bool isKilled : {true, false}) {
+            Program program(folder.path());
+            const QString id = Program::windowTitled("KytStudio 1.1");
+            QVERIFY(Program::hasKeyboard(id));
+            QCOMPARE(state.lists().size(), 0); // it was taken by this start
+            QVERIFY(Program::openFile(id, folder.path("two.kyt")));
+            Program::press("ctrl+n"); // makes a copy
+            QTRY_COMPARE(state.lists().size(), 1);
+            if (isKilled)
+                program.process.kill();
+            else
+                Program::press("alt+F4");
+            QVERIFY(isKilled ? program.endedBy(SIGKILL) : program.endedWell());
+            QCOMPARE(state.lists().size(), isKilled ? 1 : 0);
+        }
     }
 
     void theProgramEndsAlsoWhereThereCanBeNoCopy()

@@ -44,7 +44,10 @@ public:
     QDir folder() const { return QDir(path("kytstudio")); }
     QStringList everything() const
     {
-        return folder().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+        QStringList names =
+            folder().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+        names.removeOne("sessions");
+        return names;
     }
     /// The contents of all files, in the order of their names.
     QStringList texts() const
@@ -86,7 +89,7 @@ private:
 /// A drawing of one atom with this symbol.
 struct OneAtom : WorkspaceDrawing {
     explicit OneAtom(const QString& symbol) { atom(10, 20, 0, symbol); }
-    void keep(const QString& inUse = {}) { keepSafetyCopy(*canvas(), inUse); }
+    void keep(const QString& inUse = {}) { SafetyCopies().keep(*canvas(), {inUse}); }
 };
 
 QString workspaceOf(const QString& symbol)
@@ -194,7 +197,7 @@ private slots:
         const StateHome state;
         WorkspaceDrawing drawing;
         drawing.bond(drawing.atom(10, 20, 5, QString::fromUtf8("\xce\xb1")), drawing.atom(40, 20), {KYTBT_StereoUp});
-        keepSafetyCopy(*drawing.canvas());
+        SafetyCopies().keep(*drawing.canvas());
         QCOMPARE(state.texts(), QStringList(drawing.written()));
         WorkspaceDrawing again;
         QVERIFY(again.doc->load(state.folder().filePath(state.everything().first()), false));
@@ -205,9 +208,9 @@ private slots:
     {
         const StateHome state;
         WorkspaceDrawing drawing;
-        keepSafetyCopy(*drawing.canvas());
+        SafetyCopies().keep(*drawing.canvas());
         new QCanvasText("not an atom", drawing.canvas());
-        keepSafetyCopy(*drawing.canvas());
+        SafetyCopies().keep(*drawing.canvas());
         QVERIFY(!state.folder().exists());
     }
 
@@ -327,6 +330,131 @@ private slots:
         QCOMPARE(state.texts().last(), workspaceOf("C"));
     }
 
+    // An earlier version gave these names when the X server was lost.
+    void copiesWithoutADateAreKeptLikeOthers()
+    {
+        const StateHome state;
+        const auto minutesAgo = [](int minutes) { return QDateTime::currentDateTimeUtc().addSecs(-60 * minutes); };
+        const QString old = state.put("+0000.kyt", "old", minutesAgo(30));
+        const QString young = state.put("-0330.kyt", "young", minutesAgo(3));
+        for (int minutes = 25; minutes > 5; --minutes)
+            state.putCopy(minutes);
+        const QList<SafetyCopy> copies = SafetyCopies().available();
+        QCOMPARE(copies.size(), 22);
+        QCOMPARE(copies.first().fileName, young);
+        QCOMPARE(copies.last().fileName, old);
+        OneAtom("C").keep();
+        QVERIFY(!QFile::exists(old));
+        QVERIFY(QFile::exists(young));
+        QCOMPARE(state.everything().size(), 20);
+    }
+
+    void searchForANameEnds()
+    {
+        const StateHome state;
+        const QDateTime begin = QDateTime::currentDateTimeUtc();
+        for (int i = 0; i < 6000; ++i)
+            state.put(begin.addMSecs(i).toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"), "other", begin.addYears(-1));
+        const TimeZone zone("UTC0");
+        SafetyCopies copies;
+        if (begin.msecsTo(QDateTime::currentDateTimeUtc()) > 4000)
+            QSKIP("the machine is too slow to take the names of the next second");
+        QVERIFY(!copies.keep(*OneAtom("C").canvas()).isEmpty());
+        QCOMPARE(state.everything().size(), 6000);
+    }
+
+    void automaticCopyReplacesTheOneBefore()
+    {
+        const StateHome state;
+        SafetyCopies copies;
+        copies.keepAutomatically(*OneAtom("C").canvas());
+        copies.keepAutomatically(*OneAtom("N").canvas());
+        QCOMPARE(state.texts(), QStringList{workspaceOf("N")});
+        copies.keep(*OneAtom("O").canvas());
+        QCOMPARE(state.texts(), QStringList{workspaceOf("O")});
+        copies.keepAutomatically(*OneAtom("S").canvas());
+        copies.keep(*OneAtom("S").canvas()); // makes it a copy that stays
+        copies.keepAutomatically(*OneAtom("P").canvas());
+        QCOMPARE(state.texts(), QStringList({workspaceOf("O"), workspaceOf("S"), workspaceOf("P")}));
+    }
+
+    void automaticCopyThatWasSavedToStays()
+    {
+        const StateHome state;
+        SafetyCopies copies;
+        copies.keepAutomatically(*OneAtom("C").canvas());
+        QFile file(copies.available().first().fileName);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") && file.flush());
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFile::FileModificationTime));
+        copies.keepAutomatically(*OneAtom("N").canvas());
+        QCOMPARE(state.texts(), QStringList({"mine", workspaceOf("N")}));
+    }
+
+    void emptyDrawingLeavesTheAutomaticCopy()
+    {
+        const StateHome state;
+        SafetyCopies copies;
+        copies.keepAutomatically(*OneAtom("C").canvas());
+        copies.keepAutomatically(*WorkspaceDrawing().canvas());
+        QCOMPARE(state.texts(), QStringList{workspaceOf("C")});
+    }
+
+    void copiesOfARunningProgramAreItsOwn()
+    {
+        const StateHome state;
+        SafetyCopies mine;
+        mine.keep(*OneAtom("C").canvas());
+        const QString name = mine.available().first().fileName;
+        SafetyCopies other;
+        QVERIFY(other.available().isEmpty());
+        other.keep(*OneAtom("C").canvas()); // the same contents are no reason to do without one of its own
+        QCOMPARE(state.texts(), QStringList({workspaceOf("C"), workspaceOf("C")}));
+        for (int i = 0; i < 25; ++i)
+            other.keep(*OneAtom(QString::number(i)).canvas());
+        QVERIFY(QFile::exists(name));
+        QCOMPARE(other.available().size(), 20);
+        QCOMPARE(mine.available().size(), 1);
+        QVERIFY(!SafetyCopies::takeAbandoned());
+        mine.release();
+        other.keep(*OneAtom("last").canvas());
+        QVERIFY(!QFile::exists(name));
+        QCOMPARE(other.available().size(), 20);
+    }
+
+    void lastCopyOfAnAbandonedProgramIsTakenOnce()
+    {
+        const StateHome state;
+        OneAtom first("1");
+        OneAtom second("2");
+        const int status = inAProcess([&] {
+            auto* copies = new SafetyCopies; // whose destructor does not run
+            copies->keep(*first.canvas());
+            copies->keepAutomatically(*second.canvas());
+            copies->keepAutomatically(*first.canvas());
+            return 0;
+        });
+        QCOMPARE(status, 0);
+        const std::optional<SafetyCopy> copy = SafetyCopies::takeAbandoned();
+        QVERIFY(copy);
+        QCOMPARE(StateHome::contents(copy->fileName), workspaceOf("1"));
+        QVERIFY(std::llabs(copy->created - QDateTime::currentMSecsSinceEpoch()) < 60'000);
+        QVERIFY(!SafetyCopies::takeAbandoned());
+        QCOMPARE(SafetyCopies().available().size(), 2);
+    }
+
+    void abandonedProgramWhoseCopiesAreGoneIsNotMentioned()
+    {
+        const StateHome state;
+        OneAtom carbon("C");
+        QCOMPARE(inAProcess([&] {
+                     (new SafetyCopies)->keep(*carbon.canvas());
+                     return 0;
+                 }),
+                 0);
+        QVERIFY(QFile::remove(state.folder().filePath(state.everything().first())));
+        QVERIFY(!SafetyCopies::takeAbandoned());
+    }
+
     void otherFilesAreNeverDeleted()
     {
         const StateHome state;
@@ -409,6 +537,7 @@ private slots:
             const TimeZone zone("EAST-9");
             OneAtom('E' + QString::number(i)).keep();
         }
+        QTest::qWait(20); // copies of one moment are named after the following milliseconds
         for (int i = 0; i < 12; ++i) {
             const TimeZone zone("WEST9");
             OneAtom('W' + QString::number(i)).keep();
@@ -489,7 +618,7 @@ private slots:
             std::signal(SIGXFSZ, SIG_IGN);
             if (setrlimit(RLIMIT_FSIZE, &limit) != 0)
                 return 1;
-            keepSafetyCopy(*drawing.canvas());
+            SafetyCopies().keep(*drawing.canvas());
             return 0;
         });
         QCOMPARE(status, 0);
@@ -507,7 +636,7 @@ private slots:
             drawing.atoms().first()->move(i, 0);
             const pid_t child = fork();
             if (child == 0) {
-                keepSafetyCopy(*drawing.canvas());
+                SafetyCopies().keep(*drawing.canvas());
                 _exit(0);
             }
             usleep(useconds_t(i) * 1000);
@@ -520,7 +649,7 @@ private slots:
         const QString end = " END_MOLECULE\nEND_KYTFILE\n";
         for (const QString& name : folder.entryList({"2*.kyt"}, QDir::Files))
             QVERIFY2(StateHome::contents(folder.filePath(name)).endsWith(end), qPrintable(name));
-        keepSafetyCopy(*drawing.canvas());
+        SafetyCopies().keep(*drawing.canvas());
         QVERIFY(!folder.entryList({"2*.kyt"}, QDir::Files).isEmpty());
         qInfo("%d of 60 copies were made before the kill", copied);
     }
