@@ -986,48 +986,6 @@ Version @PROJECT_VERSION@
         <translation>%1 ausgewählt</translation>
     </message>
     <message>
-        <source>Canvas
-
-Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
-
-Letters: the element of the atom under the pointer, such as N or Cl
-Shift+drag, Shift+click: select atoms in View Mode
-Ctrl+A: select all
-Delete, Backspace: delete the selected atoms, or the item under the pointer
-Ctrl+C: copy the selected atoms, or the molecule under the pointer, or all
-Shift+Insert, Ctrl+Shift+V: paste
-Ctrl+L: lay out the molecule anew
-Ctrl+Z: undo
-Ctrl+Shift+Z, Ctrl+Y: redo
-Escape: cancel the current gesture, or clear the selection
-Ctrl+wheel, Ctrl++, Ctrl+-: zoom
-Ctrl+0: full size
-Ctrl+9: the whole drawing
-1 to 8: modes, in the order of the toolbar
-9: Fixed Length
-0: Fixed Angle</source>
-        <translation>Zeichenfläche
-
-Zeichnen und verschieben Sie mit der linken Maustaste. Ein Rechtsklick auf ein Atom oder einen Keil zeigt dessen Eigenschaften.
-
-Buchstaben: das Element des Atoms unter dem Zeiger, z. B. N oder Cl
-Umschalt+Ziehen, Umschalt+Klick: Atome im Ansichtsmodus auswählen
-Strg+A: alles auswählen
-Entf, Rücktaste: die ausgewählten Atome löschen, sonst das Objekt unter dem Zeiger
-Strg+C: die ausgewählten Atome kopieren, sonst das Molekül unter dem Zeiger oder alles
-Umschalt+Einfg, Strg+Umschalt+V: einfügen
-Strg+L: das Molekül neu anordnen
-Strg+Z: rückgängig
-Strg+Umschalt+Z, Strg+Y: wiederherstellen
-Esc: abbrechen oder die Auswahl aufheben
-Strg+Mausrad, Strg++, Strg+-: Zoom
-Strg+0: Originalgröße
-Strg+9: die ganze Zeichnung
-1 bis 8: Modi in der Reihenfolge der Werkzeugleiste
-9: Feste Länge
-0: Fester Winkel</translation>
-    </message>
-    <message>
         <source>cannot be opened: %1</source>
         <translation>nicht zu öffnen: %1</translation>
     </message>
@@ -1114,6 +1072,70 @@ Strg+9: die ganze Zeichnung
     <message>
         <source>Tidy</source>
         <translation>Neu anordnen</translation>
+    </message>
+    <message>
+        <source>copy of %1: Ctrl+Shift+O</source>
+        <translation>Kopie von %1: Strg+Umschalt+O</translation>
+    </message>
+    <message>
+        <source>No older copy</source>
+        <translation>Keine ältere Kopie</translation>
+    </message>
+    <message>
+        <source>No copy to open</source>
+        <translation>Keine Kopie zum Öffnen</translation>
+    </message>
+    <message>
+        <source>Open Copy</source>
+        <translation>Kopie öffnen</translation>
+    </message>
+    <message>
+        <source>Copy of %1 opened</source>
+        <translation>Kopie von %1 geöffnet</translation>
+    </message>
+    <message>
+        <source>Canvas
+
+Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
+
+Letters: the element of the atom under the pointer, such as N or Cl
+Shift+drag, Shift+click: select atoms in View Mode
+Ctrl+A: select all
+Delete, Backspace: delete the selected atoms, or the item under the pointer
+Ctrl+C: copy the selected atoms, or the molecule under the pointer, or all
+Shift+Insert, Ctrl+Shift+V: paste
+Ctrl+L: lay out the molecule anew
+Ctrl+Shift+O: open the newest safety copy; again: the one before
+Ctrl+Z: undo
+Ctrl+Shift+Z, Ctrl+Y: redo
+Escape: cancel the current gesture, or clear the selection
+Ctrl+wheel, Ctrl++, Ctrl+-: zoom
+Ctrl+0: full size
+Ctrl+9: the whole drawing
+1 to 8: modes, in the order of the toolbar
+9: Fixed Length
+0: Fixed Angle</source>
+        <translation>Zeichenfläche
+
+Zeichnen und verschieben Sie mit der linken Maustaste. Ein Rechtsklick auf ein Atom oder einen Keil zeigt dessen Eigenschaften.
+
+Buchstaben: das Element des Atoms unter dem Zeiger, z. B. N oder Cl
+Umschalt+Ziehen, Umschalt+Klick: Atome im Ansichtsmodus auswählen
+Strg+A: alles auswählen
+Entf, Rücktaste: die ausgewählten Atome löschen, sonst das Objekt unter dem Zeiger
+Strg+C: die ausgewählten Atome kopieren, sonst das Molekül unter dem Zeiger oder alles
+Umschalt+Einfg, Strg+Umschalt+V: einfügen
+Strg+L: das Molekül neu anordnen
+Strg+Umschalt+O: die neueste Sicherheitskopie öffnen; noch einmal: die davor
+Strg+Z: rückgängig
+Strg+Umschalt+Z, Strg+Y: wiederherstellen
+Esc: abbrechen oder die Auswahl aufheben
+Strg+Mausrad, Strg++, Strg+-: Zoom
+Strg+0: Originalgröße
+Strg+9: die ganze Zeichnung
+1 bis 8: Modi in der Reihenfolge der Werkzeugleiste
+9: Feste Länge
+0: Fester Winkel</translation>
     </message>
 </context>
 <context>

@@ -986,48 +986,6 @@ Version @PROJECT_VERSION@
         <translation>Sélection : %1</translation>
     </message>
     <message>
-        <source>Canvas
-
-Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
-
-Letters: the element of the atom under the pointer, such as N or Cl
-Shift+drag, Shift+click: select atoms in View Mode
-Ctrl+A: select all
-Delete, Backspace: delete the selected atoms, or the item under the pointer
-Ctrl+C: copy the selected atoms, or the molecule under the pointer, or all
-Shift+Insert, Ctrl+Shift+V: paste
-Ctrl+L: lay out the molecule anew
-Ctrl+Z: undo
-Ctrl+Shift+Z, Ctrl+Y: redo
-Escape: cancel the current gesture, or clear the selection
-Ctrl+wheel, Ctrl++, Ctrl+-: zoom
-Ctrl+0: full size
-Ctrl+9: the whole drawing
-1 to 8: modes, in the order of the toolbar
-9: Fixed Length
-0: Fixed Angle</source>
-        <translation>Zone de dessin
-
-Dessinez et déplacez avec le bouton gauche de la souris. Un clic droit sur un atome ou un coin affiche ses propriétés.
-
-Lettres : l’élément de l’atome sous le pointeur, par exemple N ou Cl
-Maj+glisser, Maj+clic : sélectionner des atomes en mode Affichage
-Ctrl+A : tout sélectionner
-Suppr, Retour arrière : supprimer les atomes sélectionnés, sinon l’objet sous le pointeur
-Ctrl+C : copier les atomes sélectionnés, sinon la molécule sous le pointeur ou tout
-Maj+Inser, Ctrl+Maj+V : coller
-Ctrl+L : redisposer la molécule
-Ctrl+Z : annuler
-Ctrl+Maj+Z, Ctrl+Y : rétablir
-Échap : interrompre ou annuler la sélection
-Ctrl+molette, Ctrl++, Ctrl+- : zoom
-Ctrl+0 : taille réelle
-Ctrl+9 : le dessin entier
-1 à 8 : modes, dans l’ordre de la barre d’outils
-9 : Longueur fixe
-0 : Angle fixe</translation>
-    </message>
-    <message>
         <source>cannot be opened: %1</source>
         <translation>impossible à ouvrir : %1</translation>
     </message>
@@ -1114,6 +1072,70 @@ Ctrl+9 : le dessin entier
     <message>
         <source>Tidy</source>
         <translation>Redisposer</translation>
+    </message>
+    <message>
+        <source>copy of %1: Ctrl+Shift+O</source>
+        <translation>copie du %1 : Ctrl+Maj+O</translation>
+    </message>
+    <message>
+        <source>No older copy</source>
+        <translation>Aucune copie plus ancienne</translation>
+    </message>
+    <message>
+        <source>No copy to open</source>
+        <translation>Aucune copie à ouvrir</translation>
+    </message>
+    <message>
+        <source>Open Copy</source>
+        <translation>Ouvrir une copie</translation>
+    </message>
+    <message>
+        <source>Copy of %1 opened</source>
+        <translation>Copie du %1 ouverte</translation>
+    </message>
+    <message>
+        <source>Canvas
+
+Draw and move with the left mouse button. Right-click on an atom or a wedge for its properties.
+
+Letters: the element of the atom under the pointer, such as N or Cl
+Shift+drag, Shift+click: select atoms in View Mode
+Ctrl+A: select all
+Delete, Backspace: delete the selected atoms, or the item under the pointer
+Ctrl+C: copy the selected atoms, or the molecule under the pointer, or all
+Shift+Insert, Ctrl+Shift+V: paste
+Ctrl+L: lay out the molecule anew
+Ctrl+Shift+O: open the newest safety copy; again: the one before
+Ctrl+Z: undo
+Ctrl+Shift+Z, Ctrl+Y: redo
+Escape: cancel the current gesture, or clear the selection
+Ctrl+wheel, Ctrl++, Ctrl+-: zoom
+Ctrl+0: full size
+Ctrl+9: the whole drawing
+1 to 8: modes, in the order of the toolbar
+9: Fixed Length
+0: Fixed Angle</source>
+        <translation>Zone de dessin
+
+Dessinez et déplacez avec le bouton gauche de la souris. Un clic droit sur un atome ou un coin affiche ses propriétés.
+
+Lettres : l’élément de l’atome sous le pointeur, par exemple N ou Cl
+Maj+glisser, Maj+clic : sélectionner des atomes en mode Affichage
+Ctrl+A : tout sélectionner
+Suppr, Retour arrière : supprimer les atomes sélectionnés, sinon l’objet sous le pointeur
+Ctrl+C : copier les atomes sélectionnés, sinon la molécule sous le pointeur ou tout
+Maj+Inser, Ctrl+Maj+V : coller
+Ctrl+L : redisposer la molécule
+Ctrl+Maj+O : ouvrir la copie de sécurité la plus récente ; de nouveau : la précédente
+Ctrl+Z : annuler
+Ctrl+Maj+Z, Ctrl+Y : rétablir
+Échap : interrompre ou annuler la sélection
+Ctrl+molette, Ctrl++, Ctrl+- : zoom
+Ctrl+0 : taille réelle
+Ctrl+9 : le dessin entier
+1 à 8 : modes, dans l’ordre de la barre d’outils
+9 : Longueur fixe
+0 : Angle fixe</translation>
     </message>
 </context>
 <context>
