@@ -1,4 +1,4 @@
-// Any bytes as the tree of one molecule.
+// Any bytes as the tree of one molecule, which comes back when it is written.
 
 #include "tests/fuzz/FuzzTarget.h"
 #include "tests/support/RoundTrip.h"
@@ -7,7 +7,9 @@
 
 namespace {
 
-KytAtom* readTree(const QByteArray& bytes, Drawing& drawing)
+constexpr unsigned writtenPart = 4; // one input in so many is written and read again
+
+KytAtom* readTree(const QByteArray& bytes, const DrawnCanvas& drawing)
 {
     KytAtom* start = drawing.atom(0, 0);
     QTextStream stream(bytes, QIODevice::ReadOnly);
@@ -26,7 +28,7 @@ QByteArray writtenTree(KytAtom* start)
 }
 
 /// Whether all coordinates are written as the whole numbers that the reader takes.
-bool hasPlainCoordinates(const Drawing& drawing)
+bool hasPlainCoordinates(const DrawnCanvas& drawing)
 {
     constexpr double sixDigits = 999999;
     const QList<KytAtom*> atoms = drawing.atoms();
@@ -35,20 +37,26 @@ bool hasPlainCoordinates(const Drawing& drawing)
     });
 }
 
+/// Demands that the tree of `start`, whose atoms are those of `drawing`, comes back when it is written and read.
+void writeAndRead(KytAtom* start, const DrawnCanvas& drawing)
+{
+    const QByteArray written = writtenTree(start);
+    const KeptDrawing again;
+    const QByteArray rewritten = writtenTree(readTree(written, again));
+    if (!hasPlainCoordinates(drawing))
+        return;
+    demand(again.atoms().size() == drawing.atoms().size(), "a tree comes back with all of its atoms");
+    demand(rewritten == written, "a tree that was written and read is written the same");
+}
+
 } // namespace
 
 void runInput(const QByteArray& input)
 {
-    Drawing drawing;
+    const KeptDrawing drawing;
     KytAtom* start = readTree(input, drawing);
-    demand(moleculeFault(*drawing.canvas()).isEmpty(), "all atoms of a tree are bonded together in one molecule");
-
-    const QByteArray written = writtenTree(start);
-    Drawing again;
-    const QByteArray rewritten = writtenTree(readTree(written, again));
-    if (hasPlainCoordinates(drawing)) {
-        demand(again.atoms().size() == drawing.atoms().size(), "a tree comes back with all of its atoms");
-        demand(rewritten == written, "a tree that was written and read is written the same");
-    }
-    editAndCheck(drawing, input);
+    demandNoFault(drawingFault(*drawing.canvas()), "after reading");
+    demandNoFault(moleculeFault(*drawing.canvas()), "after reading");
+    if (qChecksum(input) % writtenPart == 0)
+        writeAndRead(start, drawing);
 }

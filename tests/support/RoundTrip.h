@@ -227,17 +227,18 @@ inline QString comeBackFault(const QCanvas& before, const QCanvas& after)
 
 /// Writes the canvas, reads it into a document of its own, and does the same with that one. Says what has not come
 /// back, or what changes between the second and the third writing; nothing when all is well. The canvas stays as it is.
-inline QString roundTripFault(QCanvas* canvas)
+/// `Document` is an empty DrawnCanvas when it is made.
+template <typename Document = Drawing> QString roundTripFault(QCanvas* canvas)
 {
     const QByteArray first = writtenWorkspace(canvas);
-    Drawing read;
+    const Document read;
     if (!addWorkspace(first, read))
         return QStringLiteral("what was written cannot be read to its end");
     if (const QString fault = comeBackFault(*canvas, *read.canvas()); !fault.isEmpty())
         return fault;
 
     const QByteArray second = writtenWorkspace(read.canvas());
-    Drawing readAgain;
+    const Document readAgain;
     if (!addWorkspace(second, readAgain))
         return QStringLiteral("what was written the second time cannot be read to its end");
     if (const QString fault = comeBackFault(*read.canvas(), *readAgain.canvas()); !fault.isEmpty())
