@@ -57,9 +57,9 @@ last_number() {
     grep -a -o -E "$1 *[0-9]+" "$2" | tail -n 1 | grep -o -E '[0-9]+$' || echo 0
 }
 
-# draws_in_editor TARGET: whether its inputs are drawn in the editor. These are shorter, because many atoms take long and
-# tell nothing more. Nothing that they allocate has to be recognised by its stack, as what RDKit leaks has: longer stacks
-# and a larger quarantine would take a third of the time.
+# draws_in_editor TARGET: whether its inputs are drawn in the editor. These are shorter: many atoms take long and tell
+# nothing more. No leak in these targets has to be recognised by its stack, as those in RDKit have; longer stacks and a
+# larger quarantine would take a third of the time.
 draws_in_editor() {
     [[ $1 =~ ^(workspace|tree|editing|clipboard)$ ]]
 }
