@@ -7,7 +7,6 @@
 namespace {
 
 constexpr qsizetype chunk = qsizetype{64} * 1024; // bytes
-constexpr char byteOrderMark[] = "\xef\xbb\xbf";
 
 bool isAscii(const QByteArray& text)
 {

@@ -4,6 +4,9 @@
 
 #include <QString>
 
+/// At the start of a file, it says that the text is UTF-8; LineReader removes it.
+inline constexpr char byteOrderMark[] = "\xef\xbb\xbf";
+
 /// Reads a source line by line; only a part of it is in memory. LF, CR LF and CR all end a line; the last line may do
 /// without. A line that is not valid UTF-8 is read as Latin-1. A byte order mark is skipped.
 class LineReader {

@@ -7,6 +7,7 @@
 #include "convert/chemistry/RDKitMolecule.h"
 #include "convert/chemistry/Stereo.h"
 #include "convert/chemistry/Symbols.h"
+#include "convert/formats/LineReader.h"
 #include "convert/formats/SdRecords.h"
 #include "model/Elements.h"
 
@@ -424,7 +425,8 @@ QByteArray recordOf(const SketchMolecule& molecule, bool v3000, int drawing, con
     const std::string molfile = MolToMolBlock(*converted, false, -1, false, v3000);
     noteMisreading(molfile, molecule, name, notes);
     QByteArray text = QByteArray::fromStdString(molfile);
-    if (text.startsWith(endOfRecord)) // the name must not end the record
+    // The name must not end the record, nor lose its first character at the start of a file.
+    if (text.startsWith(endOfRecord) || text.startsWith(byteOrderMark))
         text.prepend(' ');
     for (const auto& [key, value] : molecule.data)
         text += property(key, value);

@@ -150,14 +150,23 @@ private slots:
         }
     }
 
-    void aNameLikeTheEndOfARecordSurvives()
+    void aNameThatLooksLikeSyntaxSurvives_data()
     {
-        const std::vector<Sketch> sketches = read("CO $$$$ money\nC next", "smi");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("the end of a record") << QStringLiteral("$$$$ money");
+        QTest::newRow("a byte order mark") << QStringLiteral("\uFEFFmoney");
+        QTest::newRow("the end of a record after a byte order mark") << QStringLiteral("\uFEFF$$$$ money");
+    }
+
+    void aNameThatLooksLikeSyntaxSurvives()
+    {
+        QFETCH(QString, name);
+        const std::vector<Sketch> sketches = read("CO " + name.toUtf8() + "\nC " + name.toUtf8(), "smi");
         for (const char* format : {"sdf", "smi"}) {
             const std::vector<Sketch> again = read(write(sketches, format), format);
             QCOMPARE(again.size(), std::size_t{2});
-            QCOMPARE(again[0].molecules[0].name, QString("$$$$ money"));
-            QCOMPARE(again[1].molecules[0].name, QString("next"));
+            for (const Sketch& sketch : again)
+                QCOMPARE(sketch.molecules[0].name, name);
         }
     }
 
