@@ -1,0 +1,212 @@
+#include "tests/monkey/ModelWalk.h"
+
+#include "tests/monkey/ModelComparison.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t mostAtoms = 25;
+constexpr QRect pointerArea(10, 10, 640, 460); // canvas pixels; within the view
+
+const char* textOf(bool control)
+{
+    return control ? " control" : "";
+}
+
+} // namespace
+
+ModelWalk::ModelWalk(quint64 seed)
+    : history(editor.doc)
+    , chance(seed)
+{
+    editor.view->history = &history;
+}
+
+ModelWalk::~ModelWalk()
+{
+    editor.view->history = nullptr;
+}
+
+void ModelWalk::play(int events)
+{
+    while (done.size() < events && found.isEmpty())
+        step();
+}
+
+void ModelWalk::step()
+{
+    if (model.drawing.atoms.size() > mostAtoms) {
+        clickToDelete();
+        return;
+    }
+    const int kind = chance.below(100);
+    if (kind < 40)
+        clickToDraw();
+    else if (kind < 72)
+        drag(KYTVS_view);
+    else if (kind < 84)
+        drag(KYTVS_rotate);
+    else if (kind < 90)
+        clickToDelete();
+    else if (kind < 93)
+        changeSwitch();
+    else
+        goThroughHistory();
+}
+
+// ---- gestures
+
+void ModelWalk::setMode(KytViewState mode)
+{
+    if (model.mode == mode)
+        return;
+    act(
+        QStringLiteral("mode %1").arg(mode), [&] { model.mode = mode; }, [&] { editor.view->canvasState = mode; });
+}
+
+void ModelWalk::clickToDraw()
+{
+    if (!draws(model.mode) || chance.percent(25))
+        setMode(drawingModes[std::size_t(chance.below(int(drawingModes.size())))]);
+    const QPoint p = somePoint();
+    const bool control = chance.percent(20);
+    if (chance.percent(95))
+        move(p, control);
+    press(p, control);
+    release(p, control);
+}
+
+void ModelWalk::drag(KytViewState mode)
+{
+    setMode(mode);
+    const QPoint from = chance.percent(80) ? nearAtom() : somePoint();
+    const bool control = chance.percent(25);
+    if (chance.percent(90))
+        move(from, control);
+    press(from, control);
+    QPoint p = from;
+    for (int i = chance.below(4); i > 0; --i) {
+        p = mode == KYTVS_rotate && chance.percent(80) ? p + QPoint(chance.between(-6, 6), 0) : somePoint();
+        move(p, control);
+    }
+    release(p, control);
+}
+
+void ModelWalk::clickToDelete()
+{
+    setMode(KYTVS_deleteItem);
+    const QPoint p = somePoint();
+    move(p, false);
+    press(p, false);
+    release(p, false);
+}
+
+void ModelWalk::changeSwitch()
+{
+    if (chance.percent(50))
+        act(
+            "fixed length", [&] { model.fixedLength = !model.fixedLength; },
+            [&] { editor.view->fixedLengthFlag = 1 - editor.view->fixedLengthFlag; });
+    else
+        act(
+            "fixed angle", [&] { model.fixedAngle = !model.fixedAngle; },
+            [&] { editor.view->fixedAngleFlag = 1 - editor.view->fixedAngleFlag; });
+}
+
+void ModelWalk::goThroughHistory()
+{
+    const int kind = chance.below(100);
+    if (kind < 50)
+        act(
+            "undo", [&] { model.undo(); }, [&] { editor.view->undo(); });
+    else if (kind < 85)
+        act(
+            "redo", [&] { model.redo(); }, [&] { editor.view->redo(); });
+    else
+        act(
+            "cancel", [&] { model.cancel(); }, [&] { editor.view->cancelGesture(); });
+}
+
+// ---- where
+
+/// Points of a grid, so that bonds are often exactly horizontal or vertical; atoms; and the middles of bonds.
+QPoint ModelWalk::somePoint()
+{
+    const int kind = chance.below(100);
+    if (kind < 55 && !model.drawing.atoms.empty())
+        return nearAtom();
+    if (kind < 75 && !model.drawing.bonds.empty()) {
+        const auto bond = std::next(model.drawing.bonds.begin(), chance.below(int(model.drawing.bonds.size())));
+        const AtomModel& from = model.drawing.atoms.at(bond->second.from);
+        const AtomModel& to = model.drawing.atoms.at(bond->second.to);
+        const QPoint middle = QPointF((from.x + to.x) / 2, (from.y + to.y) / 2).toPoint();
+        if (pointerArea.contains(middle))
+            return middle + QPoint(chance.between(-6, 6), chance.between(-6, 6));
+    }
+    return {40 + 30 * chance.below(20), 40 + 30 * chance.below(14)};
+}
+
+QPoint ModelWalk::nearAtom()
+{
+    if (!model.drawing.atoms.empty()) {
+        const auto atom = std::next(model.drawing.atoms.begin(), chance.below(int(model.drawing.atoms.size())));
+        const QPoint there = QPointF(std::floor(atom->second.x), std::floor(atom->second.y)).toPoint();
+        if (pointerArea.contains(there))
+            return chance.percent(70) ? there : there + QPoint(chance.between(-6, 6), chance.between(-6, 6));
+    }
+    return {40 + 30 * chance.below(20), 40 + 30 * chance.below(14)};
+}
+
+/// What the canvas shows at `p` below the atoms.
+HitModel ModelWalk::below(QPoint p) const
+{
+    const QCanvasItemList items = editor.canvas()->collisions(p);
+    for (QCanvasItem* item : items) {
+        if (item == tempBond || item->rtti() == QCanvasItem::Rtti_Ellipse)
+            continue;
+        if (auto* wedge = dynamic_cast<KytStereoBond*>(item))
+            return {HitModel::Wedge, numberOf(wedge->bond, model)};
+        if (auto* line = dynamic_cast<KytBondLine*>(item)) {
+            const KytBond* bond = line->bond;
+            return {HitModel::Line, numberOf(bond, model), line == bond->bond1 ? 0 : line == bond->bond2 ? 1 : 2};
+        }
+        const QList<QCanvasText*> labels = editor.labels();
+        return {HitModel::Label, std::next(model.drawing.atoms.begin(), labels.indexOf(item))->first};
+    }
+    return {};
+}
+
+// ---- events
+
+void ModelWalk::act(const QString& text, const std::function<void()>& inModel, const std::function<void()>& inView)
+{
+    if (!found.isEmpty())
+        return;
+    done.append(text);
+    inModel();
+    inView();
+    found = difference(model, *editor.view);
+}
+
+void ModelWalk::press(QPoint p, bool control)
+{
+    act(
+        QStringLiteral("press %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)),
+        [&] { model.press(p, control, below(p)); },
+        [&] { editor.press(p, control ? Qt::ControlModifier : Qt::NoModifier); });
+}
+
+void ModelWalk::move(QPoint p, bool control)
+{
+    act(
+        QStringLiteral("move %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)), [&] { model.move(p, control); },
+        [&] { editor.move(p, control ? Qt::ControlModifier : Qt::NoModifier); });
+}
+
+void ModelWalk::release(QPoint p, bool control)
+{
+    act(
+        QStringLiteral("release %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)), [&] { model.release(p); },
+        [&] { editor.release(p, control ? Qt::ControlModifier : Qt::NoModifier); });
+}
