@@ -128,6 +128,32 @@ void DrawingModel::layOut(int number)
     setDepth(bond.to, static_cast<float>(from.z + rise));
 }
 
+/// Intentional: the tangent is that of degrees taken as radians, the length that of the drawn triangle, whose corners
+/// are whole pixels; a hatched wedge goes down, and a lock does not count. The next move of the bond gives its end atom
+/// another depth.
+void DrawingModel::setAngle(int number, float angle)
+{
+    BondModel& bond = bonds.at(number);
+    bond.angle = angle < 0 ? 0 : angle < 90 ? angle : 89.5F;
+    const AtomModel& from = atoms.at(bond.from);
+    const AtomModel& to = atoms.at(bond.to);
+    double sideX = 0;
+    double sideY = 0;
+    if (from.x == to.x) {
+        sideX = 6;
+    } else if (from.y == to.y) {
+        sideY = 6;
+    } else {
+        const double slope = (to.y - from.y) / (to.x - from.x);
+        sideX = std::sqrt(30 * slope * slope / (slope * slope + 1));
+        sideY = -sideX / slope;
+    }
+    const int dx = (static_cast<int>(to.x + sideX) + static_cast<int>(to.x - sideX)) / 2 - static_cast<int>(from.x);
+    const int dy = (static_cast<int>(to.y + sideY) + static_cast<int>(to.y - sideY)) / 2 - static_cast<int>(from.y);
+    const double rise = std::tan(double(bond.angle)) * std::sqrt(double(dx * dx + dy * dy));
+    setDepth(bond.to, static_cast<float>(from.z + (bond.kinds[0] == KYTBT_StereoUp ? rise : -rise)));
+}
+
 bool DrawingModel::carries(const BondModel& bond) const
 {
     return !bond.drawn.empty() && !atoms.at(bond.to).locked;

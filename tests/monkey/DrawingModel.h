@@ -52,6 +52,8 @@ public:
     void moveBondBy(int bond, double dx, double dy);
     void moveLabelBy(int atom, double dx, double dy);
     void setDepth(int atom, float z);
+    /// Gives a wedge an angle in degrees, as its dialog does.
+    void setAngle(int bond, float angle);
 
     /// Drops the atom `dropped` on the atom `target`.
     void drop(int target, int dropped);
@@ -65,6 +67,8 @@ public:
     int bondBetween(int atom, int other) const;
     /// The atom at the other end of the first incoming or else the first outgoing bond; -1 without bonds.
     int firstNeighbour(int atom) const;
+    /// Whether no depth propagates along a bond because it would go around a ring forever.
+    bool liesInClimbingRing(const BondModel& bond) const;
     /// All atoms connected with `atom`, in the order of creation.
     std::vector<int> moleculeOf(int atom) const;
 
@@ -75,7 +79,6 @@ private:
     void layOutBondsOf(int atom);
     void layOut(int bond);
     bool carries(const BondModel& bond) const;
-    bool liesInClimbingRing(const BondModel& bond) const;
     bool depthReaches(int from, int to) const;
     bool areBondedOnlyToEachOther(int one, int other) const;
     void handBonds(int from, int target);

@@ -79,6 +79,8 @@ void EditorModel::press(QPoint p, bool control, const HitModel& below)
     }
     settle();
     const std::vector<int> hit = atomsAt(p);
+    if (hit.empty() && below.kind == HitModel::Nothing)
+        selected.clear();
     if (mode == KYTVS_deleteItem) {
         deleteAt(p, below);
         record();
@@ -101,15 +103,15 @@ void EditorModel::move(QPoint p, bool control)
     if (mode == KYTVS_view && isDragging())
         dragTo(p, control);
     if (mode == KYTVS_rotate && grabbed >= 0)
-        rotateTo(p);
+        rotateTo(p, control);
 }
 
-void EditorModel::release(QPoint p)
+void EditorModel::release(QPoint p, bool control)
 {
     pointer = p;
     const bool wasDragging = isDragging();
     if (mode == KYTVS_view && grabbed >= 0)
-        dropAt(p);
+        dropAt(p, control);
     letGo();
     if (wasDragging)
         record();
@@ -256,7 +258,10 @@ void EditorModel::dragTo(QPoint p, bool control)
         return;
     }
     const int atom = grabbed >= 0 ? grabbed : drawing.bonds.at(grabbedBelow.number).from;
-    if (control || drawing.atoms.at(atom).locked) {
+    if (grabbed >= 0 && movesSelection(control)) {
+        for (const int member : selected)
+            drawing.moveBy(member, dx, dy);
+    } else if (control || drawing.atoms.at(atom).locked) {
         for (const int member : drawing.moleculeOf(atom))
             drawing.moveBy(member, dx, dy);
     } else if (grabbed >= 0) {
@@ -266,21 +271,23 @@ void EditorModel::dragTo(QPoint p, bool control)
     }
 }
 
-void EditorModel::rotateTo(QPoint p)
+void EditorModel::rotateTo(QPoint p, bool control)
 {
     const auto angle = static_cast<float>((p.x() - rotationX) / 10);
     rotationX = p.x();
     const AtomModel pivot = drawing.atoms.at(grabbed);
-    for (const int member : drawing.moleculeOf(grabbed))
+    const std::vector<int> molecule = drawing.moleculeOf(grabbed);
+    const std::set<int> members = movesSelection(control) ? selected : std::set<int>(molecule.begin(), molecule.end());
+    for (const int member : members)
         if (member != grabbed)
             drawing.rotateAbout(member, pivot.x, pivot.y, angle);
 }
 
-void EditorModel::dropAt(QPoint p)
+void EditorModel::dropAt(QPoint p, bool control)
 {
     hovered = -1;
     for (const int target : atomsAt(p)) {
-        if (target == grabbed)
+        if (target == grabbed || (movesSelection(control) && selected.count(target) > 0))
             continue;
         drawing.drop(target, grabbed);
         forgetGone();
@@ -315,10 +322,68 @@ void EditorModel::forgetGone()
         startAtom = -1;
         isDrawing = false;
     }
+    std::erase_if(selected, isGone);
     if (isGone(hovered))
         hovered = -1;
     if (isGone(grabbed))
         grabbed = -1;
+}
+
+// ---- the selection, dialogs
+
+std::set<int> EditorModel::withLockedMolecule(int atom) const
+{
+    if (!drawing.atoms.at(atom).locked)
+        return {atom};
+    const std::vector<int> molecule = drawing.moleculeOf(atom);
+    return {molecule.begin(), molecule.end()};
+}
+
+void EditorModel::toggleSelected(int atom)
+{
+    settle();
+    const bool add = selected.count(atom) == 0;
+    for (const int member : withLockedMolecule(atom))
+        if (add)
+            selected.insert(member);
+        else
+            selected.erase(member);
+}
+
+void EditorModel::selectAll()
+{
+    for (const auto& [atom, ignored] : drawing.atoms)
+        selected.insert(atom);
+}
+
+void EditorModel::deleteSelected(const HitModel& below)
+{
+    const std::vector<int> hit = atomsAt(pointer);
+    if (selected.empty() && hit.empty() && (below.kind == HitModel::Nothing || below.kind == HitModel::Label))
+        return;
+    settle();
+    if (selected.empty())
+        deleteAt(pointer, below);
+    for (const int atom : std::set<int>(selected))
+        drawing.deleteAtom(atom);
+    forgetGone();
+    record();
+    hovered = -1;
+    refreshHover(pointer);
+}
+
+void EditorModel::setAngle(int bond, float angle)
+{
+    settle();
+    drawing.setAngle(bond, angle);
+    record();
+}
+
+void EditorModel::lock(int atom)
+{
+    settle();
+    drawing.atoms.at(atom).locked = true;
+    record();
 }
 
 // ---- steps

@@ -5,6 +5,7 @@
 
 #include <QPoint>
 
+#include <set>
 #include <vector>
 
 /// What is hit below the atoms.
@@ -22,7 +23,14 @@ class EditorModel {
 public:
     void press(QPoint p, bool control, const HitModel& below);
     void move(QPoint p, bool control);
-    void release(QPoint p);
+    void release(QPoint p, bool control);
+    /// A press with Shift in view mode on an atom.
+    void toggleSelected(int atom);
+    void selectAll();
+    /// The key that deletes the selected atoms, or what is under the pointer.
+    void deleteSelected(const HitModel& below);
+    void setAngle(int bond, float angle);
+    void lock(int atom);
     void undo();
     void redo();
     void cancel();
@@ -35,6 +43,7 @@ public:
     int startAtom = -1;     ///< of the next bond
     bool isDrawing = false; ///< between the first and the second click
     int hovered = -1;       ///< the atom under the pointer
+    std::set<int> selected; ///< atoms that are dragged and rotated together
     int grabbed = -1;       ///< the atom that is dragged, or about which its molecule rotates
 
     /// The atoms at a pixel, topmost first.
@@ -52,8 +61,11 @@ private:
     void refreshHover(QPoint p);
     void deleteAt(QPoint p, const HitModel& below);
     void dragTo(QPoint p, bool control);
-    void rotateTo(QPoint p);
-    void dropAt(QPoint p);
+    void rotateTo(QPoint p, bool control);
+    void dropAt(QPoint p, bool control);
+    std::set<int> withLockedMolecule(int atom) const;
+    /// Without Control, a selected atom takes the selection with it.
+    bool movesSelection(bool control) const { return !control && selected.count(grabbed) > 0; }
     bool isDragging() const { return grabbed >= 0 || grabbedBelow.kind != HitModel::Nothing; }
     void letGo();
     void settle();

@@ -49,8 +49,12 @@ void ModelWalk::step()
         drag(KYTVS_rotate);
     else if (kind < 90)
         clickToDelete();
-    else if (kind < 93)
+    else if (kind < 92)
         changeSwitch();
+    else if (kind < 94)
+        changeSelection();
+    else if (kind < 95)
+        editAtomOrWedge();
     else
         goThroughHistory();
 }
@@ -128,6 +132,62 @@ void ModelWalk::goThroughHistory()
             "cancel", [&] { model.cancel(); }, [&] { editor.view->cancelGesture(); });
 }
 
+void ModelWalk::changeSelection()
+{
+    if (model.drawing.atoms.empty())
+        return;
+    const int kind = chance.below(100);
+    if (kind < 20) {
+        act(
+            "select all", [&] { model.selectAll(); }, [&] { editor.view->selectAll(); });
+        return;
+    }
+    if (kind < 35) {
+        act(
+            "delete key", [&] { model.deleteSelected(below(pointer)); }, [&] { editor.view->deleteSelected(); });
+        return;
+    }
+    setMode(KYTVS_view);
+    for (int i = chance.between(1, 5); i > 0; --i) {
+        const QPoint p = nearAtom();
+        const std::vector<int> hit = model.atomsAt(p);
+        if (hit.empty())
+            continue;
+        act(
+            QStringLiteral("press %1 %2 shift").arg(p.x()).arg(p.y()), [&] { model.toggleSelected(hit.front()); },
+            [&] { editor.press(p, Qt::ShiftModifier); });
+        release(p, false);
+    }
+}
+
+/// What a right click and its dialog do to a wedge; atoms are locked where they come from the library.
+void ModelWalk::editAtomOrWedge()
+{
+    const QList<KytStereoBond*> wedges = editor.wedges();
+    if (chance.percent(70) && !wedges.isEmpty()) {
+        KytStereoBond* wedge = wedges[chance.below(int(wedges.size()))];
+        const auto angle = float(chance.oneOf({-5, 0, 0, 1, 30, 45, 60, 89, 90}));
+        const int bond = numberOf(wedge->bond, model);
+        act(
+            QStringLiteral("angle %1 of bond %2").arg(angle).arg(bond), [&] { model.setAngle(bond, angle); },
+            [&] {
+                editor.view->settleGesture();
+                wedge->setAngle(angle);
+                editor.view->recordStep("angle");
+            });
+    } else if (!model.drawing.atoms.empty()) {
+        const int index = chance.below(int(model.drawing.atoms.size()));
+        const int atom = std::next(model.drawing.atoms.begin(), index)->first;
+        act(
+            QStringLiteral("lock atom %1").arg(atom), [&] { model.lock(atom); },
+            [&] {
+                editor.view->settleGesture();
+                editor.atoms()[index]->locked = true;
+                editor.view->recordStep("lock");
+            });
+    }
+}
+
 // ---- where
 
 /// Points of a grid, so that bonds are often exactly horizontal or vertical; atoms; and the middles of bonds.
@@ -184,13 +244,42 @@ void ModelWalk::act(const QString& text, const std::function<void()>& inModel, c
     if (!found.isEmpty())
         return;
     done.append(text);
+    const DrawingModel before = model.drawing;
     inModel();
     inView();
     found = difference(model, *editor.view);
+    count(before, text.section(u' ', 0, 0) + QStringLiteral(" in mode %1").arg(model.mode));
+}
+
+void ModelWalk::count(const DrawingModel& before, const QString& event)
+{
+    const DrawingModel& after = model.drawing;
+    const auto add = [&](const char* what, qint64 times) {
+        if (times > 0)
+            statistics[event + QStringLiteral(": ") + QLatin1String(what)] += times;
+    };
+    add("atoms created", qint64(after.atoms.size()) - qint64(before.atoms.size()));
+    add("atoms gone", qint64(before.atoms.size()) - qint64(after.atoms.size()));
+    add("bonds created", qint64(after.bonds.size()) - qint64(before.bonds.size()));
+    add("bonds gone", qint64(before.bonds.size()) - qint64(after.bonds.size()));
+    const auto alsoBefore = [&](const auto& entry, auto differs) {
+        const auto old = before.atoms.find(entry.first);
+        return old != before.atoms.end() && differs(old->second, entry.second);
+    };
+    add("atoms moved", std::count_if(after.atoms.begin(), after.atoms.end(), [&](const auto& entry) {
+            return alsoBefore(entry, [](const AtomModel& one, const AtomModel& other) { return one.x != other.x; });
+        }));
+    add("depths changed", std::count_if(after.atoms.begin(), after.atoms.end(), [&](const auto& entry) {
+            return alsoBefore(entry, [](const AtomModel& one, const AtomModel& other) { return one.z != other.z; });
+        }));
+    add("bonds in climbing rings", std::count_if(after.bonds.begin(), after.bonds.end(), [&](const auto& entry) {
+            return after.liesInClimbingRing(entry.second);
+        }));
 }
 
 void ModelWalk::press(QPoint p, bool control)
 {
+    pointer = p;
     act(
         QStringLiteral("press %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)),
         [&] { model.press(p, control, below(p)); },
@@ -199,6 +288,7 @@ void ModelWalk::press(QPoint p, bool control)
 
 void ModelWalk::move(QPoint p, bool control)
 {
+    pointer = p;
     act(
         QStringLiteral("move %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)), [&] { model.move(p, control); },
         [&] { editor.move(p, control ? Qt::ControlModifier : Qt::NoModifier); });
@@ -206,7 +296,8 @@ void ModelWalk::move(QPoint p, bool control)
 
 void ModelWalk::release(QPoint p, bool control)
 {
+    pointer = p;
     act(
-        QStringLiteral("release %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)), [&] { model.release(p); },
-        [&] { editor.release(p, control ? Qt::ControlModifier : Qt::NoModifier); });
+        QStringLiteral("release %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)),
+        [&] { model.release(p, control); }, [&] { editor.release(p, control ? Qt::ControlModifier : Qt::NoModifier); });
 }

@@ -3,6 +3,7 @@
 #include "history/KytHistory.h"
 #include "tests/monkey/Chance.h"
 #include "tests/monkey/EditorModel.h"
+#include "tests/monkey/Statistics.h"
 #include "tests/view/ViewFixture.h"
 
 #include <QStringList>
@@ -26,6 +27,8 @@ public:
     const QString& fault() const { return found; }
     /// Everything done, one line for each event, the one that made the difference last.
     const QStringList& events() const { return done; }
+    /// How often each thing happened.
+    Statistics statistics;
 
 private:
     void step();
@@ -35,6 +38,9 @@ private:
     void clickToDelete();
     void changeSwitch();
     void goThroughHistory();
+    void changeSelection();
+    void editAtomOrWedge();
+    void count(const DrawingModel& before, const QString& event);
 
     QPoint somePoint();
     QPoint nearAtom();
@@ -48,6 +54,7 @@ private:
     KytHistory history;
     EditorModel model;
     Chance chance;
+    QPoint pointer;
     QString found;
     QStringList done;
 };

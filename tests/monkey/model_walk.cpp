@@ -33,10 +33,13 @@ int main(int argc, char** argv)
     const int steps = parser.value(stepsOption).toInt();
     quint64 seed = parser.value(seedOption).toULongLong();
     int played = 0;
+    Statistics statistics;
     for (; played < steps; ++seed) {
         ModelWalk walk(seed);
         walk.play(std::min(eventsForEach, steps - played));
         played += int(walk.events().size());
+        for (auto entry = walk.statistics.cbegin(); entry != walk.statistics.cend(); ++entry)
+            statistics[entry.key()] += entry.value();
         if (walk.fault().isEmpty())
             continue;
         print(walk.events().join(u'\n')
@@ -46,6 +49,7 @@ int main(int argc, char** argv)
                     .arg(walk.fault()));
         return 1;
     }
+    print(toText(statistics));
     print(QStringLiteral("%1 events without a difference\n").arg(played));
     return 0;
 }
