@@ -37,12 +37,17 @@ void ModelWalk::play(int events)
 void ModelWalk::step()
 {
     if (model.drawing.atoms.size() > mostAtoms) {
-        clickToDelete();
+        if (chance.percent(50))
+            clickToDelete();
+        else
+            drag(KYTVS_view);
         return;
     }
     const int kind = chance.below(100);
-    if (kind < 40)
+    if (kind < 39)
         clickToDraw();
+    else if (kind < 40)
+        drawRing();
     else if (kind < 72)
         drag(KYTVS_view);
     else if (kind < 84)
@@ -72,13 +77,43 @@ void ModelWalk::setMode(KytViewState mode)
 void ModelWalk::clickToDraw()
 {
     if (!draws(model.mode) || chance.percent(25))
-        setMode(drawingModes[std::size_t(chance.below(int(drawingModes.size())))]);
-    const QPoint p = somePoint();
+        setMode(chance.percent(10) ? KYTVS_zigzag : bondModes[std::size_t(chance.below(int(bondModes.size())))]);
+    QPoint p = somePoint();
+    if (model.mode == KYTVS_zigzag && model.isDrawing) // not too many atoms at once
+        p = pointOf(model.startAtom) + QPoint(chance.between(-120, 120), chance.between(-120, 120));
     const bool control = chance.percent(20);
     if (chance.percent(95))
         move(p, control);
     press(p, control);
     release(p, control);
+}
+
+/// A ring of three or four bonds in one direction. It can only be closed while its wedge is flat.
+void ModelWalk::drawRing()
+{
+    act(
+        "cancel", [&] { model.cancel(); }, [&] { editor.view->cancelGesture(); });
+    const QPoint first = gridPoint();
+    const QList<QPoint> others = chance.percent(50)
+        ? QList<QPoint>{first + QPoint(30, 0), first + QPoint(15, 25)}
+        : QList<QPoint>{first + QPoint(30, 0), first + QPoint(30, 30), first + QPoint(0, 30)};
+    const auto click = [&](QPoint p, bool control) {
+        move(p, control);
+        press(p, control);
+        release(p, control);
+    };
+    setMode(KYTVS_drawStereoUp);
+    click(first, false);
+    click(others.first(), false);
+    const QList<KytStereoBond*> wedges = editor.wedges();
+    if (wedges.isEmpty())
+        return;
+    setAngle(wedges.last(), 0);
+    setMode(KYTVS_drawSimpleBond);
+    for (const QPoint& p : others)
+        click(p, true);
+    click(first, false);
+    setAngle(wedges.last(), 45);
 }
 
 void ModelWalk::drag(KytViewState mode)
@@ -91,7 +126,10 @@ void ModelWalk::drag(KytViewState mode)
     press(from, control);
     QPoint p = from;
     for (int i = chance.below(4); i > 0; --i) {
-        p = mode == KYTVS_rotate && chance.percent(80) ? p + QPoint(chance.between(-6, 6), 0) : somePoint();
+        if (mode == KYTVS_rotate && chance.percent(80))
+            p += QPoint(chance.between(-6, 6), 0);
+        else
+            p = chance.percent(50) ? nearAtom() : somePoint();
         move(p, control);
     }
     release(p, control);
@@ -165,16 +203,7 @@ void ModelWalk::editAtomOrWedge()
 {
     const QList<KytStereoBond*> wedges = editor.wedges();
     if (chance.percent(70) && !wedges.isEmpty()) {
-        KytStereoBond* wedge = wedges[chance.below(int(wedges.size()))];
-        const auto angle = float(chance.oneOf({-5, 0, 0, 1, 30, 45, 60, 89, 90}));
-        const int bond = numberOf(wedge->bond, model);
-        act(
-            QStringLiteral("angle %1 of bond %2").arg(angle).arg(bond), [&] { model.setAngle(bond, angle); },
-            [&] {
-                editor.view->settleGesture();
-                wedge->setAngle(angle);
-                editor.view->recordStep("angle");
-            });
+        setAngle(wedges[chance.below(int(wedges.size()))], float(chance.oneOf({-5, 0, 0, 1, 30, 45, 60, 89, 90})));
     } else if (!model.drawing.atoms.empty()) {
         const int index = chance.below(int(model.drawing.atoms.size()));
         const int atom = std::next(model.drawing.atoms.begin(), index)->first;
@@ -188,34 +217,59 @@ void ModelWalk::editAtomOrWedge()
     }
 }
 
+void ModelWalk::setAngle(KytStereoBond* wedge, float angle)
+{
+    if (!found.isEmpty())
+        return;
+    const int bond = numberOf(wedge->bond, model);
+    act(
+        QStringLiteral("angle %1 of bond %2").arg(angle).arg(bond), [&] { model.setAngle(bond, angle); },
+        [&] {
+            editor.view->settleGesture();
+            wedge->setAngle(angle);
+            editor.view->recordStep("angle");
+        });
+}
+
 // ---- where
 
-/// Points of a grid, so that bonds are often exactly horizontal or vertical; atoms; and the middles of bonds.
+/// Atoms, the middles of bonds, and points of a grid.
 QPoint ModelWalk::somePoint()
 {
     const int kind = chance.below(100);
-    if (kind < 55 && !model.drawing.atoms.empty())
+    if (kind < 55)
         return nearAtom();
     if (kind < 75 && !model.drawing.bonds.empty()) {
-        const auto bond = std::next(model.drawing.bonds.begin(), chance.below(int(model.drawing.bonds.size())));
-        const AtomModel& from = model.drawing.atoms.at(bond->second.from);
-        const AtomModel& to = model.drawing.atoms.at(bond->second.to);
-        const QPoint middle = QPointF((from.x + to.x) / 2, (from.y + to.y) / 2).toPoint();
+        const BondModel& bond =
+            std::next(model.drawing.bonds.begin(), chance.below(int(model.drawing.bonds.size())))->second;
+        const QPoint middle = (pointOf(bond.from) + pointOf(bond.to)) / 2;
         if (pointerArea.contains(middle))
             return middle + QPoint(chance.between(-6, 6), chance.between(-6, 6));
     }
-    return {40 + 30 * chance.below(20), 40 + 30 * chance.below(14)};
+    return gridPoint();
 }
 
 QPoint ModelWalk::nearAtom()
 {
-    if (!model.drawing.atoms.empty()) {
-        const auto atom = std::next(model.drawing.atoms.begin(), chance.below(int(model.drawing.atoms.size())));
-        const QPoint there = QPointF(std::floor(atom->second.x), std::floor(atom->second.y)).toPoint();
-        if (pointerArea.contains(there))
-            return chance.percent(70) ? there : there + QPoint(chance.between(-6, 6), chance.between(-6, 6));
-    }
+    if (model.drawing.atoms.empty())
+        return gridPoint();
+    const int index = chance.below(int(model.drawing.atoms.size()));
+    const QPoint there = pointOf(std::next(model.drawing.atoms.begin(), index)->first);
+    if (!pointerArea.contains(there))
+        return gridPoint();
+    return chance.percent(70) ? there : there + QPoint(chance.between(-6, 6), chance.between(-6, 6));
+}
+
+/// So that many bonds are exactly horizontal or vertical.
+QPoint ModelWalk::gridPoint()
+{
     return {40 + 30 * chance.below(20), 40 + 30 * chance.below(14)};
+}
+
+QPoint ModelWalk::pointOf(int atom) const
+{
+    const AtomModel& values = model.drawing.atoms.at(atom);
+    return {static_cast<int>(std::floor(values.x)), static_cast<int>(std::floor(values.y))};
 }
 
 /// What the canvas shows at `p` below the atoms.
@@ -248,11 +302,12 @@ void ModelWalk::act(const QString& text, const std::function<void()>& inModel, c
     inModel();
     inView();
     found = difference(model, *editor.view);
-    count(before, text.section(u' ', 0, 0) + QStringLiteral(" in mode %1").arg(model.mode));
+    count(before, text.section(u' ', 0, 0));
 }
 
 void ModelWalk::count(const DrawingModel& before, const QString& event)
 {
+    ++statistics[event];
     const DrawingModel& after = model.drawing;
     const auto add = [&](const char* what, qint64 times) {
         if (times > 0)
@@ -272,9 +327,9 @@ void ModelWalk::count(const DrawingModel& before, const QString& event)
     add("depths changed", std::count_if(after.atoms.begin(), after.atoms.end(), [&](const auto& entry) {
             return alsoBefore(entry, [](const AtomModel& one, const AtomModel& other) { return one.z != other.z; });
         }));
-    add("bonds in climbing rings", std::count_if(after.bonds.begin(), after.bonds.end(), [&](const auto& entry) {
-            return after.liesInClimbingRing(entry.second);
-        }));
+    add("events in a drawing with a climbing ring",
+        std::any_of(after.bonds.begin(), after.bonds.end(),
+                    [&](const auto& entry) { return after.liesInClimbingRing(entry.second); }));
 }
 
 void ModelWalk::press(QPoint p, bool control)

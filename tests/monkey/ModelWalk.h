@@ -34,16 +34,20 @@ private:
     void step();
     void setMode(KytViewState mode);
     void clickToDraw();
+    void drawRing();
     void drag(KytViewState mode);
     void clickToDelete();
     void changeSwitch();
     void goThroughHistory();
     void changeSelection();
     void editAtomOrWedge();
+    void setAngle(KytStereoBond* wedge, float angle);
     void count(const DrawingModel& before, const QString& event);
 
     QPoint somePoint();
     QPoint nearAtom();
+    QPoint gridPoint();
+    QPoint pointOf(int atom) const;
     HitModel below(QPoint p) const;
     void act(const QString& text, const std::function<void()>& inModel, const std::function<void()>& inView);
     void press(QPoint p, bool control);
