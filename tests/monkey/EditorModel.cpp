@@ -106,6 +106,16 @@ void EditorModel::move(QPoint p, bool control)
         rotateTo(p, control);
 }
 
+void EditorModel::rest(QPoint p)
+{
+    if (isDragging())
+        return;
+    pointer = p;
+    refreshHover(p);
+    if (draws(mode) && isDrawing)
+        moveEnd(p);
+}
+
 void EditorModel::release(QPoint p, bool control)
 {
     pointer = p;
@@ -369,7 +379,7 @@ void EditorModel::deleteSelected(const HitModel& below)
     forgetGone();
     record();
     hovered = -1;
-    refreshHover(pointer);
+    rest(pointer);
 }
 
 void EditorModel::setAngle(int bond, float angle)
@@ -426,14 +436,14 @@ void EditorModel::undo()
     if (underWay && !hasSteps)
         return;
     goTo(state > 0 ? state - 1 : 0);
-    refreshHover(pointer);
+    rest(pointer);
 }
 
 void EditorModel::redo()
 {
     cancel();
     goTo(std::min(state + 1, states.size() - 1));
-    refreshHover(pointer);
+    rest(pointer);
 }
 
 void EditorModel::goTo(std::size_t newState)

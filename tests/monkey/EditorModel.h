@@ -24,6 +24,8 @@ public:
     void press(QPoint p, bool control, const HitModel& below);
     void move(QPoint p, bool control);
     void release(QPoint p, bool control);
+    /// The drawing has moved under the resting pointer, which is now at `p`.
+    void rest(QPoint p);
     /// A press with Shift in view mode on an atom.
     void toggleSelected(int atom);
     void selectAll();

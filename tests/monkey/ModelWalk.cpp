@@ -56,6 +56,8 @@ void ModelWalk::step()
         clickToDelete();
     else if (kind < 92)
         changeSwitch();
+    else if (kind < 93)
+        zoom();
     else if (kind < 94)
         changeSelection();
     else if (kind < 95)
@@ -156,18 +158,31 @@ void ModelWalk::changeSwitch()
             [&] { editor.view->fixedAngleFlag = 1 - editor.view->fixedAngleFlag; });
 }
 
+/// Only in: zoomed out, a click also hits what is near.
+void ModelWalk::zoom()
+{
+    const double factor = std::array{1.0, 1.5, 2.0, 3.0}[std::size_t(chance.below(4))];
+    const QPointF anchor(chance.below(600), chance.below(400));
+    act(
+        QStringLiteral("zoom %1").arg(factor), [] {},
+        [&] {
+            editor.view->zoomTo(factor, anchor);
+            if (const std::optional<QPoint> p = editor.view->pointedAt())
+                model.rest(*p);
+        });
+}
+
 void ModelWalk::goThroughHistory()
 {
-    const int kind = chance.below(100);
-    if (kind < 50)
-        act(
-            "undo", [&] { model.undo(); }, [&] { editor.view->undo(); });
-    else if (kind < 85)
-        act(
-            "redo", [&] { model.redo(); }, [&] { editor.view->redo(); });
-    else
+    if (chance.percent(20))
         act(
             "cancel", [&] { model.cancel(); }, [&] { editor.view->cancelGesture(); });
+    for (int i = chance.between(1, 6); i > 0; --i)
+        act(
+            "undo", [&] { model.undo(); }, [&] { editor.view->undo(); });
+    for (int i = chance.below(7); i > 0; --i)
+        act(
+            "redo", [&] { model.redo(); }, [&] { editor.view->redo(); });
 }
 
 void ModelWalk::changeSelection()
@@ -193,7 +208,7 @@ void ModelWalk::changeSelection()
             continue;
         act(
             QStringLiteral("press %1 %2 shift").arg(p.x()).arg(p.y()), [&] { model.toggleSelected(hit.front()); },
-            [&] { editor.press(p, Qt::ShiftModifier); });
+            [&] { editor.press(shown(p), Qt::ShiftModifier); });
         release(p, false);
     }
 }
@@ -338,7 +353,7 @@ void ModelWalk::press(QPoint p, bool control)
     act(
         QStringLiteral("press %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)),
         [&] { model.press(p, control, below(p)); },
-        [&] { editor.press(p, control ? Qt::ControlModifier : Qt::NoModifier); });
+        [&] { editor.press(shown(p), control ? Qt::ControlModifier : Qt::NoModifier); });
 }
 
 void ModelWalk::move(QPoint p, bool control)
@@ -346,7 +361,7 @@ void ModelWalk::move(QPoint p, bool control)
     pointer = p;
     act(
         QStringLiteral("move %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)), [&] { model.move(p, control); },
-        [&] { editor.move(p, control ? Qt::ControlModifier : Qt::NoModifier); });
+        [&] { editor.move(shown(p), control ? Qt::ControlModifier : Qt::NoModifier); });
 }
 
 void ModelWalk::release(QPoint p, bool control)
@@ -354,5 +369,6 @@ void ModelWalk::release(QPoint p, bool control)
     pointer = p;
     act(
         QStringLiteral("release %1 %2%3").arg(p.x()).arg(p.y()).arg(textOf(control)),
-        [&] { model.release(p, control); }, [&] { editor.release(p, control ? Qt::ControlModifier : Qt::NoModifier); });
+        [&] { model.release(p, control); },
+        [&] { editor.release(shown(p), control ? Qt::ControlModifier : Qt::NoModifier); });
 }

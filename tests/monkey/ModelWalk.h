@@ -38,6 +38,7 @@ private:
     void drag(KytViewState mode);
     void clickToDelete();
     void changeSwitch();
+    void zoom();
     void goThroughHistory();
     void changeSelection();
     void editAtomOrWedge();
@@ -50,6 +51,8 @@ private:
     QPoint pointOf(int atom) const;
     HitModel below(QPoint p) const;
     void act(const QString& text, const std::function<void()>& inModel, const std::function<void()>& inView);
+    /// Where in the view's contents a canvas pixel is shown.
+    QPoint shown(QPoint p) const { return (QPointF(p) * editor.view->zoom()).toPoint(); }
     void press(QPoint p, bool control);
     void move(QPoint p, bool control);
     void release(QPoint p, bool control);
