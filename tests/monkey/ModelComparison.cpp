@@ -11,6 +11,8 @@
 #include <QHash>
 #include <QStringList>
 
+#include <array>
+#include <cstdio>
 #include <iterator>
 
 namespace {
@@ -108,18 +110,32 @@ template <typename Numbers> QString listed(const Numbers& numbers)
     return text;
 }
 
-/// One line for each atom, bond and molecule; coordinates as hexadecimal fractions, which show every bit.
+/// Numbers with as many digits as tell every bit of them.
+QString exactly(double value)
+{
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%.17g", value);
+    return QString::fromLatin1(text.data());
+}
+
+/// One line for each atom, bond and molecule.
 QStringList linesOf(const Numbered& numbered)
 {
     QStringList lines;
     for (const auto& [number, atom] : numbered.drawing.atoms)
-        lines << QString::asprintf("atom %d at %a %a, depth %a, label at %a %a, locked %d, incoming", number, atom.x,
-                                   atom.y, double(atom.z), atom.labelX, atom.labelY, int(atom.locked))
-                + listed(atom.in) + QStringLiteral(", outgoing") + listed(atom.out);
+        lines << QStringLiteral("atom %1 at %2 %3, depth %4, label at %5 %6, locked %7, incoming%8, outgoing%9")
+                     .arg(number)
+                     .arg(exactly(atom.x), exactly(atom.y), exactly(atom.z))
+                     .arg(exactly(atom.labelX), exactly(atom.labelY))
+                     .arg(atom.locked)
+                     .arg(listed(atom.in), listed(atom.out));
     for (const auto& [number, bond] : numbered.drawing.bonds)
-        lines << QString::asprintf("bond %d from %d to %d, length %a, angle %a, drawn", number, bond.from, bond.to,
-                                   double(bond.length), double(bond.angle))
-                + listed(bond.drawn) + QStringLiteral(", kinds") + listed(bond.kinds);
+        lines << QStringLiteral("bond %1 from %2 to %3, length %4, angle %5, drawn%6, kinds%7")
+                     .arg(number)
+                     .arg(bond.from)
+                     .arg(bond.to)
+                     .arg(exactly(bond.length), exactly(bond.angle))
+                     .arg(listed(bond.drawn), listed(bond.kinds));
     for (const std::vector<int>& molecule : numbered.molecules)
         lines << QStringLiteral("molecule") + listed(molecule);
     return lines;
