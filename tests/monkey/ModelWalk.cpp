@@ -19,6 +19,7 @@ const char* textOf(bool control)
 ModelWalk::ModelWalk(quint64 seed)
     : history(editor.doc)
     , chance(seed)
+    , columns(chance.oneOf({5, 8, 14}))
 {
     editor.view->history = &history;
 }
@@ -83,6 +84,9 @@ void ModelWalk::clickToDraw()
     QPoint p = somePoint();
     if (model.mode == KYTVS_zigzag && model.isDrawing) // not too many atoms at once
         p = pointOf(model.startAtom) + QPoint(chance.between(-120, 120), chance.between(-120, 120));
+    const int neighbour = model.isDrawing ? model.drawing.firstNeighbour(model.startAtom) : -1;
+    if (neighbour >= 0 && chance.percent(15)) // one line more
+        p = pointOf(neighbour);
     const bool control = chance.percent(20);
     if (chance.percent(95))
         move(p, control);
@@ -127,11 +131,11 @@ void ModelWalk::drag(KytViewState mode)
         move(from, control);
     press(from, control);
     QPoint p = from;
-    for (int i = chance.below(4); i > 0; --i) {
+    for (int i = chance.oneOf({0, 1, 1, 2, 2, 3}); i > 0; --i) {
         if (mode == KYTVS_rotate && chance.percent(80))
             p += QPoint(chance.between(-6, 6), 0);
         else
-            p = chance.percent(50) ? nearAtom() : somePoint();
+            p = chance.percent(60) ? nearAtom() : somePoint();
         move(p, control);
     }
     release(p, control);
@@ -167,8 +171,8 @@ void ModelWalk::zoom()
         QStringLiteral("zoom %1").arg(factor), [] {},
         [&] {
             editor.view->zoomTo(factor, anchor);
-            if (const std::optional<QPoint> p = editor.view->pointedAt())
-                model.rest(*p);
+            pointer = editor.view->pointedAt().value_or(pointer);
+            model.rest(pointer);
         });
 }
 
@@ -275,10 +279,10 @@ QPoint ModelWalk::nearAtom()
     return chance.percent(70) ? there : there + QPoint(chance.between(-6, 6), chance.between(-6, 6));
 }
 
-/// So that many bonds are exactly horizontal or vertical.
+/// So that many bonds are exactly horizontal or vertical. The fewer points there are, the more atoms merge.
 QPoint ModelWalk::gridPoint()
 {
-    return {40 + 30 * chance.below(20), 40 + 30 * chance.below(14)};
+    return {40 + 30 * chance.below(columns), 40 + 30 * chance.below(columns)};
 }
 
 QPoint ModelWalk::pointOf(int atom) const
@@ -342,9 +346,14 @@ void ModelWalk::count(const DrawingModel& before, const QString& event)
     add("depths changed", std::count_if(after.atoms.begin(), after.atoms.end(), [&](const auto& entry) {
             return alsoBefore(entry, [](const AtomModel& one, const AtomModel& other) { return one.z != other.z; });
         }));
-    add("events in a drawing with a climbing ring",
-        std::any_of(after.bonds.begin(), after.bonds.end(),
-                    [&](const auto& entry) { return after.liesInClimbingRing(entry.second); }));
+    const auto addDrawing = [&](const char* with, auto has) {
+        const bool any =
+            std::any_of(after.bonds.begin(), after.bonds.end(), [&](const auto& entry) { return has(entry.second); });
+        statistics[QStringLiteral("events in a drawing with ") + QLatin1String(with)] += any;
+    };
+    addDrawing("a double or triple bond", [](const BondModel& bond) { return bond.drawn.size() > 1; });
+    addDrawing("a wedge", [](const BondModel& bond) { return bond.isWedge(); });
+    addDrawing("a climbing ring", [&](const BondModel& bond) { return after.liesInClimbingRing(bond); });
 }
 
 void ModelWalk::press(QPoint p, bool control)

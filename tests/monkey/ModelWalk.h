@@ -61,6 +61,7 @@ private:
     KytHistory history;
     EditorModel model;
     Chance chance;
+    int columns; ///< and rows of the grid
     QPoint pointer;
     QString found;
     QStringList done;
