@@ -135,23 +135,50 @@ void DrawingModel::setAngle(int number, float angle)
 {
     BondModel& bond = bonds.at(number);
     bond.angle = angle < 0 ? 0 : angle < 90 ? angle : 89.5F;
+    const std::vector<int> corners = points(bond);
+    const int dx = (corners[2] + corners[4]) / 2 - corners[0];
+    const int dy = (corners[3] + corners[5]) / 2 - corners[1];
+    const double rise = std::tan(double(bond.angle)) * std::sqrt(double(dx * dx + dy * dy));
+    const float start = atoms.at(bond.from).z;
+    setDepth(bond.to, static_cast<float>(start + (bond.kinds[0] == KYTBT_StereoUp ? rise : -rise)));
+}
+
+/// How far the third line lies from the first; the second lies as far on the other side.
+std::pair<double, double> DrawingModel::sideOf(const BondModel& bond) const
+{
     const AtomModel& from = atoms.at(bond.from);
     const AtomModel& to = atoms.at(bond.to);
-    double sideX = 0;
-    double sideY = 0;
-    if (from.x == to.x) {
-        sideX = 6;
-    } else if (from.y == to.y) {
-        sideY = 6;
-    } else {
-        const double slope = (to.y - from.y) / (to.x - from.x);
-        sideX = std::sqrt(30 * slope * slope / (slope * slope + 1));
-        sideY = -sideX / slope;
+    if (from.x == to.x)
+        return {6, 0};
+    if (from.y == to.y)
+        return {0, 6};
+    const double slope = (to.y - from.y) / (to.x - from.x);
+    const double across = std::sqrt(30 * (slope * slope) / (slope * slope + 1));
+    return {across, -across / slope};
+}
+
+std::vector<int> DrawingModel::points(const BondModel& bond) const
+{
+    const AtomModel& from = atoms.at(bond.from);
+    const AtomModel& to = atoms.at(bond.to);
+    const auto [sideX, sideY] = sideOf(bond);
+    std::vector<int> result;
+    const auto add = [&, x = sideX, y = sideY](const AtomModel& atom, int side) {
+        result.push_back(static_cast<int>(atom.x + side * x));
+        result.push_back(static_cast<int>(atom.y + side * y));
+    };
+    if (bond.isWedge()) {
+        add(from, 0);
+        add(to, 1);
+        add(to, -1);
+        return result;
     }
-    const int dx = (static_cast<int>(to.x + sideX) + static_cast<int>(to.x - sideX)) / 2 - static_cast<int>(from.x);
-    const int dy = (static_cast<int>(to.y + sideY) + static_cast<int>(to.y - sideY)) / 2 - static_cast<int>(from.y);
-    const double rise = std::tan(double(bond.angle)) * std::sqrt(double(dx * dx + dy * dy));
-    setDepth(bond.to, static_cast<float>(from.z + (bond.kinds[0] == KYTBT_StereoUp ? rise : -rise)));
+    constexpr int sides[] = {0, -1, 1};
+    for (std::size_t i = 0; i < bond.drawn.size(); ++i) {
+        add(from, sides[i]);
+        add(to, sides[i]);
+    }
+    return result;
 }
 
 bool DrawingModel::carries(const BondModel& bond) const

@@ -3,6 +3,7 @@
 #include "bonds/KytBondType.h"
 
 #include <map>
+#include <utility>
 #include <vector>
 
 /// An atom of a DrawingModel. Coordinates are canvas pixels.
@@ -67,6 +68,8 @@ public:
     int bondBetween(int atom, int other) const;
     /// The atom at the other end of the first incoming or else the first outgoing bond; -1 without bonds.
     int firstNeighbour(int atom) const;
+    /// The end points of the bond's lines, or the corners of its wedge: x and y of each, in whole pixels.
+    std::vector<int> points(const BondModel& bond) const;
     /// Whether no depth propagates along a bond because it would go around a ring forever.
     bool liesInClimbingRing(const BondModel& bond) const;
     /// All atoms connected with `atom`, in the order of creation.
@@ -78,6 +81,7 @@ private:
     void place(int atom, double x, double y);
     void layOutBondsOf(int atom);
     void layOut(int bond);
+    std::pair<double, double> sideOf(const BondModel& bond) const;
     bool carries(const BondModel& bond) const;
     bool depthReaches(int from, int to) const;
     bool areBondedOnlyToEachOther(int one, int other) const;

@@ -21,6 +21,7 @@ namespace {
 /// its molecules.
 struct Numbered {
     DrawingModel drawing;
+    std::map<int, std::vector<int>> points; // of each bond
     std::vector<std::vector<int>> molecules;
 };
 
@@ -49,6 +50,7 @@ Numbered numbered(const DrawingModel& drawing)
         BondModel& copy = result.drawing.bonds[bonds.at(bond)] = values;
         copy.from = atoms.at(values.from);
         copy.to = atoms.at(values.to);
+        result.points[bonds.at(bond)] = drawing.points(values);
     }
     return result;
 }
@@ -74,6 +76,20 @@ BondModel valuesOf(const KytBond* bond, const QList<KytAtom*>& atoms)
     return values;
 }
 
+std::vector<int> pointsOf(const KytBond* bond)
+{
+    QPolygon points;
+    for (const KytBondLine* line : {bond->bond1, bond->bond2, bond->bond3})
+        if (line)
+            points << line->startPoint() << line->endPoint();
+    if (bond->stereoBond)
+        points << bond->stereoBond->points();
+    std::vector<int> result;
+    for (const QPoint p : points)
+        result.insert(result.end(), {p.x(), p.y()});
+    return result;
+}
+
 Numbered numbered(const QCanvas& canvas)
 {
     const QList<KytAtom*> atoms = drawnAtoms(canvas);
@@ -92,6 +108,7 @@ Numbered numbered(const QCanvas& canvas)
         for (const KytBond* bond : atom->outList) {
             values.out.push_back(bonds.value(bond));
             result.drawing.bonds[bonds.value(bond)] = valuesOf(bond, atoms);
+            result.points[bonds.value(bond)] = pointsOf(bond);
         }
     }
     for (const DrawnMolecule& molecule : drawnMolecules(canvas)) {
@@ -130,12 +147,12 @@ QStringList linesOf(const Numbered& numbered)
                      .arg(atom.locked)
                      .arg(listed(atom.in), listed(atom.out));
     for (const auto& [number, bond] : numbered.drawing.bonds)
-        lines << QStringLiteral("bond %1 from %2 to %3, length %4, angle %5, drawn%6, kinds%7")
+        lines << QStringLiteral("bond %1 from %2 to %3, length %4, angle %5, drawn%6 at%7, kinds%8")
                      .arg(number)
                      .arg(bond.from)
                      .arg(bond.to)
                      .arg(exactly(bond.length), exactly(bond.angle))
-                     .arg(listed(bond.drawn), listed(bond.kinds));
+                     .arg(listed(bond.drawn), listed(numbered.points.at(number)), listed(bond.kinds));
     for (const std::vector<int>& molecule : numbered.molecules)
         lines << QStringLiteral("molecule") + listed(molecule);
     return lines;

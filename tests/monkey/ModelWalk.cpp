@@ -119,7 +119,8 @@ void ModelWalk::drawRing()
     for (const QPoint& p : others)
         click(p, true);
     click(first, false);
-    setAngle(wedges.last(), 45);
+    if (chance.percent(70))
+        setAngle(wedges.last(), 45);
 }
 
 void ModelWalk::drag(KytViewState mode)
@@ -336,6 +337,16 @@ void ModelWalk::count(const DrawingModel& before, const QString& event)
     add("atoms gone", qint64(before.atoms.size()) - qint64(after.atoms.size()));
     add("bonds created", qint64(after.bonds.size()) - qint64(before.bonds.size()));
     add("bonds gone", qint64(before.bonds.size()) - qint64(after.bonds.size()));
+    const auto linesIn = [](const DrawingModel& drawing) {
+        qint64 lines = 0;
+        for (const auto& [number, bond] : drawing.bonds)
+            lines += qint64(bond.drawn.size());
+        return lines;
+    };
+    if (after.bonds.size() == before.bonds.size()) {
+        add("lines added to a bond", linesIn(after) - linesIn(before));
+        add("lines taken off a bond", linesIn(before) - linesIn(after));
+    }
     const auto alsoBefore = [&](const auto& entry, auto differs) {
         const auto old = before.atoms.find(entry.first);
         return old != before.atoms.end() && differs(old->second, entry.second);

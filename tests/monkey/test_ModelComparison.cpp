@@ -47,6 +47,8 @@ private slots:
         add("dashes", [](ViewFixture& f) { f.atoms()[0]->outList[0]->bond2->isDashed = false; });
         add("a kind", [](ViewFixture& f) { f.atoms()[0]->outList[0]->bond2Type = KYTBT_SingleBond; });
         add("a line more", [](ViewFixture& f) { f.atoms()[3]->outList[0]->addBond(KYTBT_SingleBond, 60); });
+        add("a line's end", [](ViewFixture& f) { f.lines()[0]->setToPoint(161, 110); });
+        add("a wedge's corner", [](ViewFixture& f) { f.wedges()[0]->setFromPoint(101, 100); });
         add("a bond more", [](ViewFixture& f) { f.looseBond(f.atoms()[0], f.atoms()[3]); });
         add("an atom more", [](ViewFixture& f) { f.atom(400, 400); });
         add("an atom less", [](ViewFixture& f) { delete f.atoms()[4]; });
