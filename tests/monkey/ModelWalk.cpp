@@ -49,6 +49,8 @@ void ModelWalk::step()
         clickToDraw();
     else if (kind < 40)
         drawRing();
+    else if (kind < 44)
+        drawOver();
     else if (kind < 72)
         drag(KYTVS_view);
     else if (kind < 84)
@@ -94,6 +96,24 @@ void ModelWalk::clickToDraw()
     release(p, control);
 }
 
+/// One or two lines more for a bond.
+void ModelWalk::drawOver()
+{
+    if (model.drawing.bonds.empty())
+        return;
+    const int index = chance.below(int(model.drawing.bonds.size()));
+    const BondModel bond = std::next(model.drawing.bonds.begin(), index)->second;
+    act(
+        "cancel", [&] { model.cancel(); }, [&] { editor.view->cancelGesture(); });
+    if (model.drawing.atoms.count(bond.from) == 0 || model.drawing.atoms.count(bond.to) == 0)
+        return;
+    for (int i = chance.between(1, 2); i > 0; --i) {
+        setMode(chance.percent(50) ? KYTVS_drawSimpleBond : KYTVS_drawDashedBond);
+        click(pointOf(bond.from), false);
+        click(pointOf(bond.to), false);
+    }
+}
+
 /// A ring of three or four bonds in one direction. It can only be closed while its wedge is flat.
 void ModelWalk::drawRing()
 {
@@ -103,11 +123,6 @@ void ModelWalk::drawRing()
     const QList<QPoint> others = chance.percent(50)
         ? QList<QPoint>{first + QPoint(30, 0), first + QPoint(15, 25)}
         : QList<QPoint>{first + QPoint(30, 0), first + QPoint(30, 30), first + QPoint(0, 30)};
-    const auto click = [&](QPoint p, bool control) {
-        move(p, control);
-        press(p, control);
-        release(p, control);
-    };
     setMode(KYTVS_drawStereoUp);
     click(first, false);
     click(others.first(), false);
@@ -145,10 +160,7 @@ void ModelWalk::drag(KytViewState mode)
 void ModelWalk::clickToDelete()
 {
     setMode(KYTVS_deleteItem);
-    const QPoint p = somePoint();
-    move(p, false);
-    press(p, false);
-    release(p, false);
+    click(chance.percent(60) ? onBond() : somePoint(), false);
 }
 
 void ModelWalk::changeSwitch()
@@ -259,14 +271,18 @@ QPoint ModelWalk::somePoint()
     const int kind = chance.below(100);
     if (kind < 55)
         return nearAtom();
-    if (kind < 75 && !model.drawing.bonds.empty()) {
-        const BondModel& bond =
-            std::next(model.drawing.bonds.begin(), chance.below(int(model.drawing.bonds.size())))->second;
-        const QPoint middle = (pointOf(bond.from) + pointOf(bond.to)) / 2;
-        if (pointerArea.contains(middle))
-            return middle + QPoint(chance.between(-6, 6), chance.between(-6, 6));
-    }
-    return gridPoint();
+    return kind < 75 ? onBond() : gridPoint();
+}
+
+/// On one of the lines, or beside them.
+QPoint ModelWalk::onBond()
+{
+    if (model.drawing.bonds.empty())
+        return gridPoint();
+    const int index = chance.below(int(model.drawing.bonds.size()));
+    const BondModel& bond = std::next(model.drawing.bonds.begin(), index)->second;
+    const QPoint middle = (pointOf(bond.from) + pointOf(bond.to)) / 2;
+    return pointerArea.contains(middle) ? middle + QPoint(chance.between(-7, 7), chance.between(-7, 7)) : gridPoint();
 }
 
 QPoint ModelWalk::nearAtom()
@@ -312,6 +328,13 @@ HitModel ModelWalk::below(QPoint p) const
 }
 
 // ---- events
+
+void ModelWalk::click(QPoint p, bool control)
+{
+    move(p, control);
+    press(p, control);
+    release(p, control);
+}
 
 void ModelWalk::act(const QString& text, const std::function<void()>& inModel, const std::function<void()>& inView)
 {

@@ -34,6 +34,7 @@ private:
     void step();
     void setMode(KytViewState mode);
     void clickToDraw();
+    void drawOver();
     void drawRing();
     void drag(KytViewState mode);
     void clickToDelete();
@@ -46,6 +47,7 @@ private:
     void count(const DrawingModel& before, const QString& event);
 
     QPoint somePoint();
+    QPoint onBond();
     QPoint nearAtom();
     QPoint gridPoint();
     QPoint pointOf(int atom) const;
@@ -53,6 +55,7 @@ private:
     void act(const QString& text, const std::function<void()>& inModel, const std::function<void()>& inView);
     /// Where in the view's contents a canvas pixel is shown.
     QPoint shown(QPoint p) const { return (QPointF(p) * editor.view->zoom()).toPoint(); }
+    void click(QPoint p, bool control);
     void press(QPoint p, bool control);
     void move(QPoint p, bool control);
     void release(QPoint p, bool control);
