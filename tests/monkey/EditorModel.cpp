@@ -297,7 +297,7 @@ void EditorModel::dropAt(QPoint p, bool control)
 {
     hovered = -1;
     for (const int target : atomsAt(p)) {
-        if (target == grabbed || (movesSelection(control) && selected.count(target) > 0))
+        if (target == grabbed || (movesSelection(control) && selected.contains(target)))
             continue;
         drawing.drop(target, grabbed);
         forgetGone();
@@ -327,7 +327,7 @@ void EditorModel::letGo()
 /// A gesture does not outlive its atom.
 void EditorModel::forgetGone()
 {
-    const auto isGone = [this](int atom) { return drawing.atoms.count(atom) == 0; };
+    const auto isGone = [this](int atom) { return !drawing.atoms.contains(atom); };
     if (isGone(startAtom)) {
         startAtom = -1;
         isDrawing = false;
@@ -352,7 +352,7 @@ std::set<int> EditorModel::withLockedMolecule(int atom) const
 void EditorModel::toggleSelected(int atom)
 {
     settle();
-    const bool add = selected.count(atom) == 0;
+    const bool add = !selected.contains(atom);
     for (const int member : withLockedMolecule(atom))
         if (add)
             selected.insert(member);

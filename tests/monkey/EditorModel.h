@@ -67,7 +67,7 @@ private:
     void dropAt(QPoint p, bool control);
     std::set<int> withLockedMolecule(int atom) const;
     /// Without Control, a selected atom takes the selection with it.
-    bool movesSelection(bool control) const { return !control && selected.count(grabbed) > 0; }
+    bool movesSelection(bool control) const { return !control && selected.contains(grabbed); }
     bool isDragging() const { return grabbed >= 0 || grabbedBelow.kind != HitModel::Nothing; }
     void letGo();
     void settle();

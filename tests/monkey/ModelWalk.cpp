@@ -105,7 +105,7 @@ void ModelWalk::drawOver()
     const BondModel bond = std::next(model.drawing.bonds.begin(), index)->second;
     act(
         "cancel", [&] { model.cancel(); }, [&] { editor.view->cancelGesture(); });
-    if (model.drawing.atoms.count(bond.from) == 0 || model.drawing.atoms.count(bond.to) == 0)
+    if (!model.drawing.atoms.contains(bond.from) || !model.drawing.atoms.contains(bond.to))
         return;
     for (int i = chance.between(1, 2); i > 0; --i) {
         setMode(chance.percent(50) ? KYTVS_drawSimpleBond : KYTVS_drawDashedBond);
