@@ -22,6 +22,11 @@ float direction(float x1, float y1, float x2, float y2)
     return static_cast<float>(y2 > y1 ? 2 * pi - slope : -slope);
 }
 
+bool drawsInTwoClicks(KytViewState mode)
+{
+    return mode != KYTVS_view && mode != KYTVS_rotate && mode != KYTVS_deleteItem;
+}
+
 KytBondType kindOf(KytViewState mode)
 {
     switch (mode) {
@@ -73,7 +78,7 @@ int EditorModel::newBond(int from, int to)
 void EditorModel::press(QPoint p, bool control, const HitModel& below)
 {
     pointer = p;
-    if (draws(mode)) {
+    if (drawsInTwoClicks(mode)) {
         click(p, control);
         return;
     }
@@ -98,7 +103,7 @@ void EditorModel::move(QPoint p, bool control)
 {
     pointer = p;
     refreshHover(p);
-    if (draws(mode) && isDrawing)
+    if (drawsInTwoClicks(mode) && isDrawing)
         moveEnd(p);
     if (mode == KYTVS_view && isDragging())
         dragTo(p, control);
@@ -112,7 +117,7 @@ void EditorModel::rest(QPoint p)
         return;
     pointer = p;
     refreshHover(p);
-    if (draws(mode) && isDrawing)
+    if (drawsInTwoClicks(mode) && isDrawing)
         moveEnd(p);
 }
 
