@@ -30,6 +30,12 @@ void BondUpdate::update(KytBond* bond)
         defer(bond);
 }
 
+void BondUpdate::forgetRise(const KytBond* bond)
+{
+    if (walk.hasVisited(bond->mark))
+        affectedBonds[bond->mark.value].riseIsKnown = false;
+}
+
 void BondUpdate::setDepth(KytAtom* atom, float depth)
 {
     if (depth == atom->atomZ)

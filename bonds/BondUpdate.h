@@ -32,6 +32,9 @@ public:
     BondUpdate(const BondUpdate&) = delete;
     BondUpdate& operator=(const BondUpdate&) = delete;
 
+    /// To be called for all bonds of an atom that has moved, before any of them is updated: propagation through one of
+    /// them can reach another.
+    void forgetRise(const KytBond* bond);
     /// To be called after an atom of `bond` has moved or the lines of `bond` have changed.
     void update(KytBond* bond);
     /// Sets the depth of `atom`; `depth` must not be NaN.

@@ -116,6 +116,9 @@ void KytAtom::moveBy(double dx, double dy, BondUpdate& update)
     if (!std::isfinite(dx) || !std::isfinite(dy))
         return;
     QCanvasEllipse::moveBy(dx, dy);
+    for (const QList<KytBond*>* bonds : {&inList, &outList})
+        for (const KytBond* bond : *bonds)
+            update.forgetRise(bond);
     updateBonds(update);
     canvasSymbol->moveBy(dx, dy);
 }

@@ -279,6 +279,34 @@ class test_BondUpdate : public QObject {
     Q_OBJECT
 
 private slots:
+    /// The wedge from `middle` to `side` is reached through the incoming bond of `middle`, which has moved by then.
+    void aMovedMoleculeHasTheDepthsOfAtomsMovedOneByOne()
+    {
+        const auto depthsAfter = [](bool together) {
+            Drawing d;
+            KytAtom* side = d.atom(280, 420);
+            KytAtom* end = d.atom(278, 426);
+            KytAtom* other = d.atom(280, 421);
+            KytAtom* first = d.atom(370, 370);
+            KytAtom* middle = d.atom(371, 367);
+            d.bond(first, middle, {KYTBT_StereoUp});
+            d.bond(middle, side, {KYTBT_StereoUp}, 89.5F);
+            d.bond(middle, other);
+            d.bond(side, end, {KYTBT_StereoUp});
+            d.bond(other, end, {KYTBT_StereoUp});
+            if (together)
+                moveMolecule(*d.canvas(), first->getMolecule(), -91, 53);
+            else
+                for (KytAtom* atom : d.atoms())
+                    atom->moveBy(-91, 53);
+            QList<float> depths;
+            for (const KytAtom* atom : d.atoms())
+                depths.append(atom->atomZ);
+            return depths;
+        };
+        QCOMPARE(depthsAfter(true), depthsAfter(false));
+    }
+
     void depthTravelsDownAChain()
     {
         Drawing d;
