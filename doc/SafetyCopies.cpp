@@ -206,7 +206,7 @@ std::string writeCopy(const fs::path& folder, const std::string& text)
         const timespec seconds = {time / 1000, time % 1000 * 1'000'000};
         const std::array times = {seconds, seconds};
         futimens(file, times.data());
-        const std::string name = nameAt(time, offsetAt(time));
+        std::string name = nameAt(time, offsetAt(time));
         if (renameToUnused(unfinished, folder / name))
             return name;
         if (errno != EEXIST)

@@ -83,9 +83,9 @@ start_program() {
     printf '#!/bin/sh\nexec sleep 120\n' >"$work/bin/kytconvert"
     chmod +x "$work/bin/kytconvert"
     mkdir -p "$state" "$work/home"
-    # The shell lets what runs in the background ignore two of the signals.
+    # In the background, the shell lets some of the signals be ignored.
     HOME=$work/home XDG_STATE_HOME=$state KYTSTUDIO_OPEN=$drawing ENDS_MARK=$work \
-        env --default-signal=INT,QUIT "$work/bin/kytstudio" >"$work/output" 2>&1 &
+        env --default-signal=HUP,INT,QUIT "$work/bin/kytstudio" >"$work/output" 2>&1 &
     program=$!
     until_true shown "^$drawing\$" || fail "the program did not start"
     window=$(xdotool search --onlyvisible --name "^$drawing\$" | head -n 1)
