@@ -5,13 +5,16 @@
 
 #include <QActionGroup>
 #include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QUrl>
 #include <QWhatsThis>
 #include <QWheelEvent>
 
@@ -308,6 +311,9 @@ bool Monkey::perform(const Step& step)
     case StepKind::Tidy:
         clearIfLarger(n[0]);
         break;
+    case StepKind::Transfer:
+        transfer(step);
+        return true;
     case StepKind::Viewer:
         openViewer(n[0]);
         return true;
@@ -571,6 +577,25 @@ void Monkey::pressKey(const Step& step)
     QTest::keyClick(target, key, modifiersOf(step.numbers[1]));
 }
 
+void Monkey::transfer(const Step& step)
+{
+    QWidget* viewport = (*window)->view->viewport();
+    const QPoint place(step.numbers[2], step.numbers[3]);
+    QApplication::setActiveWindow((*window).get());
+    if (step.numbers[0] == 0) {
+        QTest::keyClick(viewport, Qt::Key_C, Qt::ControlModifier);
+    } else if (step.numbers[0] == 1) {
+        QTest::keyClick(viewport, Qt::Key_Insert, Qt::ShiftModifier);
+    } else {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(folder.fileName(step.numbers[1]))});
+        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(viewport, &enter);
+        QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(viewport, &drop);
+    }
+}
+
 void Monkey::setFixedValues(int angle, int length)
 {
     (*window)->view->fixedAngleValue = chosen(angleSteps, angle);
@@ -587,6 +612,10 @@ void Monkey::scroll(int horizontal, int vertical)
 
 void Monkey::goThroughHistory(int how)
 {
+    // What was pasted or dropped may have been added by the event loop since the last step.
+    found = historyRules->firstFault();
+    if (!found.isEmpty())
+        return;
     if (how == 0)
         (*window)->view->undo();
     else if (how == 1)

@@ -60,6 +60,7 @@ private:
     void pressToolButton(int which);
     void openMenu(int which);
     void pressKey(const Step& step);
+    void transfer(const Step& step);
     void setFixedValues(int angle, int length);
     void scroll(int horizontal, int vertical);
     void goThroughHistory(int how);

@@ -13,7 +13,7 @@ const std::array<QString, stepKinds> names = {
     QStringLiteral("shortcut"), QStringLiteral("fixedvalues"), QStringLiteral("scroll"),     QStringLiteral("resize"),
     QStringLiteral("focus"),    QStringLiteral("windowstate"), QStringLiteral("repaint"),    QStringLiteral("settle"),
     QStringLiteral("tidy"),     QStringLiteral("viewer"),      QStringLiteral("history"),    QStringLiteral("zoom"),
-    QStringLiteral("cancel"),   QStringLiteral("type"),        QStringLiteral("select"),
+    QStringLiteral("cancel"),   QStringLiteral("type"),        QStringLiteral("select"),     QStringLiteral("transfer"),
 };
 
 std::optional<Step> stepFromLine(const QString& line)

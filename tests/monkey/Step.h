@@ -35,9 +35,10 @@ enum class StepKind {
     Cancel,      ///< Escape
     Type,        ///< which letter, from 0, or Delete or Backspace: a key on what is under the pointer
     Select,      ///< 0 nothing, 1 all atoms
+    Transfer,    ///< 0 copied, 1 pasted, 2 a file dropped; which file, place in the view
 };
 
-constexpr int stepKinds = static_cast<int>(StepKind::Select) + 1;
+constexpr int stepKinds = static_cast<int>(StepKind::Transfer) + 1;
 
 /// Where on the canvas a step acts. Coordinates are pixels of the viewport.
 enum class PlaceKind {

@@ -52,7 +52,7 @@ private:
             {9, &Generator::rotate},      {13, &Generator::deleteItems}, {7, &Generator::askProperties},
             {3, &Generator::addMolecule}, {6, &Generator::fileCommand},  {3, &Generator::setFixedDrawing},
             {6, &Generator::makeNoise},   {7, &Generator::interrupt},    {6, &Generator::goBack},
-            {5, &Generator::typeElement}, {8, &Generator::selectAtoms},
+            {5, &Generator::typeElement}, {8, &Generator::selectAtoms},  {6, &Generator::transfer},
         };
         int all = 0;
         for (const Choice& choice : choices)
@@ -218,6 +218,22 @@ private:
             add(StepKind::History, {0});
         for (int i = chance.below(back + 2); i > 0; --i)
             add(StepKind::History, {1});
+    }
+
+    /// A file dropped, or the selection or the drawing copied and pasted, perhaps later or several times.
+    void transfer()
+    {
+        const auto add = [this](int how) {
+            this->add(StepKind::Transfer, {how, salt(), chance.below(viewWidth), chance.below(viewHeight)});
+        };
+        if (chance.percent(25)) {
+            add(2);
+            return;
+        }
+        if (chance.percent(70))
+            add(0);
+        for (int i = chance.below(3); i > 0; --i)
+            add(1);
     }
 
     void askProperties()
