@@ -204,6 +204,8 @@ one_case() {
     start_program
     case $end in KILL | memory) sleep 31 ;; esac # until the copy that is made without being asked for
     enter_state "$state_name"
+    # A copy that is made without being asked for is older than the gesture.
+    case $end in KILL | memory) cp "$drawing" "$expected" ;; esac
     local start mustEnd=1 problems=() took used
     start=$(date +%s%N)
     act "$end" "$state_name" || mustEnd=
@@ -223,7 +225,12 @@ one_case() {
         took="works on, $((used / 2)) % of a processor"
         xdotool mouseup 1
         kill -TERM "$program"
-        until_true ended || problems+=("does not end afterwards")
+        if [ "$end" = memory ]; then
+            # The toolkit may hang without memory; a second signal ends the program then.
+            sleep 2
+            kill -TERM "$program" 2>/dev/null
+        fi
+        until_true ended || { problems+=("does not end afterwards"); kill -KILL "$program"; }
     fi
     check_left
     printf '%-9s %-8s %-42s %s\n' "$end" "$state_name" "$took" "${problems[*]:-copy $copy, nothing left}"
