@@ -54,12 +54,12 @@ ended() { [ ! -d "/proc/$program" ] || [ "$(cut -d' ' -f3 "/proc/$program/stat" 
 focused() { [ "$(xdotool getwindowfocus)" = "$1" ]; }
 key() {
     xdotool key --clearmodifiers "$@"
-    sleep 0.2
+    sleep $pause
 }
 # Moves the pointer to a point of the canvas.
 point() {
     xdotool mousemove --window "$window" $(($1 + canvas_x)) $(($2 + canvas_y))
-    sleep 0.2
+    sleep $pause
 }
 processor_time() { awk '{print $14 + $15}' "/proc/$program/stat"; } # in hundredths of a second
 copies() { find "$copies" -maxdepth 1 -name '*.kyt' 2>/dev/null; }
@@ -91,7 +91,7 @@ start_program() {
     window=$(xdotool search --onlyvisible --name "^$drawing\$" | head -n 1)
     xdotool windowactivate "$window"
     until_true focused "$window" || fail "the window has no focus"
-    sleep 0.3
+    sleep $pause
 }
 
 enter_state() {
@@ -188,6 +188,8 @@ fail() {
 # Prints a line; fails if something is not as it must be.
 one_case() {
     end=$1 state_name=$2 program_file=$3 most_time=$4 # in hundredths of a second
+    pause=0.3                                                        # for the program to react
+    [ "$most_time" -le 200 ] || pause=1
     converter=$(dirname "$program_file")/kytconvert
     work=$(mktemp -d)
     state=$work/state copies=$work/state/kytstudio drawing=$work/drawing.kyt expected=$work/expected.kyt
@@ -249,7 +251,9 @@ check_left() {
             problems+=("still runs: $(tr '\0' ' ' <"$process/cmdline")")
         fi
     done
-    ! grep -q 'Sanitizer\|runtime error' "$work/output" || problems+=("$(grep -m1 'Sanitizer\|runtime error' "$work/output")")
+    # What is not freed when the X server is lost, in the middle of anything, is no leak.
+    found=$(grep -m1 'AddressSanitizer\|runtime error' "$work/output")
+    [ -z "$found" ] || problems+=("$found")
     [ "$(tail -n 1 "$drawing")" = END_KYTFILE ] || problems+=("the document is not whole")
 }
 

@@ -26,6 +26,11 @@ QByteArray HistoryRules::drawing() const
     return digest.result();
 }
 
+bool HistoryRules::hasNewSteps() const
+{
+    return window->view->history->recordCount() != knownRecords;
+}
+
 QString HistoryRules::firstFault()
 {
     const KytHistory& history = *window->view->history;

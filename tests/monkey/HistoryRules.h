@@ -12,6 +12,9 @@ public:
     /// `window` must live as long as the rules are asked.
     explicit HistoryRules(KytStudioApp* window);
 
+    /// Whether steps have been made since the last call of firstFault.
+    bool hasNewSteps() const;
+
     /// To be called after everything that may have made a step. Says what is wrong, or nothing.
     QString firstFault();
 

@@ -11,6 +11,7 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <iterator>
@@ -188,7 +189,10 @@ QStringList linesOf(const KytStudioView& view)
     QList<qsizetype> selected;
     for (KytAtom* atom : view.selectedAtoms())
         selected.append(atoms.indexOf(atom));
-    const auto index = [&](const QCanvasItem* item) { return atoms.indexOf(static_cast<const KytAtom*>(item)); };
+    const auto index = [&](const QCanvasItem* item) {
+        const auto found = std::find(atoms.begin(), atoms.end(), item); // which may be no atom
+        return found == atoms.end() ? -1 : found - atoms.begin();
+    };
     return linesOf(numbered(canvas)) << QStringLiteral("%1 lines and wedges")
                                             .arg(itemsOf<KytBondLine>(&canvas).size()
                                                  + itemsOf<KytStereoBond>(&canvas).size())

@@ -208,6 +208,11 @@ void Monkey::goOn()
         if (progress)
             progress(next);
         alarm(longestStep);
+        // What was pasted or dropped may have been added by the event loop since the last step.
+        if (historyRules->hasNewSteps())
+            check();
+        if (!found.isEmpty())
+            break;
         const Census before = rules->census();
         const KytViewState mode = (*window)->view->canvasState;
         const bool loopNext = perform(step);
@@ -612,10 +617,6 @@ void Monkey::scroll(int horizontal, int vertical)
 
 void Monkey::goThroughHistory(int how)
 {
-    // What was pasted or dropped may have been added by the event loop since the last step.
-    found = historyRules->firstFault();
-    if (!found.isEmpty())
-        return;
     if (how == 0)
         (*window)->view->undo();
     else if (how == 1)
