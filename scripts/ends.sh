@@ -77,6 +77,7 @@ copy_equals() {
 canvas_x=40 canvas_y=106 # where the canvas begins in a window of the first size
 
 start_program() {
+    cd "$root" || fail "no folder $root" # whose icons give the tool bars their size
     mkdir "$work/bin"
     cp "$program_file" "$work/bin/kytstudio"
     # A converter that takes long, in place of the one beside the program.
@@ -252,7 +253,7 @@ check_left() {
         fi
     done
     # What is not freed when the X server is lost, in the middle of anything, is no leak.
-    found=$(grep -m1 'AddressSanitizer\|runtime error' "$work/output")
+    found=$(grep -m1 'ERROR: AddressSanitizer\|runtime error' "$work/output")
     [ -z "$found" ] || problems+=("$found")
     [ "$(tail -n 1 "$drawing")" = END_KYTFILE ] || problems+=("the document is not whole")
 }
@@ -299,7 +300,7 @@ main() {
             fi
             ;;
         esac
-        "${wrapper[@]}" "$root/tests/on_screen" "$0" --one "$end" "$state" "$program" $most_time 2>/dev/null || failed=$((failed + 1))
+        "${wrapper[@]}" "$root/tests/on_screen" "$root/scripts/ends.sh" --one "$end" "$state" "$program" $most_time 2>/dev/null || failed=$((failed + 1))
     done
     echo "${#pairs[@]} ends, $failed failed"
     [ $failed -eq 0 ]
