@@ -91,13 +91,13 @@ QString KytStudioApp::abandonedCopyText() const
 /// newest one that differs from the drawing.
 std::optional<SafetyCopy> KytStudioApp::nextCopy() const
 {
+    if (!lastOpened && abandonedCopy && QFile::exists(abandonedCopy->fileName))
+        return abandonedCopy;
     const QList<SafetyCopy> all = safetyCopies.available();
     const QByteArray drawing = workspaceText(*doc->canvas);
     const auto isNext = [&](const SafetyCopy& copy) {
         if (lastOpened)
             return copy.created < lastOpened->created;
-        if (abandonedCopy)
-            return copy.fileName == abandonedCopy->fileName;
         QFile file(copy.fileName);
         return file.open(QIODevice::ReadOnly) && file.readAll() != drawing;
     };

@@ -189,7 +189,7 @@ fail() {
 # Prints a line; fails if something is not as it must be.
 one_case() {
     end=$1 state_name=$2 program_file=$3 most_time=$4 # in hundredths of a second
-    pause=0.3                                                        # for the program to react
+    pause=0.3 # for the program to react
     [ "$most_time" -le 200 ] || pause=1
     converter=$(dirname "$program_file")/kytconvert
     work=$(mktemp -d)

@@ -351,29 +351,37 @@ private slots:
 
     void searchForANameEnds()
     {
-        const StateHome state;
-        const QDateTime begin = QDateTime::currentDateTimeUtc();
-        for (int i = 0; i < 6000; ++i)
-            state.put(begin.addMSecs(i).toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"), "other", begin.addYears(-1));
         const TimeZone zone("UTC0");
-        SafetyCopies copies;
-        if (begin.msecsTo(QDateTime::currentDateTimeUtc()) > 4000)
-            QSKIP("the machine is too slow to take the names of the next second");
-        QVERIFY(!copies.keep(*OneAtom("C").canvas()).isEmpty());
-        QCOMPARE(state.everything().size(), 6000);
+        const StateHome state;
+        const QDateTime longAgo = QDateTime::currentDateTimeUtc().addYears(-1);
+        qsizetype taken = 0;
+        // All names of the next seconds, however long it takes to make them.
+        for (QDateTime time = QDateTime::currentDateTimeUtc(); time < QDateTime::currentDateTimeUtc().addMSecs(4000);
+             time = time.addMSecs(1)) {
+            state.put(time.toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"), "other", longAgo);
+            ++taken;
+        }
+        QVERIFY(!SafetyCopies().keep(*OneAtom("C").canvas()).isEmpty());
+        QCOMPARE(state.everything().size(), taken);
     }
 
     void automaticCopyReplacesTheOneBefore()
     {
         const StateHome state;
         SafetyCopies copies;
+        // In one moment, a new copy could get the name of the one that was replaced, before those of others.
+        const auto later = [] { QTest::qWait(5); };
         copies.keepAutomatically(*OneAtom("C").canvas());
+        later();
         copies.keepAutomatically(*OneAtom("N").canvas());
         QCOMPARE(state.texts(), QStringList{workspaceOf("N")});
+        later();
         copies.keep(*OneAtom("O").canvas());
         QCOMPARE(state.texts(), QStringList{workspaceOf("O")});
+        later();
         copies.keepAutomatically(*OneAtom("S").canvas());
         copies.keep(*OneAtom("S").canvas()); // makes it a copy that stays
+        later();
         copies.keepAutomatically(*OneAtom("P").canvas());
         QCOMPARE(state.texts(), QStringList({workspaceOf("O"), workspaceOf("S"), workspaceOf("P")}));
     }
