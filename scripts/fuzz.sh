@@ -15,7 +15,7 @@ time. Inputs that reach new code are kept in build/fuzz/corpus for the next run.
 fail end the run of their target and are copied to tests/fuzz/found, which ./test.sh replays.
 
 Inputs have at most 1024 bytes, those that are drawn in the editor (the first four targets)
-512. KYTSTUDIO_FUZZ_MAX_LEN sets another limit.
+512, and workspaces that are only read 384. KYTSTUDIO_FUZZ_MAX_LEN sets another limit.
 
   --keep   add the inputs that increase the coverage of tests/fuzz/corpus to it
   --help   show this text
@@ -58,10 +58,19 @@ last_number() {
 }
 
 # draws_in_editor TARGET: whether its inputs are drawn in the editor. These are shorter: many atoms take long and tell
-# nothing more. No leak in these targets has to be recognised by its stack, as those in RDKit have; longer stacks and a
-# larger quarantine would take a third of the time.
+# nothing more. No leak in these targets has to be recognised by its stack, as those in RDKit have; stacks of blocks and
+# a larger quarantine would take a third of the time. replay_* with the input of a fault shows the stacks.
 draws_in_editor() {
     [[ $1 =~ ^(workspace|tree|editing|clipboard)$ ]]
+}
+
+# length_limit TARGET: prints how many bytes an input may have.
+length_limit() {
+    case $1 in
+    workspace) echo 384 ;;
+    tree | editing | clipboard) echo 512 ;;
+    *) echo 1024 ;;
+    esac
 }
 
 # fuzz TARGET: runs one target; fails if an input fails.
@@ -72,14 +81,13 @@ fuzz() {
     mkdir -p "$corpus" "$found"
     rm -rf "$new"
     mkdir -p "$new"
-    local length=1024
     export ASAN_OPTIONS=malloc_context_size=5:quarantine_size_mb=8
     if draws_in_editor "$target"; then
-        length=512
-        export ASAN_OPTIONS=malloc_context_size=1:quarantine_size_mb=1:thread_local_quarantine_size_kb=16
+        export ASAN_OPTIONS=malloc_context_size=0:quarantine_size_mb=1:thread_local_quarantine_size_kb=16
     fi
     say "Fuzzing $target for ${seconds:-60} seconds; log: $log"
-    local passed=yes
+    local passed=yes length
+    length=$(length_limit "$target")
     # Choosing inputs by the rarity of their features (-entropic) takes longer than running them.
     "$program" -max_total_time="${seconds:-60}" -max_len="${KYTSTUDIO_FUZZ_MAX_LEN:-$length}" -timeout=60 \
         -entropic=0 -rss_limit_mb=4096 -print_final_stats=1 -dict=tests/fuzz/kyt.dict -artifact_prefix="$new/" \

@@ -28,6 +28,14 @@ KytStudioDoc* idleDocument()
     return document;
 }
 
+/// Keeps the layouts of frequent labels. Otherwise every input would lay out its own, since a layout is deleted with
+/// the last label that uses it.
+void keepLabelLayouts()
+{
+    for (const char* symbol : {"C", "H", "N", "O", "S"})
+        (new QCanvasText(QString::fromLatin1(symbol), nullptr))->boundingRect();
+}
+
 } // namespace
 
 void demand(bool holds, const char* rule)
@@ -67,4 +75,5 @@ void startApplication()
     qputenv("QT_QPA_PLATFORM", "minimal");
     QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
     new QApplication(argc, argv);
+    keepLabelLayouts();
 }
