@@ -10,7 +10,8 @@ Usage: scripts/monkey.sh [--asan] [--model] [STEPS] [FIRST_SEED]
 
 Runs random clicks, keys and commands on the editor's main window, on a virtual screen:
 STEPS steps in total (default: 100000), 4000 per seed, starting with FIRST_SEED
-(default: 1). The invariants of the drawing are checked after every step.
+(default: 1). The invariants of the drawing are checked after every step. Two seeds run
+at a time: two editors on one screen, which share the folder of safety copies.
 
 If a check fails, or the program crashes, hangs or leaks memory, prints the command that
 reproduces the failure, reduces it to the shortest sequence of steps, and saves that in
@@ -61,4 +62,4 @@ if [ "$model" ]; then
 fi
 say "Running $seeds seeds of $per_seed steps, starting with seed $first_seed"
 exec "$root/tests/on_screen" "$root/build/$preset/tests/monkey/monkey" --seed "$first_seed" --seeds "$seeds" \
-    --steps "$per_seed" --keep "$root/build/monkey"
+    --together 2 --steps "$per_seed" --keep "$root/build/monkey"

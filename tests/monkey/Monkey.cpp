@@ -209,8 +209,9 @@ void Monkey::goOn()
             progress(next);
         alarm(longestStep);
         // What was pasted or dropped may have been added by the event loop since the last step.
-        if (historyRules->hasNewSteps())
-            check();
+        checkNewSteps();
+        clearIfLarger(mostAtoms);
+        checkNewSteps();
         if (!found.isEmpty())
             break;
         const Census before = rules->census();
@@ -237,7 +238,6 @@ void Monkey::finish()
 bool Monkey::perform(const Step& step)
 {
     ++statistics[QStringLiteral("step ") + nameOf(step.kind)];
-    clearIfLarger(mostAtoms);
     const auto& n = step.numbers;
     switch (step.kind) {
     case StepKind::Press:
@@ -352,6 +352,13 @@ void Monkey::clearIfLarger(int atoms)
     (*window)->fileNew->trigger();
 }
 
+/// Several steps of the history at once, as one step of the monkey, could not be told apart.
+void Monkey::checkNewSteps()
+{
+    if (historyRules->hasNewSteps())
+        check();
+}
+
 void Monkey::check()
 {
     // A popup that is left open would be in the way of nothing but the windows to come.
@@ -363,6 +370,8 @@ void Monkey::check()
         found = rules->firstFault();
     if (found.isEmpty())
         found = historyRules->firstFault();
+    if (found.isEmpty())
+        found = neighbour.fault(*(*window)->view->canvas());
     if (found.isEmpty())
         found = plantedFault();
 }
@@ -591,6 +600,10 @@ void Monkey::transfer(const Step& step)
         QTest::keyClick(viewport, Qt::Key_C, Qt::ControlModifier);
     } else if (step.numbers[0] == 1) {
         QTest::keyClick(viewport, Qt::Key_Insert, Qt::ShiftModifier);
+    } else if (step.numbers[0] == 3) {
+        QTest::keyClick(viewport, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+    } else if (step.numbers[0] == 4) {
+        QTest::keyClick(viewport, Qt::Key_L, Qt::ControlModifier);
     } else {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(folder.fileName(step.numbers[1]))});

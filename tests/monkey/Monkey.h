@@ -4,6 +4,7 @@
 #include "tests/monkey/EditorRules.h"
 #include "tests/monkey/HistoryRules.h"
 #include "tests/monkey/MonkeyFolder.h"
+#include "tests/monkey/NeighbourCopies.h"
 #include "tests/monkey/Step.h"
 
 #include <functional>
@@ -46,6 +47,7 @@ private:
     bool perform(const Step& step);
     void clearIfLarger(int atoms);
     void check();
+    void checkNewSteps();
     void countMessage(const QString& text);
     void countOutcome(const Step& step, const Census& before, KytViewState mode);
     QString plantedFault() const;
@@ -78,6 +80,7 @@ private:
     std::unique_ptr<EditorRules> rules;
     std::unique_ptr<HistoryRules> historyRules;
     std::unique_ptr<Answers> answers;
+    const NeighbourCopies neighbour;
     NoThirdDimension noThirdDimension;
     Qt::MouseButtons held;
     int next = 0;

@@ -35,7 +35,8 @@ enum class StepKind {
     Cancel,      ///< Escape
     Type,        ///< which letter, from 0, or Delete or Backspace: a key on what is under the pointer
     Select,      ///< 0 nothing, 1 all atoms
-    Transfer,    ///< 0 copied, 1 pasted, 2 a file dropped; which file, place in the view
+    Transfer,    ///< 0 copied, 1 pasted, 2 a file dropped, 3 a safety copy opened, 4 the molecule under the pointer
+                 ///< laid out; which file, place in the view
 };
 
 constexpr int stepKinds = static_cast<int>(StepKind::Transfer) + 1;

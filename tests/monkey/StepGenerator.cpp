@@ -220,14 +220,17 @@ private:
             add(StepKind::History, {1});
     }
 
-    /// A file dropped, or the selection or the drawing copied and pasted, perhaps later or several times.
+    /// A file dropped, safety copies opened, a molecule laid out, or the selection or the drawing copied and pasted,
+    /// perhaps later or several times.
     void transfer()
     {
         const auto add = [this](int how) {
             this->add(StepKind::Transfer, {how, salt(), chance.below(viewWidth), chance.below(viewHeight)});
         };
-        if (chance.percent(25)) {
-            add(2);
+        if (chance.percent(40)) {
+            const int how = chance.oneOf({2, 2, 2, 3, 4});
+            for (int i = how == 3 ? 1 + chance.below(3) : 1; i > 0; --i)
+                add(how);
             return;
         }
         if (chance.percent(70))

@@ -3,6 +3,7 @@
 /// sequence that shows it.
 
 #include "tests/monkey/Monkey.h"
+#include "tests/monkey/NeighbourCopies.h"
 #include "tests/monkey/Shrink.h"
 #include "tests/monkey/StepGenerator.h"
 
@@ -14,10 +15,14 @@
 #include <QRegularExpression>
 #include <QTemporaryFile>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 #include <unistd.h>
 
@@ -36,6 +41,7 @@ struct Options {
     quint64 firstSeed = 1;
     int seeds = 1;
     int steps = 2000;
+    int together = 1;
     int shrinkSeconds = 300;
     bool play = false;
     QString file;
@@ -61,6 +67,7 @@ Options optionsOf(const QCoreApplication& application)
     const QCommandLineOption seed("seed", "The first seed.", "number", "1");
     const QCommandLineOption seeds("seeds", "How many seeds.", "number", "1");
     const QCommandLineOption steps("steps", "Steps for each seed.", "number", "2000");
+    const QCommandLineOption together("together", "How many seeds at a time, on one display.", "number", "1");
     const QCommandLineOption file("file", "Takes the steps from a file, not from seeds.", "file");
     const QCommandLineOption play("play", "Plays in this process, for a debugger, and shrinks nothing.");
     const QCommandLineOption progress("progress", "With --play: keeps the number of the step here.", "file");
@@ -71,7 +78,7 @@ Options optionsOf(const QCoreApplication& application)
     const QCommandLineOption hangWedges("hang-wedges", "Planted: more wedges make it hang.", "number");
     const QCommandLineOption leak("lose-memory", "Planted: every chain loses memory.");
     parser.addOptions(
-        {seed, seeds, steps, file, play, progress, keep, shrink, mostAtoms, crashBonds, hangWedges, leak});
+        {seed, seeds, steps, together, file, play, progress, keep, shrink, mostAtoms, crashBonds, hangWedges, leak});
     parser.process(application);
 
     Options options;
@@ -81,6 +88,7 @@ Options optionsOf(const QCoreApplication& application)
     options.shrinkSeconds = parser.value(shrink).toInt();
     options.play = parser.isSet(play);
     options.file = parser.value(file);
+    options.together = std::max(1, parser.value(together).toInt());
     options.progressFile = parser.value(progress);
     options.keep = parser.value(keep);
     const auto plant = [&](const QCommandLineOption& option, int& number) {
@@ -117,6 +125,9 @@ int playHere(int argc, char** argv, const Options& options)
 {
     std::signal(SIGXFSZ, SIG_IGN);
     alarm(longestStart);
+#ifdef KYTSTUDIO_CONVERTER_FOLDER
+    qputenv("PATH", KYTSTUDIO_CONVERTER_FOLDER ":" + qgetenv("PATH"));
+#endif
     const Steps steps = stepsOf(options);
 
     QFile progressFile(options.progressFile);
@@ -208,6 +219,7 @@ void shrinkInto(const QString& fileName, const Options& options, const Trial& fa
             return playSteps(options, fewer).kind == failed.kind;
         },
         [&] { return !deadline.hasExpired(); });
+    QDir().mkpath(QFileInfo(fileName).path());
     writeFile(fileName, "# " + failed.fault.toUtf8() + '\n' + toText(few).toUtf8());
     print(QStringLiteral("%1 of its steps are enough (%2 after %3 trials), in %4:\n")
               .arg(few.size())
@@ -233,8 +245,16 @@ void report(const Options& options, const QString& source, const QStringList& so
                    steps);
 }
 
-/// Plays from one source of steps; true when all went well.
-bool watch(const Options& options, Statistics& statistics)
+/// What several sequences add to, each in a thread.
+struct Totals {
+    std::mutex mutex;
+    Statistics statistics;
+    int started = 0;
+    int failures = 0;
+};
+
+/// Plays from one source of steps.
+void watch(const Options& options, Totals& totals)
 {
     const QString source = options.file.isEmpty() ? QStringLiteral("seed %1").arg(options.firstSeed)
                                                   : QStringLiteral("file %1").arg(QFileInfo(options.file).baseName());
@@ -245,16 +265,17 @@ bool watch(const Options& options, Statistics& statistics)
     QElapsedTimer clock;
     clock.start();
     const Trial trial = play(options, arguments);
+    const std::lock_guard<std::mutex> lock(totals.mutex);
     if (!trial.fault.isEmpty()) {
+        ++totals.failures;
         report(options, source, arguments, trial, steps);
-        return false;
+        return;
     }
-    addText(statistics, trial.output);
+    addText(totals.statistics, trial.output);
     print(QStringLiteral("%1: %2 steps in %3 s\n")
               .arg(source)
               .arg(trial.step + 1)
               .arg(clock.elapsed() / 1000.0, 0, 'f', 1));
-    return true;
 }
 
 qint64 stepsIn(const Statistics& statistics)
@@ -268,16 +289,35 @@ qint64 stepsIn(const Statistics& statistics)
 
 int watchAll(const Options& options)
 {
-    Statistics statistics;
-    int failures = 0;
-    Options one = options;
-    for (int i = 0; i < (options.file.isEmpty() ? options.seeds : 1); ++i) {
-        one.firstSeed = options.firstSeed + static_cast<quint64>(i);
-        failures += !watch(one, statistics);
+    NeighbourCopies neighbour;
+    if (!neighbour.write()) {
+        print(QStringLiteral("the copies of a neighbour cannot be written\n"));
+        return 2;
     }
-    print(toText(statistics));
-    print(QStringLiteral("%1 steps without a fault, %2 sequences failed\n").arg(stepsIn(statistics)).arg(failures));
-    return failures > 0 ? 1 : 0;
+    Totals totals;
+    const int sequences = options.file.isEmpty() ? options.seeds : 1;
+    const auto playNext = [&] {
+        for (;;) {
+            Options one = options;
+            {
+                const std::lock_guard<std::mutex> lock(totals.mutex);
+                if (totals.started == sequences)
+                    return;
+                one.firstSeed += static_cast<quint64>(totals.started++);
+            }
+            watch(one, totals);
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int i = 0; i < options.together; ++i)
+        threads.emplace_back(playNext);
+    for (std::thread& thread : threads)
+        thread.join();
+    print(toText(totals.statistics));
+    print(QStringLiteral("%1 steps without a fault, %2 sequences failed\n")
+              .arg(stepsIn(totals.statistics))
+              .arg(totals.failures));
+    return totals.failures > 0 ? 1 : 0;
 }
 
 } // namespace
