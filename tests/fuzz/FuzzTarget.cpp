@@ -32,8 +32,11 @@ KytStudioDoc* idleDocument()
 /// the last label that uses it.
 void keepLabelLayouts()
 {
-    for (const char* symbol : {"C", "H", "N", "O", "S"})
-        (new QCanvasText(QString::fromLatin1(symbol), nullptr))->boundingRect();
+    static auto* const labels = new std::vector<QCanvasText*>;
+    for (const char* symbol : {"C", "H", "N", "O", "S"}) {
+        labels->push_back(new QCanvasText(QString::fromLatin1(symbol), nullptr));
+        labels->back()->boundingRect();
+    }
 }
 
 } // namespace
