@@ -6,7 +6,7 @@ root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 
 usage() {
     cat <<'END'
-Usage: fuzz.sh [--keep] [SECONDS [TARGET]]
+Usage: fuzz.sh [--keep] [--runs COUNT] [SECONDS [TARGET]]
 
 Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer, and
 runs each with libFuzzer for SECONDS (default: 60). TARGET is workspace, tree, editing,
@@ -17,18 +17,30 @@ fail end the run of their target and are copied to tests/fuzz/found, which ./tes
 Inputs have at most 1024 bytes, those that are drawn in the editor (the first four targets)
 512, and workspaces that are only read 384. KYTSTUDIO_FUZZ_MAX_LEN sets another limit.
 
-  --keep   add the inputs that increase the coverage of tests/fuzz/corpus to it
-  --help   show this text
+  --keep        add the inputs that increase the coverage of tests/fuzz/corpus to it
+  --runs COUNT  run COUNT inputs, however long that takes
+  --help        show this text
 END
 }
 
 all_targets=(workspace tree editing clipboard molfile smiles csv cdxml gzip)
 keep=
 seconds=
+runs=
 targets=()
-for argument in "$@"; do
+while [ $# -gt 0 ]; do
+    argument=$1
+    shift
     case $argument in
     --keep) keep=yes ;;
+    --runs)
+        runs=${1-}
+        [[ $runs =~ ^[1-9][0-9]*$ ]] || {
+            echo "fuzz.sh: invalid number of runs \"$runs\" (see --help)" >&2
+            exit 2
+        }
+        shift
+        ;;
     --help | -h)
         usage
         exit 0
@@ -85,11 +97,13 @@ fuzz() {
     if draws_in_editor "$target"; then
         export ASAN_OPTIONS=malloc_context_size=0:quarantine_size_mb=1:thread_local_quarantine_size_kb=16
     fi
-    say "Fuzzing $target for ${seconds:-60} seconds; log: $log"
+    local limit=(-max_total_time="${seconds:-60}") amount="${seconds:-60} seconds"
+    [ -z "$runs" ] || { limit=(-runs="$runs") && amount="$runs executions"; }
+    say "Fuzzing $target for $amount; log: $log"
     local passed=yes length
     length=$(length_limit "$target")
     # Choosing inputs by the rarity of their features (-entropic) takes longer than running them.
-    "$program" -max_total_time="${seconds:-60}" -max_len="${KYTSTUDIO_FUZZ_MAX_LEN:-$length}" -timeout=60 \
+    "$program" "${limit[@]}" -max_len="${KYTSTUDIO_FUZZ_MAX_LEN:-$length}" -timeout=60 \
         -entropic=0 -rss_limit_mb=4096 -print_final_stats=1 -dict=tests/fuzz/kyt.dict -artifact_prefix="$new/" \
         "$corpus" "tests/fuzz/corpus/$target" "$found" >"$log" 2>&1 || passed=
 
