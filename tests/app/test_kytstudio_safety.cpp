@@ -107,6 +107,19 @@ const QByteArray drawing = "KYTFILE\n MOLECULE 2 1\n  ATOM N 60 60 0 255 0 0\n  
 
 const QByteArray oneCarbon = "KYTFILE\n MOLECULE 1 0\n  ATOM C 50 60 0 255 0 0\n END_MOLECULE\nEND_KYTFILE\n";
 
+/// Leaves a copy of `oneCarbon` behind, as a program does that is killed.
+void abandonCopyOfCarbon()
+{
+    DrawnAtom carbon;
+    const pid_t child = fork();
+    if (child == 0) {
+        auto* copies = new SafetyCopies;
+        copies->keep(*carbon.canvas());
+        _exit(0); // without releasing the copy
+    }
+    waitpid(child, nullptr, 0);
+}
+
 } // namespace
 
 /// The net under the commands that clear the drawing, and under the ends of the program.
@@ -372,14 +385,7 @@ private slots:
     {
         const CopiesWindow window;
         QVERIFY(window.isShown);
-        DrawnAtom carbon;
-        const pid_t child = fork();
-        if (child == 0) {
-            auto* copies = new SafetyCopies;
-            copies->keep(*carbon.canvas());
-            _exit(0); // without releasing the copy
-        }
-        waitpid(child, nullptr, 0);
+        abandonCopyOfCarbon();
         window.addAtom(100, 100);
         window->fileNew->trigger(); // a newer copy, which this program has not abandoned
         window->noteAbandonedCopy();
@@ -390,6 +396,22 @@ private slots:
         QCOMPARE(window.text(), oneCarbon);
         QVERIFY2(!window.label().contains("copy of"), qPrintable(window.label()));
         window->noteAbandonedCopy();
+        QVERIFY2(!window.label().contains("copy of"), qPrintable(window.label()));
+    }
+
+    void abandonedCopyThatIsDeletedDoesNotHideOthers()
+    {
+        const CopiesWindow window;
+        QVERIFY(window.isShown);
+        abandonCopyOfCarbon();
+        window->noteAbandonedCopy();
+        QVERIFY2(window.label().contains("copy of"), qPrintable(window.label()));
+        QDir(window.state.path("kytstudio")).removeRecursively();
+        window.addAtom(100, 100);
+        const QByteArray drawn = window.text();
+        window->fileNew->trigger();
+        window.press();
+        QCOMPARE(window.text(), drawn);
         QVERIFY2(!window.label().contains("copy of"), qPrintable(window.label()));
     }
 
