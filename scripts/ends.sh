@@ -142,7 +142,9 @@ act() {
         return 1
         ;;
     closed)
-        xdotool key alt+F4 # of the window manager
+        wmctrl -ic "$window"
+        # A dialog and the viewer must be closed first.
+        case $2 in open | save | close | exit | about | print | atom | wedge | viewer) return 1 ;; esac
         ;;
     full)
         copy=none
@@ -264,8 +266,6 @@ main() {
     local program=$root/build/release/kytstudio most_time=200 pairs=() end state
     for end in "${ends[@]}"; do
         for state in "${states[@]}"; do
-            # A dialog and the viewer have a close button of their own; no key reaches the window manager in a drag.
-            case $end-$state in closed-idle | closed-bond | closed-saving | closed-pasting) ;; closed-*) continue ;; esac
             pairs+=("$end $state")
         done
     done

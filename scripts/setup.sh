@@ -10,7 +10,7 @@ build_packages=(
     qt6-l10n-tools qt6-translations-l10n
     fonts-liberation
 )
-screen_packages=(xvfb openbox xdotool x11-utils xclip imagemagick procps)
+screen_packages=(xvfb openbox xdotool wmctrl x11-utils xclip imagemagick procps)
 # Additional packages for building kytconvert; the editor does not need them.
 converter_packages=(
     librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev zlib1g-dev libinchi-dev qt6-svg-dev
