@@ -18,7 +18,7 @@ Inputs have at most 1024 bytes, those that are drawn in the editor (the first fo
 512, and workspaces that are only read 384. KYTSTUDIO_FUZZ_MAX_LEN sets another limit.
 
   --keep        add the inputs that increase the coverage of tests/fuzz/corpus to it
-  --runs COUNT  run COUNT inputs, however long that takes
+  --runs COUNT  end after COUNT inputs instead of SECONDS
   --help        show this text
 END
 }
@@ -69,14 +69,13 @@ last_number() {
     grep -a -o -E "$1 *[0-9]+" "$2" | tail -n 1 | grep -o -E '[0-9]+$' || echo 0
 }
 
-# draws_in_editor TARGET: whether its inputs are drawn in the editor. These are shorter: many atoms take long and tell
-# nothing more. No leak in these targets has to be recognised by its stack, as those in RDKit have; stacks of blocks and
-# a larger quarantine would take a third of the time. replay_* with the input of a fault shows the stacks.
+# draws_in_editor TARGET: whether its inputs are drawn in the editor. No leak in these targets has to be recognised by
+# its stack, as those in RDKit have, so that blocks keep no stacks. replay_* with the input of a fault shows the stack.
 draws_in_editor() {
     [[ $1 =~ ^(workspace|tree|editing|clipboard)$ ]]
 }
 
-# length_limit TARGET: prints how many bytes an input may have.
+# length_limit TARGET: prints how many bytes an input may have. Drawings with many atoms take long and tell nothing more.
 length_limit() {
     case $1 in
     workspace) echo 384 ;;

@@ -208,7 +208,7 @@ void Monkey::goOn()
         if (progress)
             progress(next);
         alarm(longestStep);
-        // What was pasted or dropped may have been added by the event loop since the last step.
+        // The event loop may have added since the last step what was pasted or dropped.
         checkNewSteps();
         clearIfLarger(mostAtoms);
         checkNewSteps();
@@ -596,21 +596,28 @@ void Monkey::transfer(const Step& step)
     QWidget* viewport = (*window)->view->viewport();
     const QPoint place(step.numbers[2], step.numbers[3]);
     QApplication::setActiveWindow((*window).get());
-    if (step.numbers[0] == 0) {
+    switch (step.numbers[0]) {
+    case 0:
         QTest::keyClick(viewport, Qt::Key_C, Qt::ControlModifier);
-    } else if (step.numbers[0] == 1) {
+        break;
+    case 1:
         QTest::keyClick(viewport, Qt::Key_Insert, Qt::ShiftModifier);
-    } else if (step.numbers[0] == 3) {
-        QTest::keyClick(viewport, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-    } else if (step.numbers[0] == 4) {
-        QTest::keyClick(viewport, Qt::Key_L, Qt::ControlModifier);
-    } else {
+        break;
+    case 2: {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(folder.fileName(step.numbers[1]))});
         QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(viewport, &enter);
         QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(viewport, &drop);
+        break;
+    }
+    case 3:
+        QTest::keyClick(viewport, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        break;
+    case 4:
+        QTest::keyClick(viewport, Qt::Key_L, Qt::ControlModifier);
+        break;
     }
 }
 

@@ -3,10 +3,10 @@
 #include "canvas/qcanvas.h"
 #include "doc/SafetyCopies.h"
 #include "model/KytAtom.h"
-#include "tests/app/TestWindow.h"
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 
 #include <algorithm>
 
@@ -14,11 +14,19 @@ namespace {
 
 const QString symbol = QStringLiteral("Neighbour"); // of no atom elsewhere
 const QByteArray contents = "KYTFILE MOLECULE 1 0 ATOM Neighbour 90 90 0 1 2 3 END_MOLECULE END_KYTFILE\n";
-constexpr int copiesPerYear = 12;
-
-QString nameOf(int year, int second)
+/// When the copies say that they were made.
+QList<QDateTime> creationTimes()
 {
-    return QStringLiteral("%1-01-01T00-00-%2.000+0000.kyt").arg(year).arg(second, 2, 10, QLatin1Char('0'));
+    QList<QDateTime> times;
+    for (const int year : {1990, 2090})
+        for (int second = 0; second < 12; ++second)
+            times << QDateTime(QDate(year, 1, 1), QTime(0, 0, second), Qt::UTC);
+    return times;
+}
+
+QString nameOf(const QDateTime& created)
+{
+    return created.toString(QStringLiteral("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"));
 }
 
 bool isNeighbour(const QCanvasItem* item)
@@ -31,27 +39,23 @@ bool isNeighbour(const QCanvasItem* item)
 NeighbourCopies::NeighbourCopies()
     : folder(safetyCopyFolder())
 {
-    for (const int year : {1990, 2090})
-        for (int second = 0; second < copiesPerYear; ++second)
-            if (const QString name = nameOf(year, second); QFile::exists(folder + u'/' + name))
-                names << name;
+    for (const QDateTime& created : creationTimes())
+        if (QFile::exists(folder + u'/' + nameOf(created)))
+            names << nameOf(created);
 }
 
 bool NeighbourCopies::write()
 {
     names.clear();
     QDir().mkpath(folder);
-    for (const int year : {1990, 2090}) {
-        for (int second = 0; second < copiesPerYear; ++second) {
-            const QString name = nameOf(year, second);
-            QFile file(folder + u'/' + name);
-            const QDateTime created(QDate(year, 1, 1), QTime(0, 0, second), Qt::UTC);
-            if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush()
-                || !file.setFileTime(created, QFile::FileModificationTime))
-                return false;
-            list.add(folder.toStdString(), name.toStdString());
-            names << name;
-        }
+    for (const QDateTime& created : creationTimes()) {
+        const QString name = nameOf(created);
+        QFile file(folder + u'/' + name);
+        if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush()
+            || !file.setFileTime(created, QFile::FileModificationTime))
+            return false;
+        list.add(folder.toStdString(), name.toStdString());
+        names << name;
     }
     return true;
 }
