@@ -192,15 +192,25 @@ bool renameToUnused(const fs::path& from, const fs::path& to)
     return taken >= 0 && rename(from.c_str(), to.c_str()) == 0;
 }
 
-/// Atomically writes `text` to a new file that is named after the current time. Does not wait for the disk. Returns the
-/// file's name, or an empty text on failure.
-std::string writeCopy(const fs::path& folder, const std::string& text)
+/// The time after which a new copy is named: the current time, or the one after the newest copy's if that was made in
+/// the same moment. Copies from the future, made before the clock was set back, do not count.
+long long timeOfNewCopy(const std::vector<CopyFile>& newestFirst)
+{
+    const long long current = now();
+    for (const CopyFile& copy : newestFirst)
+        if (copy.created < current + nameAttempts)
+            return std::max(current, copy.created + 1);
+    return current;
+}
+
+/// Atomically writes `text` to a new file that is named after the time `start` or the first one after it whose name is
+/// unused. Does not wait for the disk. Returns the file's name, or an empty text on failure.
+std::string writeCopy(const fs::path& folder, const std::string& text, long long start)
 {
     std::string unfinished = folder / "unfinished-XXXXXX";
     const Descriptor file(mkostemp(unfinished.data(), O_CLOEXEC));
     if (file < 0)
         return {};
-    const long long start = now();
     const int attempts = writeAll(file, text) ? nameAttempts : 0;
     for (long long time = start; time < start + attempts; ++time) {
         const timespec seconds = {time / 1000, time % 1000 * 1'000'000};
@@ -293,7 +303,8 @@ SafetyCopies::Result SafetyCopies::keepText(const std::string& text, const QStri
     if (folder.empty() || !createFolder(folder))
         return {{}, false, QStringLiteral("cannot create the folder for safety copies: ") + safetyCopyFolder()};
     const std::vector<std::string> ofOthers = written.namesOfOthers(folder);
-    for (const CopyFile& copy : copiesIn(folder)) {
+    const std::vector<CopyFile> copies = copiesIn(folder);
+    for (const CopyFile& copy : copies) {
         if (contains(ofOthers, copy.name))
             continue;
         if (!hasContents(folder / copy.name, text))
@@ -301,7 +312,7 @@ SafetyCopies::Result SafetyCopies::keepText(const std::string& text, const QStri
         written.add(folder, copy.name);
         return {copy.name, false, {}};
     }
-    const std::string name = writeCopy(folder, text);
+    const std::string name = writeCopy(folder, text, timeOfNewCopy(copies));
     if (name.empty())
         return {{}, false, QStringLiteral("cannot write a safety copy to ") + safetyCopyFolder()};
     written.add(folder, name);

@@ -349,6 +349,19 @@ private slots:
         QCOMPARE(state.everything().size(), 20);
     }
 
+    // Else it could get the name of an automatic copy that another one of the same moment has replaced.
+    void copyIsNamedAfterTheNewestOneOfItsMoment()
+    {
+        const TimeZone zone("UTC0");
+        const StateHome state;
+        for (const int milliseconds : {900, 60'000}) {
+            const QDateTime time = QDateTime::currentDateTimeUtc().addMSecs(milliseconds);
+            state.put(time.toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"), QByteArray::number(milliseconds), time);
+        }
+        OneAtom("C").keep();
+        QCOMPARE(state.texts(), QStringList({"900", workspaceOf("C"), "60000"}));
+    }
+
     void searchForANameEnds()
     {
         const TimeZone zone("UTC0");
@@ -369,19 +382,13 @@ private slots:
     {
         const StateHome state;
         SafetyCopies copies;
-        // In one moment, a new copy could get the name of the one that was replaced, before those of others.
-        const auto later = [] { QTest::qWait(5); };
         copies.keepAutomatically(*OneAtom("C").canvas());
-        later();
         copies.keepAutomatically(*OneAtom("N").canvas());
         QCOMPARE(state.texts(), QStringList{workspaceOf("N")});
-        later();
         copies.keep(*OneAtom("O").canvas());
         QCOMPARE(state.texts(), QStringList{workspaceOf("O")});
-        later();
         copies.keepAutomatically(*OneAtom("S").canvas());
         copies.keep(*OneAtom("S").canvas()); // makes it a copy that stays
-        later();
         copies.keepAutomatically(*OneAtom("P").canvas());
         QCOMPARE(state.texts(), QStringList({workspaceOf("O"), workspaceOf("S"), workspaceOf("P")}));
     }
