@@ -194,7 +194,10 @@ void checkV2000Bonds(const QList<QByteArray>& lines, FaultList& faults)
         return;
     const auto atomCount = columnNumber(lines[countsLine], 0);
     const auto bondCount = columnNumber(lines[countsLine], 3);
-    if (!atomCount || !bondCount || countsLine + *atomCount + *bondCount >= lines.size())
+    if (!atomCount || !bondCount)
+        return;
+    // The parser reports these counts.
+    if (*atomCount < 0 || *bondCount < 0 || countsLine + *atomCount + *bondCount >= lines.size())
         return;
     std::set<qint64> atoms;
     for (qint64 atom = 1; atom <= *atomCount; ++atom)

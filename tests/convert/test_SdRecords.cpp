@@ -243,6 +243,9 @@ private slots:
         QTest::newRow("V3000, a bond without ends is left to the reader") << v3000With("M  V30 1 1\n");
         QTest::newRow("V2000 with more announced than there is, which is left to the reader")
             << molfileWith("  1  9  1  0\n", 900);
+        QTest::newRow("V2000 with a negative number of bonds, which is left to the reader") << molfileWith("", -1);
+        QTest::newRow("V2000 with a negative number of atoms, which is left to the reader")
+            << QByteArray("\n\n\n-10  9  0  0  0  0  0  0  0  0999 V2000\n  1  2  1  0\n");
         QTest::newRow("a list as long as it says") << table("M  V30 1 DAT 0 ATOMS=(2 1 2)\n");
         QTest::newRow("nothing") << QByteArray();
         QTest::newRow("a head without counts") << QByteArray("\n\n\n");
