@@ -32,6 +32,7 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
+        quits = quits || event->type() == QEvent::Quit;
         const bool drop = event->spontaneous() && mustDrop(event);
         if (!dropsAll)
             deleteWhenDone();
@@ -54,9 +55,9 @@ private:
                 event->accept(); // prevents the key from triggering a shortcut
             return dropsAll;
         case QEvent::Close:
-            if (dropsAll)
+            if (mustDropRequestToClose())
                 event->ignore();
-            return dropsAll;
+            return mustDropRequestToClose();
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
         case QEvent::Wheel:
@@ -72,6 +73,8 @@ private:
             return false;
         }
     }
+
+    bool mustDropRequestToClose() const { return dropsAll && !quits; }
 
     bool mustDropPress(const QMouseEvent* event)
     {
@@ -104,6 +107,7 @@ private:
     }
 
     bool dropsAll = true;
+    bool quits = false;       // windows are closed by the program itself then
     Qt::MouseButtons pressed; // buttons whose press was dropped
 };
 

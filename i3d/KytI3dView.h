@@ -28,7 +28,8 @@ public:
     ~KytI3dView();
 
     /// Opens the window and returns when the user closes it. If the window cannot be opened, prints a line on standard
-    /// output and returns at once. A termination signal closes the window and then takes its usual effect.
+    /// output and returns at once. A termination signal closes the window and then takes its usual effect; a
+    /// message of the session manager, such as the one that the session ends, closes it for Qt to read the message.
     void view();
 
     /// The steps of view(), for callers with their own loop. If the window cannot be opened, `open` prints a line on

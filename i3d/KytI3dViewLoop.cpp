@@ -1,6 +1,7 @@
 #include "doc/TerminationSignals.h"
 #include "i3d/KytI3dView.h"
 #include "i3d/SdlClock.h"
+#include "i3d/SessionManagerWatch.h"
 
 #include <algorithm>
 
@@ -40,8 +41,9 @@ void KytI3dView::view()
     const TerminationSignals terminationSignals;
     if (!open())
         return;
+    SessionManagerWatch sessionManager;
     bool done = false;
-    while (!done && !terminationSignals.arrived())
+    while (!done && !terminationSignals.arrived() && !sessionManager.hasMessage())
         done = step();
     close();
 }

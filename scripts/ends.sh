@@ -19,10 +19,10 @@ PROGRAM is build/release/kytstudio unless it is given.
 END
 }
 
-ends=(TERM HUP INT QUIT KILL server manager closed full readonly gone clock memory)
+ends=(TERM HUP INT QUIT KILL server manager closed session full readonly gone clock memory)
 states=(idle bond drag open save close exit about print atom wedge viewer saving pasting)
 short=("TERM idle" "TERM pasting" "HUP bond" "INT wedge" "QUIT drag" "KILL idle" "server idle" "server viewer"
-    "server pasting" "manager drag" "closed idle" "full save" "readonly exit" "gone idle" "clock idle")
+    "server pasting" "manager drag" "closed idle" "session viewer" "full save" "readonly exit" "gone idle" "clock idle")
 
 # The drawing of all states, and a large one for a save that takes a moment.
 small_drawing() {
@@ -95,6 +95,18 @@ start_program() {
     sleep $pause
 }
 
+# Starts a session manager, of which the program becomes a client.
+start_session() {
+    printf '#!/bin/sh\nprintenv SESSION_MANAGER >%q\n' "$work/session" >"$work/tell"
+    chmod +x "$work/tell"
+    echo "$work/tell" >"$work/.xsmstartup"
+    HOME=$work SM_SAVE_DIR=$work xsm >/dev/null 2>&1 &
+    session=$!
+    until_true test -s "$work/session" || fail "the session did not start"
+    SESSION_MANAGER=$(cat "$work/session")
+    export SESSION_MANAGER
+}
+
 enter_state() {
     case $1 in
     idle) ;;
@@ -146,6 +158,7 @@ act() {
         # A dialog and the viewer must be closed first.
         case $2 in open | save | close | exit | about | print | atom | wedge | viewer) return 1 ;; esac
         ;;
+    session) kill -TERM "$session" ;; # saves all programs without a question and ends them
     full)
         copy=none
         dd if=/dev/zero of="$state/fill" bs=1k 2>/dev/null
@@ -205,6 +218,7 @@ one_case() {
         mkdir -p "$state"
         mount -t tmpfs -o size=256k,mode=700 tmpfs "$state" || fail "no file system can be mounted"
         ;;
+    session) start_session ;;
     esac
     start_program
     case $end in KILL | memory) sleep 31 ;; esac # until the copy that is made without being asked for

@@ -6,11 +6,11 @@
 build_packages=(
     cmake ninja-build g++
     qt6-base-dev libsdl1.2-dev libgl-dev libopengl-dev libglu1-mesa-dev libgl1-mesa-dri
-    libx11-dev libxcb1-dev libxi-dev libfontconfig-dev
+    libx11-dev libxcb1-dev libxi-dev libice-dev libfontconfig-dev
     qt6-l10n-tools qt6-translations-l10n
     fonts-liberation
 )
-screen_packages=(xvfb openbox xdotool wmctrl x11-utils xclip imagemagick procps)
+screen_packages=(xvfb openbox xdotool wmctrl x11-utils x11-session-utils x11-xserver-utils xclip imagemagick procps)
 # Additional packages for building kytconvert; the editor does not need them.
 converter_packages=(
     librdkit-dev libboost-dev libboost-serialization-dev libboost-iostreams-dev zlib1g-dev libinchi-dev qt6-svg-dev

@@ -123,6 +123,17 @@ private slots:
         QVERIFY(window->isVisible());
     }
 
+    // As at the end of a session. Windows are closed before the program quits, which they can refuse.
+    void theProgramCanQuitMeanwhile()
+    {
+        QTimer::singleShot(0, this, [] {
+            QEvent quit(QEvent::Quit);
+            QCoreApplication::sendEvent(qApp, &quit);
+        });
+        dropPendingInput();
+        QCOMPARE(window->noted, QStringList{"close"});
+    }
+
     void inputAfterwardsIsActedOn()
     {
         clickAt(40, 50);
