@@ -100,6 +100,7 @@ start_session() {
     printf '#!/bin/sh\nprintenv SESSION_MANAGER >%q\n' "$work/session" >"$work/tell"
     chmod +x "$work/tell"
     echo "$work/tell" >"$work/.xsmstartup"
+    export ICEAUTHORITY=$work/authority
     HOME=$work SM_SAVE_DIR=$work xsm >/dev/null 2>&1 &
     session=$!
     until_true test -s "$work/session" || fail "the session did not start"
