@@ -65,6 +65,9 @@ inchi_Atom atomOf(const Atom& atom, const RDGeom::Point3D& position)
     std::copy_n(symbol.constData(), std::min<qsizetype>(symbol.size(), ATOM_EL_LEN - 1), copy.elname);
     copy.num_iso_H[0] = static_cast<S_CHAR>(atom.getTotalNumHs());
     copy.isotopic_mass = static_cast<AT_NUM>(atom.getIsotope());
+    // The library crashes where it disconnects more of them from a metal.
+    if (atom.getDegree() + atom.getTotalNumHs() > maxNeighbours)
+        fail(QStringLiteral("atom with more than %1 bonds and hydrogens").arg(maxNeighbours));
     const int charge = atom.getFormalCharge();
     if (std::abs(charge) > std::numeric_limits<S_CHAR>::max())
         fail(QStringLiteral("charge %1 out of range").arg(charge));
@@ -76,8 +79,6 @@ void addBond(std::vector<inchi_Atom>& atoms, const Bond& bond)
 {
     // Each bond is told once; the library completes the lists.
     inchi_Atom& begin = atoms[bond.getBeginAtomIdx()];
-    if (begin.num_bonds == static_cast<AT_NUM>(maxNeighbours))
-        fail(QStringLiteral("atom with more than %1 bonds").arg(maxNeighbours));
     begin.neighbor[begin.num_bonds] = static_cast<AT_NUM>(bond.getEndAtomIdx());
     begin.bond_type[begin.num_bonds] = typeOf(bond);
     begin.bond_stereo[begin.num_bonds] = stereoOf(bond);

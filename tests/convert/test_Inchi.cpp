@@ -66,6 +66,15 @@ private slots:
         QCOMPARE(refusal("*C"), QString("no InChI: label * is not an element"));
     }
 
+    void theNumberOfBondsAndHydrogensHasALimit()
+    {
+        const auto iron = [](int fluorines) { return "F[Fe]" + QByteArray("(F)").repeated(fluorines - 2) + 'F'; };
+        QCOMPARE(refusal("[Na-19]"), QString());
+        QCOMPARE(refusal(iron(20)), QString());
+        for (const QByteArray& smiles : {QByteArray("[Na-20]"), QByteArray("[Na-56]"), iron(21), iron(40)})
+            QCOMPARE(refusal(smiles), QString("no InChI: atom with more than 20 bonds and hydrogens"));
+    }
+
     void theNumberOfAtomsHasALimit()
     {
         SketchMolecule chain;
