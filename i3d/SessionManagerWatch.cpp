@@ -1,7 +1,5 @@
 #include "i3d/SessionManagerWatch.h"
 
-#include <algorithm>
-
 #include <X11/ICE/ICElib.h>
 
 namespace {
@@ -13,8 +11,7 @@ void connectionChanged(IceConn connection, IcePointer connections, Bool opened, 
     if (opened)
         watched.push_back({number, POLLIN, 0});
     else
-        watched.erase(std::remove_if(watched.begin(), watched.end(), [&](pollfd w) { return w.fd == number; }),
-                      watched.end());
+        std::erase_if(watched, [&](const pollfd& w) { return w.fd == number; });
 }
 
 } // namespace

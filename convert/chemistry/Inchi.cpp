@@ -65,7 +65,7 @@ inchi_Atom atomOf(const Atom& atom, const RDGeom::Point3D& position)
     std::copy_n(symbol.constData(), std::min<qsizetype>(symbol.size(), ATOM_EL_LEN - 1), copy.elname);
     copy.num_iso_H[0] = static_cast<S_CHAR>(atom.getTotalNumHs());
     copy.isotopic_mass = static_cast<AT_NUM>(atom.getIsotope());
-    // The library crashes where it disconnects more of them from a metal.
+    // The library crashes where it disconnects many more hydrogens from a metal.
     if (atom.getDegree() + atom.getTotalNumHs() > maxNeighbours)
         fail(QStringLiteral("atom with more than %1 bonds and hydrogens").arg(maxNeighbours));
     const int charge = atom.getFormalCharge();

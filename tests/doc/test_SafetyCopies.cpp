@@ -77,8 +77,10 @@ public:
     QString putCopy(int minutesAgo, const QByteArray& text = "KYTFILE\nEND_KYTFILE\n") const
     {
         const QDateTime time = QDateTime::currentDateTimeUtc().addSecs(-60 * minutesAgo);
-        return put(time.toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"), text, time);
+        return put(nameAt(time), text, time);
     }
+    /// The name of a copy made at a time in UTC.
+    static QString nameAt(const QDateTime& time) { return time.toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"); }
 
 private:
     QByteArray before;
@@ -356,7 +358,7 @@ private slots:
         const StateHome state;
         for (const int milliseconds : {900, 60'000}) {
             const QDateTime time = QDateTime::currentDateTimeUtc().addMSecs(milliseconds);
-            state.put(time.toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"), QByteArray::number(milliseconds), time);
+            state.put(StateHome::nameAt(time), QByteArray::number(milliseconds), time);
         }
         OneAtom("C").keep();
         QCOMPARE(state.texts(), QStringList({"900", workspaceOf("C"), "60000"}));
@@ -371,7 +373,7 @@ private slots:
         // All names of the next seconds, however long it takes to make them.
         for (QDateTime time = QDateTime::currentDateTimeUtc(); time < QDateTime::currentDateTimeUtc().addMSecs(4000);
              time = time.addMSecs(1)) {
-            state.put(time.toString("yyyy-MM-dd'T'HH-mm-ss.zzz'+0000.kyt'"), "other", longAgo);
+            state.put(StateHome::nameAt(time), "other", longAgo);
             ++taken;
         }
         QVERIFY(!SafetyCopies().keep(*OneAtom("C").canvas()).isEmpty());

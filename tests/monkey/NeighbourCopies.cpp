@@ -14,6 +14,7 @@ namespace {
 
 const QString symbol = QStringLiteral("Neighbour"); // of no atom elsewhere
 const QByteArray contents = "KYTFILE MOLECULE 1 0 ATOM Neighbour 90 90 0 1 2 3 END_MOLECULE END_KYTFILE\n";
+
 /// When the copies say that they were made.
 QList<QDateTime> creationTimes()
 {
